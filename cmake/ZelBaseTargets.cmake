@@ -1,0 +1,27 @@
+# What every target of this code base is compiled with.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+if(PROJECT_IS_TOP_LEVEL)
+  find_program(ZELBASE_CCACHE ccache)
+  if(ZELBASE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${ZELBASE_CCACHE}")
+  endif()
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
+
+# Warnings are errors in a checkout of its own only, so that a newer compiler does not stop a host's build.
+function(zelbase_compile_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  # The order of floating-point operations is part of the interface: nothing may be contracted or reordered.
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -ffp-contract=off
+                         $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>)
+  if(ZELBASE_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${ZELBASE_SANITIZE} -fno-sanitize-recover=all
+                           -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=${ZELBASE_SANITIZE})
+  endif()
+endfunction()

@@ -1,0 +1,39 @@
+// A recursive lock. Neighbours: ReadWriteLocker.h for many readers and one writer; RecursionLock.h against re-entry on one
+// thread.
+#pragma once
+
+#include <atomic>
+
+#include "zelbase/platform/ZelBaseApi.h"
+
+// The same thread may lock again and unlocks as often. Usable as a constant-initialised static that is never destroyed:
+// it holds plain atomics only, so that destructors of other statics may still lock it.
+//
+// Copying an object that owns a Locker leaves both locks as they are: a held target stays held, and a held source does not
+// hold the target.
+class ZELBASE_API Locker {
+ public:
+  constexpr Locker() noexcept = default;
+  constexpr Locker(const Locker&) noexcept {}
+  Locker& operator=(const Locker&) noexcept { return *this; }
+
+  // Waits until the calling thread holds the lock. Always true.
+  bool Lock() noexcept;
+
+  // Takes the lock if that needs no waiting; true when the calling thread holds it.
+  bool TryLock() noexcept;
+
+  // Undoes one Lock or TryLock of the calling thread. By a thread that does not hold the lock it is ignored.
+  void Unlock() noexcept;
+
+  // For std::lock_guard and its kin.
+  void lock() noexcept { Lock(); }
+  bool try_lock() noexcept { return TryLock(); }
+  void unlock() noexcept { Unlock(); }
+
+ private:
+  // 0 free, 1 held, 2 held and others may be waiting.
+  std::atomic<unsigned int> m_state{0};
+  std::atomic<const void*> m_owner{nullptr};
+  unsigned int m_depth = 0;  // guarded by the lock itself
+};
