@@ -42,24 +42,26 @@ class ZELBASE_API PlatformClock {
 
   virtual WallClockReading WallClock() = 0;
 
-  // The zone's standard offset in seconds, positive west of Greenwich, without daylight saving.
+  // The zone's standard offset in seconds, positive west of Greenwich, without daylight saving. Looks at the environment
+  // variable TZ anew; the conversions below look at it once, at first use.
   virtual long TimezoneSeconds() = 0;
 
   // Whole seconds since 1970 to local time or UTC. False, output untouched, outside 0 to 32535215999.
   virtual bool LocalTime(long long seconds, CalendarTime& calendar) = 0;
   virtual bool UtcTime(long long seconds, CalendarTime& calendar) = 0;
 
-  // Local time to whole seconds since 1970; fields beyond their range run over into the next. False when there is no
-  // such time.
+  // Local time to whole seconds since 1970, negative before; fields beyond their range run over into the next. False,
+  // output untouched, when there is no such time.
   virtual bool FromLocalTime(const CalendarTime& calendar, long long& seconds) = 0;
 
   // Holds the calling thread for at least `milliseconds`.
   virtual void Sleep(unsigned int milliseconds) = 0;
 
-  // Waits until `event` is set, at most `milliseconds`. True when it was set.
+  // Waits until `event` is set, at most `milliseconds` (0xFFFFFFFF: without limit; 0 looks once). True when it was set.
   virtual bool Wait(PlatformEvent& event, unsigned int milliseconds) = 0;
 
-  // Sets the computer's clock to `utc`. False when the system refuses, which it does to most users.
+  // Sets the computer's clock to `utc`. False when the system refuses, which it does to most users, and for a date that
+  // does not exist or lies before 1601.
   virtual bool SetSystemClock(const SYSTEMTIME& utc) = 0;
 
   // This system's clock; never destroyed.
