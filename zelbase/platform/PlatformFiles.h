@@ -82,6 +82,7 @@ class ZELBASE_API PlatformFiles {
   virtual std::unique_ptr<PlatformFile> Open(const FileOpenRequest& request, FileResult& result) = 0;
 
   // Renames `from` over `to` in one step that a power cut leaves done or not done, and makes the folder's entry durable.
+  // Both are regular files or links, a link itself being replaced; SharingViolation while another open denies writing to `to`.
   virtual FileResult Replace(const std::string& from, const std::string& to) = 0;
 
   virtual FileResult Remove(const std::string& path) = 0;
