@@ -125,7 +125,7 @@ TEST(CArchive, RandomTextsAgreeWithSplittingByHand) {
     const std::size_t length = random() % 40;
     while (content.size() < length) content += alphabet[random() % alphabet.size()];
     const int size = static_cast<int>(random() % 9) + 1;
-    const unsigned int limit = random() % 5 + 1;
+    const unsigned int limit = static_cast<unsigned int>(random() % 5) + 1;
     for (std::size_t i = static_cast<std::size_t>(size); i < content.size(); i += static_cast<std::size_t>(size)) {
       if (content[i] == '\n' && content[i - 1] == '\r') ++borders;
     }

@@ -223,7 +223,8 @@ TEST_F(FaultInjectionFilesTest, FilesMayOutliveTheObject) {
 }
 
 TEST_F(FaultInjectionFilesTest, StandsInFrontOfAnother) {
-  FaultInjectionFiles outer(m_files);
+  PlatformFiles& inner = m_files;
+  FaultInjectionFiles outer(inner);
   outer.FailAt(2);
   FileOpenRequest request;
   request.path = m_path;
