@@ -25,11 +25,11 @@ class ZELBASE_API PlatformThread {
   // Steps above (positive) or below (negative) the ordinary priority; a hint that the system may drop.
   virtual void SetPriority(int priority) = 0;
 
-  // Waits until the thread's function has returned, at most `milliseconds`. True when it has. May be called often and
-  // from several threads; a thread that waits for itself without limit gets false at once.
+  // Waits until the thread's function has returned, at most `milliseconds`. True when it has; nothing of the thread runs
+  // any more then. May be called often and from several threads. A thread that waits for itself gets false at once.
   virtual bool Wait(unsigned long milliseconds) = 0;
 
-  // Number of the thread in this process, never 0.
+  // Number of the thread in this process, never 0 and never given to two threads.
   virtual unsigned long Id() const = 0;
 };
 
@@ -40,8 +40,9 @@ class ZELBASE_API PlatformThreads {
 
   virtual ~PlatformThreads() = default;
 
-  // Makes a suspended thread that will run `function`. `stackSize` 0 is the system's default. Null when the system
-  // refuses. An exception that leaves `function` ends the process.
+  // Makes a suspended thread that will run `function`. `stackSize` in bytes, 0 for the system's default; less than 64 KiB
+  // is 64 KiB. Null when the system refuses, or for an empty function. An exception that leaves `function` ends the
+  // process. `function` is destroyed on the new thread, or here when there is none.
   virtual std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
                                                           std::size_t stackSize) = 0;
 

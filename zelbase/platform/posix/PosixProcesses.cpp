@@ -1,0 +1,106 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+#include <string_view>
+
+#include "zelbase/platform/PlatformProcesses.h"
+
+namespace {
+
+// The system's list of processes: a folder a process, named by its number.
+constexpr const char* kProcesses = "/proc";
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
+bool IsNumber(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// The target of a link of any length; empty when it cannot be read.
+std::string ReadLink(const std::string& path) {
+  std::string target(256, '\0');
+  for (;;) {
+    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+    if (length < 0) return {};
+    if (static_cast<std::size_t>(length) < target.size()) {
+      target.resize(static_cast<std::size_t>(length));
+      return target;
+    }
+    target.resize(target.size() * 2);
+  }
+}
+
+std::string ReadSmallFile(const std::string& path) {
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return {};
+  char buffer[1024];
+  ssize_t length = 0;
+  do {
+    length = read(file, buffer, sizeof(buffer));
+  } while (length < 0 && errno == EINTR);
+  close(file);
+  return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : std::string();
+}
+
+// File name of the executable that `exe` links to. A file that was replaced or removed meanwhile is marked by the system.
+std::string ExecutableName(const std::string& folder) {
+  std::string path = ReadLink(folder + "/exe");
+  constexpr std::string_view kDeleted = " (deleted)";
+  if (path.size() > kDeleted.size() && path.ends_with(kDeleted)) path.resize(path.size() - kDeleted.size());
+  return path.substr(path.rfind('/') + 1);
+}
+
+// The short name that the system keeps, for a process whose executable the caller may not see: "12 (name) S ...", where
+// the name may hold anything. Empty for one that has ended and was not fetched by its parent.
+std::string ShortName(const std::string& folder) {
+  const std::string status = ReadSmallFile(folder + "/stat");
+  const std::size_t begin = status.find('(');
+  const std::size_t end = status.rfind(')');
+  if (begin == std::string::npos || end == std::string::npos || end < begin || end + 2 >= status.size()) return {};
+  const char state = status[end + 2];
+  if (state == 'Z' || state == 'X') return {};
+  return status.substr(begin + 1, end - begin - 1);
+}
+
+class PosixProcesses final : public PlatformProcesses {
+ public:
+  constexpr PosixProcesses() = default;
+
+  std::vector<std::string> ExecutableNames() override {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, FolderCloser> processes(opendir(kProcesses));
+    if (!processes) return names;
+    while (const dirent* const entry = readdir(processes.get())) {
+      if (!IsNumber(entry->d_name)) continue;
+      const std::string folder = std::string(kProcesses) + "/" + entry->d_name;
+      std::string name = ExecutableName(folder);
+      if (name.empty()) name = ShortName(folder);
+      if (!name.empty()) names.push_back(std::move(name));
+    }
+    return names;
+  }
+
+  long long CurrentId() override { return getpid(); }
+
+  unsigned long LogicalProcessors() override {
+    const long online = sysconf(_SC_NPROCESSORS_ONLN);
+    return online > 0 ? static_cast<unsigned long>(online) : 0;
+  }
+};
+
+// Ready before any code runs and never destroyed.
+union ProcessesStorage {
+  constexpr ProcessesStorage() : processes() {}
+  constexpr ~ProcessesStorage() {}
+  PosixProcesses processes;
+};
+constinit ProcessesStorage g_storage;
+
+}  // namespace
+
+PlatformProcesses& PlatformProcesses::System() { return g_storage.processes; }

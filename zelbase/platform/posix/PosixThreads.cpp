@@ -1,0 +1,203 @@
+#include <limits.h>
+#include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <new>
+#include <utility>
+
+#include "zelbase/platform/PlatformThreads.h"
+
+namespace {
+
+constexpr std::size_t kSmallestStack = 64 * 1024;
+
+// A step of priority is five of nice, so that the platform's usual four steps either way span the range.
+constexpr int kNicePerStep = 5;
+
+unsigned long NewId() {
+  static constinit std::atomic<unsigned long> last{0};
+  return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+// Numbers of our own: never given twice, and known before the thread has begun.
+unsigned long& IdOfThisThread() {
+  thread_local constinit unsigned long id = 0;
+  return id;
+}
+
+unsigned long EnsureId() {
+  unsigned long& id = IdOfThisThread();
+  if (id == 0) id = NewId();
+  return id;
+}
+
+int NiceFor(int priority) {
+  const int steps = std::clamp(priority, -8, 8);
+  const int ordinary = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+  return std::clamp(ordinary - steps * kNicePerStep, -20, 19);
+}
+
+// What the object and the running thread share; it lives until both have gone.
+class ThreadState {
+ public:
+  ThreadState(std::function<void()> function, int priority)
+      : m_function(std::move(function)), m_priority(priority), m_id(NewId()) {}
+
+  unsigned long Id() const { return m_id; }
+
+  // On the thread itself. Nothing that leaves the function is caught: it ends the process.
+  void Run() noexcept {
+    IdOfThisThread() = m_id;
+    if (AwaitStart()) m_function();
+    m_function = nullptr;  // what it holds goes before anybody is told
+    const std::lock_guard guard(m_mutex);
+    m_systemId = 0;
+    m_finished = true;
+    m_changed.notify_all();
+  }
+
+  void Start() { Decide(Decision::Run); }
+  void Drop() { Decide(Decision::Drop); }
+
+  void SetPriority(int priority) {
+    const std::lock_guard guard(m_mutex);
+    m_priority = priority;
+    ApplyPriority();
+  }
+
+  bool AwaitFinish(unsigned long milliseconds) {
+    std::unique_lock lock(m_mutex);
+    const auto finished = [this] { return m_finished; };
+    if (milliseconds >= PlatformThread::kNoLimit) {
+      m_changed.wait(lock, finished);
+      return true;
+    }
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    return m_changed.wait_until(lock, limit, finished);
+  }
+
+ private:
+  enum class Decision { None, Run, Drop };
+
+  bool AwaitStart() {
+    std::unique_lock lock(m_mutex);
+    m_systemId = gettid();
+    ApplyPriority();
+    m_changed.wait(lock, [this] { return m_decision != Decision::None; });
+    return m_decision == Decision::Run;
+  }
+
+  void Decide(Decision decision) {
+    const std::lock_guard guard(m_mutex);
+    if (m_decision != Decision::None) return;
+    m_decision = decision;
+    m_changed.notify_all();
+  }
+
+  // With the mutex held. Refusals are of no interest: the priority is a hint.
+  void ApplyPriority() {
+    if (m_systemId == 0) return;
+    const id_t thread = static_cast<id_t>(m_systemId);
+    const int nice = NiceFor(m_priority);
+    if (getpriority(PRIO_PROCESS, thread) != nice) setpriority(PRIO_PROCESS, thread, nice);
+  }
+
+  std::function<void()> m_function;
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  Decision m_decision = Decision::None;
+  bool m_finished = false;
+  int m_priority;
+  pid_t m_systemId = 0;  // 0 before the thread's first step and after its last
+  const unsigned long m_id;
+};
+
+class PosixThread final : public PlatformThread {
+ public:
+  PosixThread(std::shared_ptr<ThreadState> state, pthread_t thread) : m_state(std::move(state)), m_thread(thread) {}
+
+  ~PosixThread() override {
+    m_state->Drop();
+    if (!m_joined) pthread_detach(m_thread);
+  }
+
+  void Resume() override { m_state->Start(); }
+  void SetPriority(int priority) override { m_state->SetPriority(priority); }
+  unsigned long Id() const override { return m_state->Id(); }
+
+  bool Wait(unsigned long milliseconds) override {
+    if (EnsureId() == m_state->Id()) return false;
+    if (!m_state->AwaitFinish(milliseconds)) return false;
+    const std::lock_guard guard(m_joining);
+    if (!m_joined) m_joined = pthread_join(m_thread, nullptr) == 0;
+    return true;
+  }
+
+ private:
+  const std::shared_ptr<ThreadState> m_state;
+  const pthread_t m_thread;
+  std::mutex m_joining;
+  bool m_joined = false;  // guarded by m_joining, and by nobody once the object goes
+};
+
+extern "C" void* ZelBaseThreadEntry(void* argument) {
+  const std::unique_ptr<std::shared_ptr<ThreadState>> state(static_cast<std::shared_ptr<ThreadState>*>(argument));
+  (*state)->Run();
+  return nullptr;
+}
+
+// The size to ask the system for: whole pages, and never less than a thread needs. False when it is beyond all bounds.
+bool StackSize(std::size_t wanted, std::size_t& size) {
+  const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  const std::size_t least = std::max(kSmallestStack, static_cast<std::size_t>(PTHREAD_STACK_MIN));
+  size = std::max(wanted, least);
+  if (size > static_cast<std::size_t>(PTRDIFF_MAX) - page) return false;
+  size = (size + page - 1) / page * page;
+  return true;
+}
+
+class PosixThreads final : public PlatformThreads {
+ public:
+  constexpr PosixThreads() = default;
+
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
+                                                  std::size_t stackSize) override {
+    if (!function) return nullptr;
+    std::size_t size = 0;
+    if (stackSize != 0 && !StackSize(stackSize, size)) return nullptr;
+
+    const auto state = std::make_shared<ThreadState>(std::move(function), priority);
+    auto argument = std::make_unique<std::shared_ptr<ThreadState>>(state);
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes) != 0) return nullptr;
+    pthread_t thread{};
+    const bool made = (size == 0 || pthread_attr_setstacksize(&attributes, size) == 0) &&
+                      pthread_create(&thread, &attributes, &ZelBaseThreadEntry, argument.get()) == 0;
+    pthread_attr_destroy(&attributes);
+    if (!made) return nullptr;
+    argument.release();  // the thread's now
+    return std::make_unique<PosixThread>(state, thread);
+  }
+
+  unsigned long CurrentId() override { return EnsureId(); }
+
+  void NameThread(unsigned long, const std::string&) override {}
+};
+
+// Ready before any code runs and never destroyed.
+union ThreadsStorage {
+  constexpr ThreadsStorage() : threads() {}
+  constexpr ~ThreadsStorage() {}
+  PosixThreads threads;
+};
+constinit ThreadsStorage g_storage;
+
+}  // namespace
+
+PlatformThreads& PlatformThreads::System() { return g_storage.threads; }
