@@ -1,0 +1,72 @@
+#include "zelbase/errors/ErrorString.h"
+
+#include <mutex>
+
+#include "zelbase/errors/NumberedTexts.h"
+
+namespace {
+
+constexpr int kUnspecified = 12034;
+
+struct LastErrorText {
+  std::mutex mutex;
+  std::string text;
+};
+
+// Never destroyed: an ErrorString in any static may still end after everything else.
+LastErrorText& LastErrorStore() {
+  static LastErrorText& store = *new LastErrorText;
+  return store;
+}
+
+}  // namespace
+
+ErrorString::ErrorString(int textId) : std::string(NumberedText(textId)) {}
+
+ErrorString::ErrorString(bool ok) : std::string(ok ? std::string() : NumberedText(kUnspecified)) {}
+
+ErrorString::ErrorString(const char* const text) : std::string(text != nullptr ? text : "") {}
+
+ErrorString::ErrorString(const std::string& text) : std::string(text) {}
+
+ErrorString& ErrorString::operator=(const std::string& text) {
+  assign(text);
+  return *this;
+}
+
+ErrorString& ErrorString::operator=(const char* text) {
+  assign(text != nullptr ? text : "");
+  return *this;
+}
+
+ErrorString::~ErrorString() {
+  if (empty()) return;
+  try {
+    LastErrorText& last = LastErrorStore();
+    const std::lock_guard<std::mutex> guard(last.mutex);
+    last.text.assign(*this);
+  } catch (...) {
+    // No memory for the text: the last error stays what it was.
+  }
+}
+
+ErrorString& ErrorString::operator<<(const std::string& text) {
+  append(text);
+  return *this;
+}
+
+ErrorString& ErrorString::operator<<(const ErrorString& text) {
+  append(text);
+  return *this;
+}
+
+ErrorString& ErrorString::operator<<(const char* text) {
+  if (text != nullptr) append(text);
+  return *this;
+}
+
+std::string ErrorString::LastError() {
+  LastErrorText& last = LastErrorStore();
+  const std::lock_guard<std::mutex> guard(last.mutex);
+  return last.text;
+}
