@@ -9,11 +9,9 @@
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <stdexcept>
 
 namespace {
@@ -156,10 +154,4 @@ int ChildProcess::Wait() {
     for (int* const descriptor : {&m_line, &m_outputPipe, &m_errorPipe}) CloseOnce(*descriptor);
   }
   return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -WTERMSIG(m_status);
-}
-
-int CountOpenDescriptors() {
-  int count = 0;
-  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) ++count;
-  return count - 1;  // the look-up's own
 }

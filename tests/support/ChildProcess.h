@@ -1,9 +1,12 @@
 // Code that runs in a child process: for what only a second process shows, and for what a process may do only once (its
-// exit, its limits, its environment). Neighbour: TemporaryFolder.h.
+// exit, its limits, its environment). Neighbours: TemporaryFolder.h;
+// ThisProcess.h for what the child does to itself.
 #pragma once
 
 #include <functional>
 #include <string>
+
+#include "tests/support/ThisProcess.h"
 
 // A forked child that runs one function, with a line in both directions for taking turns:
 //
@@ -73,6 +76,3 @@ class ChildProcess {
   std::string m_output;
   std::string m_error;
 };
-
-// Number of descriptors that this process has open.
-int CountOpenDescriptors();

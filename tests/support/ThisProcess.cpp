@@ -1,0 +1,65 @@
+#include "tests/support/ThisProcess.h"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+// The numbers of all open descriptors but the look-up's own, which is closed again when they are counted.
+std::vector<int> OpenDescriptors() {
+  std::vector<int> open;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    open.push_back(std::stoi(entry.path().filename().string()));
+  }
+  std::erase_if(open, [](int descriptor) { return ::fcntl(descriptor, F_GETFD) < 0; });
+  return open;
+}
+
+void SetLimit(decltype(RLIMIT_NOFILE) resource, unsigned long long value) {
+  const struct rlimit limit {static_cast<rlim_t>(value), static_cast<rlim_t>(value)};
+  ::setrlimit(resource, &limit);
+}
+
+}  // namespace
+
+int CountOpenDescriptors() { return static_cast<int>(OpenDescriptors().size()); }
+
+int CountInheritableDescriptors() {
+  int count = 0;
+  for (const int descriptor : OpenDescriptors()) {
+    if ((::fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0) ++count;
+  }
+  return count;
+}
+
+void LimitFileSize(unsigned long long bytes) {
+  ::signal(SIGXFSZ, SIG_IGN);
+  SetLimit(RLIMIT_FSIZE, bytes);
+}
+
+void LimitDescriptors(unsigned int count) { SetLimit(RLIMIT_NOFILE, count); }
+
+bool BecomeOrdinaryUser() {
+  constexpr unsigned int kNobody = 65534;
+  if (::geteuid() != 0) return true;
+  return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0;
+}
+
+EnvironmentVariable::EnvironmentVariable(const char* name, const char* value) : m_name(name) {
+  if (const char* const former = ::getenv(name)) {
+    m_former = former;
+    m_wasSet = true;
+  }
+  value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
+}
+
+EnvironmentVariable::~EnvironmentVariable() {
+  m_wasSet ? ::setenv(m_name.c_str(), m_former.c_str(), 1) : ::unsetenv(m_name.c_str());
+}
