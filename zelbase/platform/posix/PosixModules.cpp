@@ -1,0 +1,119 @@
+#include "zelbase/platform/posix/PosixModules.h"
+
+#include <dlfcn.h>
+#include <link.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/PlatformModules.h"
+#include "zelbase/platform/posix/PosixPaths.h"
+
+namespace zelbase::detail {
+
+std::string ProgramFileName(std::string_view name) {
+  std::string result(name);
+  const std::size_t dot = result.rfind('.');
+  if (!result.empty() && (dot == std::string::npos || dot == 0)) result += ".exe";
+  return result;
+}
+
+std::string LibraryFileName(std::string_view name) {
+  constexpr std::string_view kFront = "lib";
+  constexpr std::string_view kExtension = ".so";
+  if (!name.starts_with(kFront)) return std::string(name);
+  const std::string_view rest = name.substr(kFront.size());
+  std::size_t end = rest.find(kExtension);
+  // ".so" ends the name or a version follows: "libx.source.so.1" is "x.source".
+  while (end != std::string_view::npos && end + kExtension.size() != rest.size() && rest[end + kExtension.size()] != '.') {
+    end = rest.find(kExtension, end + 1);
+  }
+  if (end == std::string_view::npos || end == 0) return std::string(name);
+  return std::string(rest.substr(0, end)) + "R.dll";
+}
+
+}  // namespace zelbase::detail
+
+namespace {
+
+using zelbase::detail::LibraryFileName;
+using zelbase::detail::ProgramFileName;
+using zelbase::detail::ToInterfacePath;
+using zelbase::detail::ToSystemPath;
+
+// Puts what `rename` makes of the file name behind the folder, in the interface's form.
+template <class Rename>
+std::string HandOut(const std::string& path, Rename rename) {
+  const std::size_t name = path.find_last_of('/') + 1;
+  return ToInterfacePath(path.substr(0, name) + rename(std::string_view(path).substr(name)));
+}
+
+// A relative path from the current folder on; "." when that has gone.
+std::string ToAbsolute(std::string_view path) {
+  if (path.starts_with('/')) return std::string(path);
+  while (path.starts_with("./")) path.remove_prefix(2);
+  const std::unique_ptr<char, void (*)(void*)> current(::getcwd(nullptr, 0), std::free);
+  std::string folder = current != nullptr ? current.get() : ".";
+  if (folder.back() != '/') folder += '/';
+  return folder.append(path);
+}
+
+// A program that was replaced while it runs has this behind its name.
+void DropDeletionMark(std::string& path) {
+  constexpr std::string_view kMark = " (deleted)";
+  if (path.ends_with(kMark) && ::access(path.c_str(), F_OK) != 0) path.resize(path.size() - kMark.size());
+}
+
+std::string ReadProgramPath() {
+  std::string path(256, '\0');
+  for (;;) {
+    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+    if (length <= 0) return {};
+    if (static_cast<std::size_t>(length) < path.size()) {
+      path.resize(static_cast<std::size_t>(length));
+      DropDeletionMark(path);
+      return path;
+    }
+    path.resize(path.size() * 2);
+  }
+}
+
+class PosixModules final : public PlatformModules {
+ public:
+  std::string ProgramPath() override { return HandOut(ReadProgramPath(), ProgramFileName); }
+
+  // The loader has no name for the program itself.
+  std::string ModulePath(const void* address) override {
+    Dl_info info{};
+    struct link_map* map = nullptr;
+    if (::dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) == 0 || map == nullptr) return {};
+    const std::string_view path = map->l_name != nullptr ? map->l_name : "";
+    return path.empty() ? ProgramPath() : HandOut(ToAbsolute(path), LibraryFileName);
+  }
+
+  // Only regular files are loaded: a FIFO would be waited for. The loader searches for names without a folder in places of
+  // its own and keeps a relative name when the current folder changes; so it gets an absolute one.
+  ModuleHandle Load(const std::string& path) override {
+    const std::string name = ToAbsolute(ToSystemPath(path));
+    if (!PlatformFiles::System().IsRegularFile(name)) return nullptr;
+    return ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+  }
+
+  void* FindExport(ModuleHandle module, const std::string& name) override {
+    if (module == nullptr || name.find('\0') != std::string::npos) return nullptr;
+    return ::dlsym(module, name.c_str());
+  }
+
+  void Unload(ModuleHandle module) override {
+    if (module != nullptr) ::dlclose(module);
+  }
+};
+
+}  // namespace
+
+PlatformModules& PlatformModules::System() {
+  static PlatformModules& modules = *new PosixModules;
+  return modules;
+}
