@@ -382,6 +382,42 @@ TEST(PlatformFiles, OneExclusiveHolderAtATime) {
   EXPECT_GT(opened, 0);
 }
 
+TEST(PlatformFiles, RefusedWritersDoNotDisturbReaders) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  const auto holder = Open(Request(path, FileRights::Read, FileRights::Read));
+  std::atomic<int> written{0};
+  std::atomic<int> read{0};
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 2; ++thread) {
+    threads.emplace_back([&] {
+      for (int round = 0; round < 20; ++round) {
+        if (Open(Request(path, FileRights::Write)) != nullptr) ++written;
+      }
+    });
+    threads.emplace_back([&] {
+      for (int round = 0; round < 500; ++round) {
+        if (Open(Request(path, FileRights::Read, FileRights::Read)) != nullptr) ++read;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(written, 0);
+  EXPECT_EQ(read, 1000);
+}
+
+TEST(PlatformFiles, ForkedChildHoldsOnToItsParentsFiles) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  auto holder = Open(Request(path, FileRights::Read, FileRights::None));
+  ChildProcess child([](ChildProcess::Turns& turns) { return turns.Await() ? 0 : 1; });
+  holder.reset();
+  EXPECT_EQ(Try(Request(path)), FileResult::SharingViolation);
+  child.Tell();
+  EXPECT_EQ(child.Wait(), 0);
+  EXPECT_EQ(Try(Request(path)), FileResult::Ok);
+}
+
 // ---- One open file ----
 
 TEST(PlatformFiles, AccessIsWhatWasAskedFor) {

@@ -73,6 +73,11 @@ class ZELBASE_API PlatformFile {
 };
 
 // The file system's side. May be called from any thread.
+//
+// Sharing holds among all who open files through this interface, in this process and in others, until the file is closed; a
+// forked child shares its parent's open files and holds on to them until it, too, has closed them or ended. Programs that
+// open files in other ways are not kept away, but one that locks a whole file is heeded. On a file system without locks
+// sharing is not checked.
 class ZELBASE_API PlatformFiles {
  public:
   virtual ~PlatformFiles() = default;

@@ -148,9 +148,10 @@ FileResult PathFailure(const std::string& path, int error) {
 // The system has no sharing modes, so each open file lays shared locks of its open file description on single bytes far
 // beyond any data: what it does itself (reads, writes) and what it does not grant to others (denies reading, denies
 // writing). Such locks are seen by other processes and by other opens of the same process alike, and go with the last
-// descriptor. Own bytes first, then the question whether somebody holds a contrary one: so of two that come at the same
-// moment at least one sees the other. One that sees a conflict takes its bytes back and tries again a few times, because
-// the other may be just about to step back as well.
+// descriptor. First a look, so that who is refused anyway lays nothing that a third could stumble over; then the own bytes,
+// and only then the question whether somebody holds a contrary one: so of two that come at the same moment at least one sees
+// the other. One that sees a conflict takes its bytes back and tries again a few times, because the other may be just about
+// to step back as well. A program that locks the whole file in a way of its own counts as one that denies everything.
 
 // The bytes lie apart, so that the system does not merge neighbouring locks into one.
 enum class Claim : int { Reads = 0, Writes = 2, DeniesReading = 4, DeniesWriting = 6 };
@@ -188,6 +189,7 @@ class SharingClaims {
   bool Take() {
     for (int attempt = 0; attempt < kClaimAttempts; ++attempt) {
       if (attempt > 0) StepBack(attempt);
+      if (SeesContrary()) continue;
       if (Lay() && !SeesContrary()) return true;
       ReleaseAll();
     }
