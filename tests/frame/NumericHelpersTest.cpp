@@ -167,8 +167,8 @@ TEST(NumericHelpers, RoundPassesLargeValuesAndExtremeDigitsInSilence) {
   EXPECT_EQ(Round(1e300, 0), 1e300);
   EXPECT_EQ(Round(-1e300, 0), -1e300);
   EXPECT_NEAR(Round(1e300, -300), 1e300, 1e286);  // the power itself is rounded at each squaring
-  EXPECT_TRUE(std::isnan(Round(1.0, INT_MAX)));  // infinity by infinity
-  EXPECT_TRUE(std::isnan(Round(1.0, INT_MIN)));  // nothing by nothing
+  EXPECT_TRUE(std::isnan(Round(1.0, INT_MAX)));   // infinity by infinity
+  EXPECT_TRUE(std::isnan(Round(1.0, INT_MIN)));   // nothing by nothing
   EXPECT_TRUE(std::isnan(Round(kNan, 2)));
   EXPECT_EQ(Round(kInfinity, 2), kInfinity);
 }
