@@ -114,7 +114,10 @@ TEST(CRCChecksum, TextAddsItsZeroBytesToo) {
 
 TEST(CRCChecksum, LiteralIsAText) {
   CRCChecksum sum;
-  sum += "123456789";
+  sum += "1234";
+  sum += "";
+  sum += static_cast<const char*>(nullptr);
+  sum += "56789\0dropped";
   EXPECT_EQ(sum.Value(), 0x340BC6D9u);
 }
 

@@ -165,7 +165,9 @@ class ErrorStringThreads : public testing::TestWithParam<int> {};
 
 TEST_P(ErrorStringThreads, LastErrorIsAlwaysOneWholeText) {
   std::set<std::string> texts;
-  for (int i = 0; i < GetParam(); ++i) texts.insert(std::string(static_cast<std::size_t>(40 + 30 * i), static_cast<char>('a' + i)));
+  for (int i = 0; i < GetParam(); ++i) {
+    texts.insert(std::string(static_cast<std::size_t>(40 + 30 * i), static_cast<char>('a' + i)));
+  }
   SetLastError(texts.begin()->c_str());
   std::atomic<int> odd{0};
   std::vector<std::thread> threads;

@@ -38,10 +38,14 @@ class ZELBASE_API CRCChecksum {
   CRCChecksum& operator+=(unsigned int number) noexcept;
 
   // The four bytes of the two's complement form, lowest first.
+  // Kept: for a character and a bool too, which are ints here; stored signatures were made so.
   CRCChecksum& operator+=(int number) noexcept;
 
-  // The characters in order; no terminator, no length.
+  // The characters in order, zero bytes too; no terminator, no length.
   CRCChecksum& operator+=(const std::string& text) noexcept { return Add(text.data(), text.size()); }
+
+  // The same for a text that ends at its first zero byte; null adds nothing.
+  CRCChecksum& operator+=(const char* text) noexcept;
 
   // `size` bytes at `data` in order. Null data or size 0 adds nothing. The fast way for large blocks.
   CRCChecksum& Add(const void* data, std::size_t size) noexcept;

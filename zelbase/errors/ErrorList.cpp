@@ -70,6 +70,7 @@ void ErrorList::Insert(const Error& error, Removed& removed) {
   entry.signature = entry.error->Signature();
 
   RemoveEqual(signature, removed);
+  // Kept: a repeat stands where its own time puts it, which may be further to the front; among equal times the newest is last.
   const auto place = std::upper_bound(
       m_entries.begin(), m_entries.end(), entry.error->ErrorTime(),
       [](long long time, const Entry& present) { return time < present.error->ErrorTime(); });

@@ -41,6 +41,7 @@ ErrorString& ErrorString::operator=(const char* text) {
 
 ErrorString::~ErrorString() {
   if (empty()) return;
+  // Kept: the only place that sets the last error, for temporaries and copies as well; callers read it right after a failure.
   try {
     LastErrorText& last = LastErrorStore();
     const std::lock_guard<std::mutex> guard(last.mutex);

@@ -19,6 +19,7 @@ const std::string GenericError::Type() const { return m_type.empty() ? "General 
 
 unsigned int GenericError::Signature() const {
   CRCChecksum sum;
+  // Kept: nothing between the texts, so that signatures noted by other modules keep their values.
   sum += m_description;
   sum += m_details;
   sum += m_type;

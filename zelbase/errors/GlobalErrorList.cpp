@@ -64,7 +64,7 @@ GlobalErrorList& GlobalErrorList::Insert(const Error& error, std::string context
   const KeepRemoved scope(*this);
   Select(context);  // Kept: stays current; there is no inserting without moving the current context
   m_current->second->Insert(error, m_removed);
-  if (m_depth <= kDeepestTold) TellReporters(error);
+  if (m_depth <= kDeepestTold) TellReporters(error);  // Kept: of the caller's object, under the lock, on a repeat too
   return *this;
 }
 
@@ -134,7 +134,7 @@ void GlobalErrorList::Clear() {
 void GlobalErrorList::Clear(const std::string& context) {
   const Guard guard(m_lock);
   if (m_closed) return;
-  Select(context);
+  Select(context);  // Kept: stays current, and is made when there is none
   const KeepRemoved scope(*this);
   m_current->second->Clear(m_removed);
 }

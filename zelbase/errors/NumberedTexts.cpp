@@ -12,7 +12,7 @@ constexpr int kFirst = 12030;
 constexpr std::array<const char*, 12> kBuiltIn = {
     "Interpolation error \"%s\".",
     "Extrapolation error \"%s\".",
-    "Error reading from \"%s\".",
+    "Error reading from \"%s\".",  // of a data stack; the same words as for a file below
     "Computation failed \"%s\".",
     "Unspecified Error",
     "Error opening \"%s\".",
