@@ -245,23 +245,19 @@ TEST_F(CInitializerListTest, TheListDestroysWhatItHolds) {
 }
 
 TEST_F(CInitializerListTest, CopiesShareAndAssignmentDestroysNothing) {
-  Noted* const a = Add("a");
   Noted overwritten("overwritten", journal);
-  // Copies that live longer than the test: they would destroy what this list destroys.
-  CInitializerList& copy = *new CInitializerList(list);
-  CInitializerList& assigned = *new CInitializerList;
+  Add("a");
+  CInitializerList copy(list);
+  CInitializerList assigned;
   assigned.AddInitializer(&overwritten);
   assigned = list;
   EXPECT_EQ(journal, Journal{});
   copy.RegisterTools();
   assigned.RegisterTools();
   EXPECT_EQ(journal, (Journal{"a:Tools", "a:Tools"}));
-  EXPECT_EQ(a->Name(), "a");
   // Emptied by assignment, so that only `list` destroys.
   copy = CInitializerList();
   assigned = CInitializerList();
-  delete &copy;
-  delete &assigned;
   EXPECT_EQ(journal.size(), 2u);
 }
 

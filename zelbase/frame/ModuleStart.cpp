@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-// When the release was built, in the form of __DATE__ and __TIME__. A constant, so that one source always
-// gives one library; a release sets it on the compiler's command line.
+// When the release was built, in the form of __DATE__ and __TIME__, which themselves would give another library at
+// each build.
 #ifndef ZELBASE_BUILD_STAMP
 #define ZELBASE_BUILD_STAMP "Jan 15 2014 16:19:18"
 #endif

@@ -1,7 +1,8 @@
 // Compares strings without regard to case, and reads numbers off their front. Neighbour: CZelString, whose elements are
 // compared so.
 //
-// Only the letters A to Z and a to z have a case, in every locale; bytes from 128 up are their own, and come after the others.
+// Only the letters A to Z and a to z have a case, in every locale; bytes from 128 up are their own, and come after the
+// others.
 #pragma once
 
 #include <string>

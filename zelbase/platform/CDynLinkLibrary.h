@@ -25,8 +25,8 @@ struct AFX_EXTENSION_MODULE {
 // the record as it was, when AfxFailInitExtensionModule said so.
 ZELBASE_API bool AfxInitExtensionModule(AFX_EXTENSION_MODULE& record, HINSTANCE module);
 
-// Destroys the CDynLinkLibrary objects of the record's module, or of every module with `all`, and empties the record. A record
-// that was never filled in is left alone.
+// Destroys the CDynLinkLibrary objects of the record's module, or of every module with `all`, and empties the record. A
+// record that was never filled in is left alone.
 ZELBASE_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE& record, bool all = false);
 
 // Tells the next `count` calls of AfxInitExtensionModule to fail, for tests; 0 or less ends that.
