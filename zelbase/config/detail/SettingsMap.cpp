@@ -1,0 +1,164 @@
+#include "zelbase/config/detail/SettingsMap.h"
+
+#include <atomic>
+#include <cstring>
+#include <utility>
+
+#include "zelbase/config/detail/TextHash.h"
+
+namespace zelbase::detail {
+namespace {
+
+// A buffer with less than this that nobody refers to is not worth tidying (bytes).
+constexpr std::size_t kToleratedUnused = 4096;
+
+std::uint64_t NextEpoch() noexcept {
+  static constinit std::atomic<std::uint64_t> last{0};
+  return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+}  // namespace
+
+ItemMap::Item* ItemMap::FindItem(std::uint32_t hash, std::string_view key) {
+  return m_table.Find(hash, [&](const Item& item) { return KeyOf(item) == key; });
+}
+
+bool ItemMap::Find(std::string_view key, std::string_view& value) const {
+  const Item* const item = const_cast<ItemMap*>(this)->FindItem(HashText(key), key);
+  if (item == nullptr) return false;
+  value = ValueOf(*item);
+  return true;
+}
+
+void ItemMap::Set(std::string_view key, std::string_view value) {
+  const std::uint32_t hash = HashText(key);
+  if (Item* const item = FindItem(hash, key)) {
+    Overwrite(*item, key, value);
+    return;
+  }
+  Item item;
+  item.offset = m_text.size();
+  item.keySize = key.size();
+  item.valueSize = value.size();
+  item.valueRoom = value.size();
+  m_text.append(key);
+  m_text.append(value);
+  m_table.Append(hash, item);
+}
+
+void ItemMap::Overwrite(Item& item, std::string_view key, std::string_view value) {
+  if (value.size() <= item.valueRoom) {
+    if (!value.empty()) std::memcpy(m_text.data() + item.offset + item.keySize, value.data(), value.size());
+    item.valueSize = value.size();
+    return;
+  }
+  const std::size_t offset = m_text.size();
+  m_text.append(key);
+  m_text.append(value);
+  m_unused += item.keySize + item.valueRoom;
+  item.offset = offset;
+  item.valueSize = value.size();
+  item.valueRoom = value.size();
+  DropUnusedText();
+}
+
+bool ItemMap::Remove(std::string_view key) {
+  Item* const item = FindItem(HashText(key), key);
+  if (item == nullptr) return false;
+  m_unused += item->keySize + item->valueRoom;
+  m_table.Remove(*item);
+  DropUnusedText();
+  return true;
+}
+
+void ItemMap::Clear() {
+  m_table.Clear();
+  m_text.clear();
+  m_unused = 0;
+}
+
+void ItemMap::Merge(const ItemMap& source) {
+  TableWalk walk = source.Begin();
+  std::string_view key;
+  std::string_view value;
+  while (source.Next(walk, key, value)) Set(key, value);
+}
+
+bool ItemMap::Next(TableWalk& walk, std::string_view& key, std::string_view& value) const {
+  const Item* const item = m_table.Next(walk);
+  if (item == nullptr) return false;
+  key = KeyOf(*item);
+  value = ValueOf(*item);
+  return true;
+}
+
+// The work is paid for by the writes that left at least half of the buffer unused.
+void ItemMap::DropUnusedText() {
+  if (m_unused < kToleratedUnused || m_unused < m_text.size() - m_unused) return;
+  std::string tidy;
+  tidy.reserve(m_text.size() - m_unused);
+  m_table.ForEach([&](Item& item) {
+    const std::size_t offset = tidy.size();
+    tidy.append(KeyOf(item)).append(ValueOf(item));
+    item.offset = offset;
+    item.valueRoom = item.valueSize;
+  });
+  m_text.swap(tidy);
+  m_unused = 0;
+}
+
+SectionMap::SectionMap() : m_epoch(NextEpoch()) {}
+
+SectionMap::Section* SectionMap::Find(std::string_view name) {
+  return m_table.Find(HashText(name), [name](const Section& section) { return section.name == name; });
+}
+
+const SectionMap::Section* SectionMap::Find(std::string_view name) const {
+  return const_cast<SectionMap*>(this)->Find(name);
+}
+
+ItemMap* SectionMap::FindItems(std::string_view name) const {
+  const Section* const section = Find(name);
+  return section == nullptr ? nullptr : section->items.get();
+}
+
+SectionMap::Section& SectionMap::Add(std::string_view name) {
+  Section section;
+  section.name = name;
+  section.itemsNumber = m_nextItemsNumber++;
+  section.items = std::make_unique<ItemMap>();
+  return m_table.Append(HashText(name), std::move(section));
+}
+
+void SectionMap::ReplaceItems(Section& section) {
+  section.items = std::make_unique<ItemMap>();
+  section.itemsNumber = m_nextItemsNumber++;
+}
+
+void SectionMap::Remove(Section& section) { m_table.Remove(section); }
+
+void SectionMap::Rename(Section& section, std::string_view name) {
+  section.name = name;
+  m_table.Rehash(section, HashText(name));
+}
+
+void SectionMap::Clear() {
+  m_table.Clear();
+  m_epoch = NextEpoch();
+}
+
+SectionSelection SectionMap::Select(const Section& section) const noexcept {
+  return {m_epoch, section.number, section.itemsNumber, 0};
+}
+
+bool SectionMap::IsSelected(const SectionSelection& selection, const Section& section) const noexcept {
+  return selection.epoch == m_epoch && selection.section == section.number && selection.items == section.itemsNumber;
+}
+
+const ItemMap* SectionMap::SelectedItems(SectionSelection& selection) const {
+  if (selection.epoch != m_epoch) return nullptr;
+  const Section* const section = m_table.FindNumber(selection.section, selection.hint);
+  return section != nullptr && section->itemsNumber == selection.items ? section->items.get() : nullptr;
+}
+
+}  // namespace zelbase::detail
