@@ -260,6 +260,9 @@ class ZELBASE_API FileObject {
   // selection.
   bool SelectSectionNT(FobjSection& cursor, const std::string& name) const;
 
+  // True when both have the section and the same keys have the same values there. Neither throws nor touches a status.
+  bool HasEqualItems(const std::string& section, const FileObject& other) const;
+
   void SetReadStatus(bool read);
 
   // Do nothing and return false; for subclasses.

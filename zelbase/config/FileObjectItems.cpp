@@ -4,6 +4,7 @@
 
 #include "zelbase/config/FileObject.h"
 #include "zelbase/errors/NumberedTexts.h"
+#include "zelbase/errors/detail/FillText.h"
 #include "zelbase/frame/NumericHelpers.h"
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/NumberText.h"
@@ -132,7 +133,7 @@ bool FileObject::FindItem(const std::string& section, const std::string& key, st
 // Kept: what is thrown is a plain text, and the status is 0 then; callers catch a std::string.
 bool FileObject::FailItem(int status, const std::string& section, const std::string& key) const {
   if (m_throwExceptions) {
-    throw FormatText(NumberedText(12038), {section, key, m_fileName.empty() ? NumberedText(12039) : m_fileName});
+    throw zelbase::detail::FillText(NumberedText(12038), {section, key, m_fileName.empty() ? NumberedText(12039) : m_fileName});
   }
   SetErrorStatus(status);
   return false;
@@ -223,4 +224,18 @@ bool FileObject::HasKey(const std::string& section, const std::string& key) cons
   std::string_view value;
   // Kept: an empty value counts as absent here.
   return items != nullptr && items->Find(key, value) && !value.empty();
+}
+
+bool FileObject::HasEqualItems(const std::string& section, const FileObject& other) const {
+  const ItemMap* const items = m_sections->FindItems(section);
+  const ItemMap* const others = other.m_sections->FindItems(section);
+  if (items == nullptr || others == nullptr || items->Size() != others->Size()) return false;
+  zelbase::detail::TableWalk walk = items->Begin();
+  std::string_view key;
+  std::string_view value;
+  while (items->Next(walk, key, value)) {
+    std::string_view found;
+    if (!others->Find(key, found) || found != value) return false;
+  }
+  return true;
 }

@@ -1,0 +1,81 @@
+// A settings store of a single section, for an object that loads itself from a section of a bigger file and stores itself
+// there, without naming the section at each access. Neighbour: FileObject.h, the bigger file.
+#pragma once
+
+#include <string>
+
+#include "zelbase/config/ChecksumKeys.h"
+#include "zelbase/config/FileObject.h"
+#include "zelbase/platform/ZelBaseApi.h"
+
+// A FileObject with the name of one of its sections.
+//
+//   FileSection port;
+//   if (!port.GetFromFileObject("Port 1", settings)) port.SetItem("Speed", 9600);
+//   port.SetToFileObject(settings);
+//
+// Until GetFromFileObject or an assignment gives it a name, it is empty and the name is the empty text; SetItem then makes the
+// section with the empty name. GetItem, SetItem, DeleteItem and GetFirstMapEntry hide the forms of FileObject, which are
+// reached through a reference to the base. Statuses and exceptions are those of FileObject.
+//
+// Copies have name and items, in a section that is made even when the source has none; the file name, extra lines, flags and
+// further sections stay behind, and the copy's walk begins anew. Assigning to itself keeps the name and leaves an empty section.
+class ZELBASE_API FileSection : public FileObject {
+ public:
+  FileSection();
+  ~FileSection() override;
+  FileSection(const FileSection& other);
+  FileSection& operator=(const FileSection& other);
+
+  // Equal: the same name, both have the section, and the same keys have the same values. So two new objects are not equal, nor
+  // is a new one equal to its copy, which has made its section. Never throws.
+  bool operator==(const FileSection& other) const;
+  bool operator!=(const FileSection& other) const;
+
+  int GetErrorStatus() const override;
+
+  // As FileObject::GetItem, in this section.
+  bool GetItem(std::string key, std::string& value) const;
+  bool GetItem(std::string key, long& value) const;
+  bool GetItem(std::string key, int& value) const;
+  bool GetItem(std::string key, unsigned int& value) const;
+  bool GetItem(std::string key, bool& value) const;
+  bool GetItem(std::string key, double& value) const;
+  bool GetItem(std::string key, float& value) const;
+
+  // As FileObject::SetItem; the section is made when it is missing. A null text is an empty one.
+  bool SetItem(std::string key, std::string value);
+  bool SetItem(std::string key, const char* value);
+  bool SetItem(std::string key, long value);
+  bool SetItem(std::string key, int value);
+  bool SetItem(std::string key, unsigned int value);
+  bool SetItem(std::string key, bool value);
+  bool SetItem(std::string key, double value);
+
+  bool DeleteItem(std::string key, bool deleteEmptySection);
+  bool HasKey(const std::string& key) const;
+
+  // A walk over the items, with a cursor that the object holds.
+  bool GetFirstMapEntry(std::string& key, std::string& value);
+  bool GetNextMapEntry(std::string& key, std::string& value);
+
+  const std::string& Name() const;
+
+  // Takes the name, empties the object and copies the items of that section; "Checksum" too. False when `source` does not
+  // have it: the object is then named and empty.
+  bool GetFromFileObject(const std::string& section, const FileObject& source);
+
+  // Writes the items over those of the target's section of this name, which is made when missing; keys that only the target
+  // has stay. False when this object has no section yet.
+  bool SetToFileObject(FileObject& target) const;
+
+  // The same with a section of that name in both: this object needs it, too.
+  bool SetToFileObject(const std::string& section, FileObject& target) const;
+
+ private:
+  // Stays what it is, and hidden: reached through a reference to the base.
+  bool SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) override;
+
+  std::string m_name;
+  FobjSection m_cursor;
+};
