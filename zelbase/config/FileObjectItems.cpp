@@ -18,8 +18,8 @@ constexpr int kMostDecimals = 16;
 
 bool IsHexadecimal(std::string_view text) {
   // Kept: "0x" counts wherever it stands, so "10 0x" is 16.
-  for (std::size_t zero = text.find('0'); zero + 1 < text.size(); zero = text.find('0', zero + 1)) {
-    if (text[zero + 1] == 'x' || text[zero + 1] == 'X') return true;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i - 1] == '0' && (text[i] == 'x' || text[i] == 'X')) return true;
   }
   return false;
 }

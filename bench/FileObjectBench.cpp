@@ -1,0 +1,165 @@
+// The settings store beside GLib's GKeyFile, on 200 sections of 200 keys: reading from memory, look-ups, writing.
+
+#include <glib.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/Compare.h"
+#include "zelbase/config/FileObject.h"
+#include "zelbase/platform/CArchive.h"
+#include "zelbase/platform/CFile.h"
+
+namespace {
+
+constexpr int kSections = 200;
+constexpr int kKeys = 200;
+
+// A file in memory.
+class MemoryFile : public CFile {
+ public:
+  explicit MemoryFile(std::string text = {}) : m_text(std::move(text)) {}
+
+  unsigned int Read(void* buffer, unsigned int count) override {
+    const std::size_t taken = std::min<std::size_t>(count, m_text.size() - m_position);
+    std::memcpy(buffer, m_text.data() + m_position, taken);
+    m_position += taken;
+    return static_cast<unsigned int>(taken);
+  }
+
+  void Write(const void* buffer, unsigned int count) override {
+    m_text.append(static_cast<const char*>(buffer), count);
+  }
+
+  void Rewind() { m_position = 0; }
+  void Cut() { m_text.clear(); }
+
+ private:
+  std::string m_text;
+  std::size_t m_position = 0;
+};
+
+std::string SectionName(int section) { return "Section " + std::to_string(section); }
+std::string KeyName(int key) { return "Key of item " + std::to_string(key); }
+
+std::string MakeText() {
+  std::string text;
+  for (int section = 0; section < kSections; ++section) {
+    text += "[" + SectionName(section) + "]\n";
+    for (int key = 0; key < kKeys; ++key) {
+      text += KeyName(key) + " = " + std::to_string(section * 1000 + key) + "\n";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+void ReadOurs(FileObject& settings, MemoryFile& file) {
+  file.Rewind();
+  CArchive archive(&file, CArchive::load, 4096);
+  settings.Read(archive);
+}
+
+GKeyFile* ReadPeer(const std::string& text) {
+  GKeyFile* const settings = g_key_file_new();
+  g_key_file_load_from_data(settings, text.data(), text.size(), G_KEY_FILE_KEEP_COMMENTS, nullptr);
+  return settings;
+}
+
+void CompareLookUps(Comparison& table, const FileObject& ours, GKeyFile* peer) {
+  std::vector<std::pair<std::string, std::string>> names;
+  for (int section = 0; section < kSections; ++section) {
+    for (int key = 0; key < kKeys; ++key) names.emplace_back(SectionName(section), KeyName(key));
+  }
+  std::shuffle(names.begin(), names.end(), std::mt19937(1));
+  table.Row("look-up of a text", static_cast<double>(names.size()), "op", 1 / 0.6,
+            [&] {
+              std::string value;
+              for (const auto& [section, key] : names) ours.GetItem(section, key, value);
+              Keep(value);
+            },
+            [&] {
+              for (const auto& [section, key] : names) {
+                char* const value = g_key_file_get_string(peer, section.c_str(), key.c_str(), nullptr);
+                Keep(value);
+                g_free(value);
+              }
+            });
+  table.Row("look-up of an int", static_cast<double>(names.size()), "op", 1 / 0.6,
+            [&] {
+              int sum = 0;
+              for (const auto& [section, key] : names) {
+                int value = 0;
+                ours.GetItem(section, key, value);
+                sum += value;
+              }
+              Keep(sum);
+            },
+            [&] {
+              int sum = 0;
+              for (const auto& [section, key] : names) {
+                sum += g_key_file_get_integer(peer, section.c_str(), key.c_str(), nullptr);
+              }
+              Keep(sum);
+            });
+}
+
+void CompareSaving(Comparison& table, const FileObject& ours, GKeyFile* peer, double bytes) {
+  MemoryFile written;
+  table.Row("saving to memory", bytes, "B", 1.0,
+            [&] {
+              written.Cut();
+              CArchive archive(&written, CArchive::store, 4096);
+              ours.Write(archive);
+            },
+            [&] {
+              gsize size = 0;
+              char* const text = g_key_file_to_data(peer, &size, nullptr);
+              Keep(text);
+              g_free(text);
+            });
+  const std::string folder = std::filesystem::temp_directory_path().string() + "/";
+  const std::string ourFile = folder + "zelbase-bench-ours.ini";
+  const std::string peerFile = folder + "zelbase-bench-peer.ini";
+  table.Row("saving to a file, in place of the old one", bytes, "B", 1.0,
+            [&] { ours.FileSaveReplacing(ourFile); },
+            [&] {
+              gsize size = 0;
+              char* const text = g_key_file_to_data(peer, &size, nullptr);
+              g_file_set_contents_full(peerFile.c_str(), text, static_cast<gssize>(size),
+                                       static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT |
+                                                                          G_FILE_SET_CONTENTS_DURABLE),
+                                       0644, nullptr);
+              g_free(text);
+            });
+  std::filesystem::remove(ourFile);
+  std::filesystem::remove(peerFile);
+}
+
+}  // namespace
+
+int main() {
+  const std::string text = MakeText();
+  const auto bytes = static_cast<double>(text.size());
+  Comparison table("settings store and GKeyFile, 200 sections of 200 keys");
+  MemoryFile file(text);
+  table.Row("reading", bytes, "B", 2.0,
+            [&] {
+              FileObject settings;
+              ReadOurs(settings, file);
+              Keep(settings);
+            },
+            [&] { g_key_file_free(ReadPeer(text)); });
+  FileObject ours;
+  ReadOurs(ours, file);
+  GKeyFile* const peer = ReadPeer(text);
+  CompareLookUps(table, ours, peer);
+  CompareSaving(table, ours, peer, bytes);
+  g_key_file_free(peer);
+  return table.Finish();
+}
