@@ -10,37 +10,42 @@ const void* CallingThread() noexcept {
 
 }  // namespace
 
-bool Locker::Lock() noexcept {
-  const void* const caller = CallingThread();
-  if (m_owner.load(std::memory_order_relaxed) == caller) {
-    ++m_depth;
-    return true;
-  }
-  unsigned int expected = 0;
-  if (!m_state.compare_exchange_strong(expected, 1, std::memory_order_acquire)) {
-    while (m_state.exchange(2, std::memory_order_acquire) != 0) m_state.wait(2, std::memory_order_relaxed);
-  }
-  m_owner.store(caller, std::memory_order_relaxed);
-  m_depth = 1;
+// Only the calling thread itself writes its own identity as owner, so a stale value never equals it.
+bool Locker::TakeAgain(const void* caller) noexcept {
+  if (m_owner.load(std::memory_order_relaxed) != caller) return false;
+  ++m_again;
   return true;
 }
 
 bool Locker::TryLock() noexcept {
   const void* const caller = CallingThread();
-  if (m_owner.load(std::memory_order_relaxed) == caller) {
-    ++m_depth;
-    return true;
+  if (TakeAgain(caller)) return true;
+  unsigned int state = kFree;
+  if (!m_state.compare_exchange_strong(state, kHeld, std::memory_order_acquire, std::memory_order_relaxed)) {
+    return false;
   }
-  unsigned int expected = 0;
-  if (!m_state.compare_exchange_strong(expected, 1, std::memory_order_acquire)) return false;
   m_owner.store(caller, std::memory_order_relaxed);
-  m_depth = 1;
+  return true;
+}
+
+// Whoever has waited takes the lock with the mark set, since it cannot know whether others still sleep; the Unlock that
+// finds the mark wakes one of them.
+bool Locker::Lock() noexcept {
+  if (TryLock()) return true;
+  while (m_state.exchange(kHeldAndWanted, std::memory_order_acquire) != kFree) {
+    m_state.wait(kHeldAndWanted, std::memory_order_relaxed);
+  }
+  m_owner.store(CallingThread(), std::memory_order_relaxed);
   return true;
 }
 
 void Locker::Unlock() noexcept {
   if (m_owner.load(std::memory_order_relaxed) != CallingThread()) return;
-  if (--m_depth > 0) return;
+  if (m_again > 0) {
+    --m_again;
+    return;
+  }
   m_owner.store(nullptr, std::memory_order_relaxed);
-  if (m_state.exchange(0, std::memory_order_release) == 2) m_state.notify_one();
+  // Waking uses the address alone: whoever has the lock by now may already have destroyed it.
+  if (m_state.exchange(kFree, std::memory_order_seq_cst) == kHeldAndWanted) m_state.notify_one();
 }

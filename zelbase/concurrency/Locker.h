@@ -6,8 +6,9 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
-// The same thread may lock again and unlocks as often. Usable as a constant-initialised static that is never destroyed:
-// it holds plain atomics only, so that destructors of other statics may still lock it.
+// The same thread may lock again (2^32 - 1 times) and unlocks as often. Usable as a constant-initialised static that is never destroyed:
+// it holds plain atomics only, so that destructors of other statics may still lock it. It may be destroyed as soon as nobody
+// holds it or waits. A thread gives back what it holds before it ends.
 //
 // Copying an object that owns a Locker leaves both locks as they are: a held target stays held, and a held source does not
 // hold the target.
@@ -32,8 +33,13 @@ class ZELBASE_API Locker {
   void unlock() noexcept { Unlock(); }
 
  private:
-  // 0 free, 1 held, 2 held and others may be waiting.
-  std::atomic<unsigned int> m_state{0};
+  static constexpr unsigned int kFree = 0;
+  static constexpr unsigned int kHeld = 1;
+  static constexpr unsigned int kHeldAndWanted = 2;  // others may be asleep until it is free
+
+  bool TakeAgain(const void* caller) noexcept;
+
+  std::atomic<unsigned int> m_state{kFree};
   std::atomic<const void*> m_owner{nullptr};
-  unsigned int m_depth = 0;  // guarded by the lock itself
+  unsigned int m_again = 0;  // locks of the owner beyond its first; guarded by the lock itself
 };
