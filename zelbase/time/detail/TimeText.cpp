@@ -1,0 +1,46 @@
+#include "zelbase/time/detail/TimeText.h"
+
+#include <array>
+#include <cstddef>
+#include <ctime>
+
+#include "zelbase/frame/detail/NumberText.h"
+
+namespace zelbase::detail {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 128;
+constexpr std::size_t kMarkSize = 3;
+
+std::tm ToTm(const CalendarTime& calendar) {
+  std::tm fields{};
+  fields.tm_year = calendar.year - 1900;
+  fields.tm_mon = calendar.month - 1;
+  fields.tm_mday = calendar.day;
+  fields.tm_hour = calendar.hour;
+  fields.tm_min = calendar.minute;
+  fields.tm_sec = calendar.second;
+  fields.tm_wday = calendar.dayOfWeek;
+  fields.tm_yday = calendar.dayOfYear;
+  fields.tm_isdst = calendar.daylight;
+  return fields;
+}
+
+}  // namespace
+
+std::string FormatCalendar(const CalendarTime& calendar, const std::string& format) {
+  const std::tm fields = ToTm(calendar);
+  std::array<char, kBufferSize> buffer;
+  return std::string(buffer.data(), std::strftime(buffer.data(), buffer.size(), format.c_str(), &fields));
+}
+
+void InsertMilliseconds(std::string& text, int milliseconds) {
+  std::string part = milliseconds < 0 ? ".-" : ".";
+  const long long magnitude = milliseconds;
+  AppendPadded(part, magnitude < 0 ? -magnitude : magnitude, 3);
+  const bool hasMark = text.size() >= kMarkSize && text.back() == 'M';
+  text.insert(text.size() - (hasMark ? kMarkSize : 0), part);
+}
+
+}  // namespace zelbase::detail
