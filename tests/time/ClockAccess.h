@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <mutex>
+
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/time/CExTime.h"
 #include "zelbase/time/CExTimeSync.h"
@@ -51,6 +53,11 @@ struct Model {
 };
 
 inline Model CurrentModel() { return {*Find(A0{}), *Find(A1{}), *Find(P0{})}; }
+
+inline Model CurrentModelUnderLock() {
+  const std::lock_guard guard(*Find(ClockLock{}));
+  return CurrentModel();
+}
 
 // A model without an outside source behind it.
 inline void SetModel(double a0, double a1, double p0) {
