@@ -1,5 +1,6 @@
 // What "now" costs beside the system's bare monotonic clock, which it is made from, at 1, 2 and 4 threads. At more than
-// one thread all of them ask for the time without a pause, which no program does: it is the most that the lock can cost.
+// one thread all of them ask for the time without a pause, which no program does: it is the most that the lock can
+// cost.
 
 #include <time.h>
 

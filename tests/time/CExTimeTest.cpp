@@ -89,7 +89,7 @@ TEST_F(CExTimeTest, MakingAssigningAndCopyingHandlesTouchesNothing) {
   EXPECT_EQ(clock.slept, 0u);
 }
 
-// --- Counter reading --------------------------------------------------------------------------------------------------
+// --- Counter reading ------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, CounterReadingIsDividedByTheThousandthOfTheFrequency) {
   std::mt19937_64 random(20261121);
@@ -139,7 +139,7 @@ TEST_F(CExTimeTest, NowBefore1970TruncatesTowardsZero) {
   EXPECT_EQ(milliseconds, -750);
 }
 
-// --- Wraps ------------------------------------------------------------------------------------------------------------
+// --- Wraps ----------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, ReadingZeroNegativeAndNanLeaveTheReferenceAlone) {
   SetBase(1e12, 1e12 + 5000.0);
@@ -227,7 +227,7 @@ TEST_F(CExTimeTest, AnyReadingIsTaken) {
   }
 }
 
-// --- The two guards of the model -----------------------------------------------------------------------------------------
+// --- The two guards of the model ------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, ModelIsALineThroughItsReferencePoint) {
   SetBase(1e12, 1e12);
@@ -272,7 +272,7 @@ TEST_F(CExTimeTest, InverseGivesTheRawTimeAndKeepsTheBase) {
   }
 }
 
-// --- Window time --------------------------------------------------------------------------------------------------------
+// --- Window time ----------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, WinTimeIsTheDistanceFromTheBaseWithin32Bits) {
   struct Row {
@@ -322,7 +322,7 @@ TEST_F(CExTimeTest, WinTimeDoesNotUndoTheModel) {
   EXPECT_EQ(time.GetWinTime(time.GetExTime(1000.0)), 1250u);
 }
 
-// --- Base and model from outside ----------------------------------------------------------------------------------------------
+// --- Base and model from outside ------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, SetBaseTimeMakesASlaveAndPutsTheReferenceAtNow) {
   clock.counter = 70000;  // 7 ms
@@ -348,7 +348,7 @@ TEST_F(CExTimeTest, UpdateAgeBeforeAnyUpdateIsTheWholeCounterReading) {
   EXPECT_EQ(time.GetUtcUpdateAge(), 98765.0);
 }
 
-// --- Setting the computer's clock ---------------------------------------------------------------------------------------------
+// --- Setting the computer's clock -----------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, AdjustRtcSetsTheUtcFieldsWhateverTheZone) {
   for (const char* const zone : {"UTC0", kAmsterdam, kStJohns, kKolkata}) {
@@ -430,7 +430,7 @@ TEST_F(CExTimeTest, TimezoneTakesAWholeHourForDaylightSavingWhateverTheZone) {
   EXPECT_EQ(CExTime::GetTimezone(), -41400000);  // 11.5 h, though the island is 11 h ahead
 }
 
-// --- Stamps ------------------------------------------------------------------------------------------------------------------
+// --- Stamps ---------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, StampIsTheCounterInSixteenUpperCaseDigits) {
   clock.counter = 0x0123456789ABCDEF;
@@ -498,7 +498,7 @@ TEST_F(CExTimeTest, UnreadableStampGivesZeroAndDoesNotTouchTheClock) {
   EXPECT_EQ(clock.slept, 0u);  // the first use has not come yet
 }
 
-// --- Julian days -----------------------------------------------------------------------------------------------------------
+// --- Julian days ----------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, JulianDaysOfEveryDateFrom1600To3000) {
   constexpr int kJulianOf1970 = 2440588;  // of the noon of 1 January 1970
@@ -622,7 +622,7 @@ TEST_F(CExTimeTest, JulianDateOutsideTheYearIsFalseAndLeavesTheOutputs) {
   EXPECT_EQ(day, 88);
 }
 
-// --- Whole seconds --------------------------------------------------------------------------------------------------------
+// --- Whole seconds --------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, WholeSecondsTruncateTowardsZero) {
   struct Row {
@@ -649,7 +649,7 @@ TEST_F(CExTimeTest, WholeSecondsToTime) {
   EXPECT_EQ(time.ConvertCTime(LLONG_MIN), -9223372036854775808.0 * 1000.0);
 }
 
-// --- Automation dates ----------------------------------------------------------------------------------------------------------
+// --- Automation dates -----------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, OleDateIsLocalTimeWithoutMilliseconds) {
   const ScopedTimeZone local(kStJohns);  // 3.5 h behind
@@ -731,7 +731,7 @@ TEST_F(CExTimeTest, OleDateIntoANullPointerThrows) {
   }
 }
 
-// --- UTC dates -------------------------------------------------------------------------------------------------------------------
+// --- UTC dates ------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, UtcDatesOfEveryDayBothWays) {
   const ScopedTimeZone local(kAmsterdam);  // has no say here
@@ -796,7 +796,7 @@ TEST_F(CExTimeTest, TimeOutsideTheCalendarLeavesTheUtcDate) {
   }
 }
 
-// --- Local time of day -----------------------------------------------------------------------------------------------------------
+// --- Local time of day ----------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, LocalTimeOfDayFollowsTheZoneAndItsRules) {
   struct Row {
@@ -845,7 +845,7 @@ TEST_F(CExTimeTest, DaytimeIsSecondsSinceLocalMidnightWithFraction) {
   EXPECT_EQ(secondsOfDay, 5401.0 + 250.5 / 1000.0);
 }
 
-// --- Text -----------------------------------------------------------------------------------------------------------------------
+// --- Text -----------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, TextShowsWhatIsAskedFor) {
   const ScopedTimeZone local("UTC0");
@@ -909,7 +909,7 @@ TEST_F(CExTimeTest, ConversionsTakeAnyDouble) {
   }
 }
 
-// --- Threads --------------------------------------------------------------------------------------------------------------------
+// --- Threads --------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, ReadersNeverSeeAMixOfTwoModels) {
   // Each model gives, at its own reference point, a value that only a whole model gives.

@@ -61,13 +61,15 @@ double CounterMilliseconds(PlatformClock& clock) {
   return ToMilliseconds(clock.Counter(), frequency);
 }
 
+// Kept: truncated towards zero, so that -1.5 s is second -1; every module takes whole seconds this way.
 CTime WholeSeconds(double time) { return ToCount(time / 1000.0); }
 
 int Milliseconds(double time) { return ToCount32(std::fmod(time, 1000.0)); }
 
 // Zone offset now in seconds, positive west.
 long ZoneSeconds(PlatformClock& clock, const WallClockReading& wall) {
-  // Kept: daylight saving counts as one hour, whatever the zone saves; stamps of other machines are reckoned the same way.
+  // Kept: daylight saving counts as one hour, whatever the zone saves; stamps of other machines are reckoned the same
+  // way.
   return clock.TimezoneSeconds() - (wall.daylight ? 3600 : 0);
 }
 
@@ -149,6 +151,7 @@ double CExTime::GetExTime(double counterMilliseconds) const {
   // Kept: readings of 0.0, below, and NaN leave the reference alone; callers ask for the base by GetExTime(0.0).
   if (counterMilliseconds > 0.0) {
     double shift = 0.0;
+    // Kept: exactly half a cycle either way is no wrap.
     if (m_prevZelTime - raw > kHalfWrap) {
       shift = kWrap;
     } else if (raw - m_prevZelTime > kHalfWrap) {
@@ -169,7 +172,7 @@ double CExTime::GetExTime(double counterMilliseconds) const {
 
 double CExTime::GetZelTime(double time) const {
   const Guard guard(m_lock);
-  // Kept: a0 = 0.0 does not switch the model off here, unlike GetExTime.
+  // Kept: a0 = 0.0 does not switch the model off here, unlike GetExTime; and the base stays in, callers take it off.
   if (std::isnan(m_a0) || std::isnan(m_a1) || m_a1 == 0.0) return time;
   return (time - m_a0) / m_a1 + m_p0;
 }
@@ -182,10 +185,12 @@ void CExTime::GetCurTime(CTime& seconds, int& milliseconds) const {
   seconds = WholeSeconds(now);
 }
 
+// Kept: the bare counter under the name of the system's time; device drivers call it for intervals.
 double CExTime::GetCurSystemTime() const { return CounterMilliseconds(CurrentClock()); }
 
 unsigned long CExTime::GetWinTime(double time) const {
   const Guard guard(m_lock);
+  // Kept: the base alone is taken off, not the model.
   double difference = time - m_time1970Base.load(std::memory_order_relaxed);
   if (difference < 0.0) difference += kWrap;
   if (difference > kWrap) difference -= kWrap;
@@ -329,7 +334,7 @@ void CExTime::ConvertToOleTime(double time, COleDateTime* date) const {
   date->m_status = COleDateTime::invalid;
   CalendarTime calendar;
   if (!CurrentClock().LocalTime(WholeSeconds(time), calendar)) return;
-  const SYSTEMTIME local = ToSystemTime(calendar);
+  const SYSTEMTIME local = ToSystemTime(calendar);  // Kept: without milliseconds, so that the date reads back equal
   SYSTEMTIME back;
   if (!SystemTimeToVariantTime(local, date->m_dt) || !VariantTimeToSystemTime(date->m_dt, back)) return;
   if (SameSecond(local, back)) date->m_status = COleDateTime::valid;
@@ -384,6 +389,7 @@ bool CExTime::TimeTo5qTime(double time, tagTIME5Q* record) const {
   const CalendarTime utc = CivilFromSeconds(seconds);
   record->year = static_cast<unsigned short>(utc.year);
   record->day = static_cast<unsigned short>(utc.dayOfYear + 1);
+  // Kept: a fraction just below a minute may round up to 60 seconds; readers carry it over by their arithmetic.
   record->seconds = static_cast<float>(std::fmod(time / 1000.0, 60.0));
   record->hours = static_cast<unsigned char>(utc.hour);
   record->minutes = static_cast<unsigned char>(utc.minute);
@@ -394,6 +400,7 @@ bool CExTime::TimeFrom5qTime(double& time, const tagTIME5Q* record) const {
   if (record == nullptr) return false;
   int month = 0, day = 0;
   if (!JulianDate(record->year, record->day, month, day)) return false;
+  // Kept: the time of day is not tested; sonars send 60 seconds and more.
   const double days = ConvertToJulianFrac(month, day, record->year) - kJulianOf1970;
   const double secondsOfDay =
       (static_cast<double>(record->hours) * 60.0 + static_cast<double>(record->minutes)) * 60.0 +
@@ -416,6 +423,7 @@ CTime CExTime::TimestampToDaytime(double time, double& secondsOfDay) const {
 
 std::string CExTime::TimeToString(double time, bool showMilliseconds, bool showDate, bool showSeconds) const {
   std::string format = showDate ? "%x " : "";
+  // Kept: milliseconds alone show the seconds, too.
   format += showSeconds || showMilliseconds ? "%X" : "%H:%M";
   std::string text;
   CalendarTime local;

@@ -1,5 +1,6 @@
 // The suite's one time: what "now" is, and how a time value turns into calendar fields, stamps and texts. Neighbours:
-// CExTimeSync.h, the thread that keeps it true; Time5Q.h, the packed record; PlatformClock.h, the clocks it is made from.
+// CExTimeSync.h, the thread that keeps it true; Time5Q.h, the packed record; PlatformClock.h, the clocks it is made
+// from.
 #pragma once
 
 #include <atomic>
@@ -12,8 +13,8 @@
 #include "zelbase/platform/ZelBaseApi.h"
 #include "zelbase/time/Time5Q.h"
 
-// A handle on the clock of the process. An object holds nothing: all handles show the same clock, and copying one copies
-// nothing.
+// A handle on the clock of the process. An object holds nothing: all handles show the same clock, and copying one
+// copies nothing.
 //
 //   CExTime time;                                              // the first one starts the clock discipline
 //   const double now = time.GetCurTime();                      // milliseconds since 1970-01-01 00:00:00 UTC
@@ -30,15 +31,15 @@
 // What always holds:
 //   (1) Whole seconds of a time value, and whole milliseconds, are truncated towards zero.
 //   (2) A time value is never clamped or held back: a new model may make "now" step either way.
-//   (3) Any double and any int may be given anywhere. What does not fit a 64-bit count of seconds, NaN included, counts as
-//       the smallest such number, and integers that leave the range of an int wrap.
-//   (4) A calendar conversion succeeds for seconds in 0..32535215999 (1970-01-01 to 3000-12-31) and fails outside, local
-//       and UTC. Each operation says what it gives then.
+//   (3) Any double and any int may be given anywhere. What does not fit a 64-bit count of seconds, NaN included, counts
+//       as the smallest such number, and integers that leave the range of an int wrap.
+//   (4) A calendar conversion succeeds for seconds in 0..32535215999 (1970-01-01 to 3000-12-31) and fails outside,
+//       local and UTC. Each operation says what it gives then.
 //   (5) Everything works in constructors and destructors of statics and in functions called at exit.
 //
-// Threads: every operation may be called from any thread at once. The lock is re-entrant and never held while a caller's
-// code runs. A process that forks while another of its threads is inside the clock leaves the child's clock locked, as
-// any lock would be.
+// Threads: every operation may be called from any thread at once. The lock is re-entrant and never held while a
+// caller's code runs. A process that forks while another of its threads is inside the clock leaves the child's clock
+// locked, as any lock would be.
 class ZELBASE_API CExTime {
  public:
   // Makes sure that the clock discipline of the process has been started.
@@ -71,8 +72,8 @@ class ZELBASE_API CExTime {
   // The counter reading of now in milliseconds, without base and model, despite the name.
   double GetCurSystemTime() const;
 
-  // Milliseconds since the base, modulo 2^32: takes the base off once, and not the model. A difference below 0 gets 2^32
-  // added, one above 2^32 gets it taken off once; what is still out of range keeps its low 32 bits. Never above
+  // Milliseconds since the base, modulo 2^32: takes the base off once, and not the model. A difference below 0 gets
+  // 2^32 added, one above 2^32 gets it taken off once; what is still out of range keeps its low 32 bits. Never above
   // 4294967295, also where unsigned long has 64 bits.
   unsigned long GetWinTime(double time) const;
 
@@ -91,12 +92,12 @@ class ZELBASE_API CExTime {
   // Milliseconds since the last SetUtcCoeffs; the whole counter reading when there was none.
   double GetUtcUpdateAge() const;
 
-  // Sets the computer's clock to the suite's time, which the system refuses to most users. Takes 5 milliseconds under the
-  // lock. Always true, whatever came of it. Nothing is set when the time lies outside the calendar's range.
+  // Sets the computer's clock to the suite's time, which the system refuses to most users. Takes 5 milliseconds under
+  // the lock. Always true, whatever came of it. Nothing is set when the time lies outside the calendar's range.
   bool AdjustRTC() const;
 
-  // Offset of local time now in milliseconds, positive west of Greenwich: the zone's standard offset, less one hour while
-  // daylight saving is in force, whatever amount the zone really saves.
+  // Offset of local time now in milliseconds, positive west of Greenwich: the zone's standard offset, less one hour
+  // while daylight saving is in force, whatever amount the zone really saves.
   static long GetTimezone();
 
   // --- Stamps: the raw counter as text, for modules on one machine ---
@@ -105,8 +106,9 @@ class ZELBASE_API CExTime {
   std::string GetTimeStampString() const;
   std::string GetTimeStampString(double time) const;
 
-  // The time value of a stamp. Any text may come: the scan is that of "<0x%16I64X>", so lower case, fewer digits, blanks, a
-  // sign or a second "0x" before the digits, and whatever follows them, all pass. An unreadable text gives 0.0.
+  // The time value of a stamp. Any text may come: the scan is that of "<0x%16I64X>", so lower case, fewer digits,
+  // blanks, a sign or a second "0x" before the digits, and whatever follows them, all pass. An unreadable text gives
+  // 0.0.
   double TimeStampStringToTime(std::string stamp) const;
 
   // --- Calendar: full years, months 1..12 ---
@@ -117,19 +119,20 @@ class ZELBASE_API CExTime {
   // Julian day number of a date.
   int ConvertToJulian(int month, int day, int year) const;
 
-  // Julian date of the midnight that begins a date: (1, 1, 1970) is 2440587.5. Reckoned in 64 bits, so that no int wraps.
+  // Julian date of the midnight that begins a date: (1, 1, 1970) is 2440587.5. Reckoned in 64 bits, so that no int
+  // wraps.
   double ConvertToJulianFrac(int month, int day, int year) const;
 
   // The inverse of the two-argument ConvertToJulian: returns the day counted from 1 March, 1..366.
   int ConvertFromJulian(int julianDay, int& year) const;
 
-  // Not a calendar date, except on 1 March of the first year of a century count (1600, 1700, ... 2000): the day within the
-  // century is taken for a day within the year, so that months up to 289 come out. Use TimeToUtcDate or JulianDate.
+  // Not a calendar date, except on 1 March of the first year of a century count (1600, 1700, ... 2000): the day within
+  // the century is taken for a day within the year, so that months up to 289 come out. Use TimeToUtcDate or JulianDate.
   // Returns the day of the month.
   int ConvertFromJulian(int julianDay, int& month, int& year) const;
 
-  // Turns a day of the year, 1 = 1 January, into month and day of the month. False, outputs untouched, for a day outside
-  // 1..366 and for day 366 of a common year.
+  // Turns a day of the year, 1 = 1 January, into month and day of the month. False, outputs untouched, for a day
+  // outside 1..366 and for day 366 of a common year.
   bool JulianDate(int year, int dayOfYear, int& month, int& day) const;
 
   // --- Conversions ---
@@ -145,13 +148,13 @@ class ZELBASE_API CExTime {
   // The same into `date`. Throws CAtlException 0x80070057 for a null `date`.
   void ConvertToOleTime(double time, COleDateTime* date) const;
 
-  // The time value of a local automation date; the zone's rules tell summer time. 0.0 for a date that is not valid, that
-  // lies before 1900, or that local time does not have. In the hour that autumn repeats, either of the two.
+  // The time value of a local automation date; the zone's rules tell summer time. 0.0 for a date that is not valid,
+  // that lies before 1900, or that local time does not have. In the hour that autumn repeats, either of the two.
   double ConvertOleTime(const COleDateTime& date) const;
 
-  // UTC date to whole seconds. 0 unless year is in 1970..3000, month in 1..12 and day in 1..31; only after that the time of
-  // day is looked at, and an hour outside 0..23 or a minute or second outside 0..59 throws CAtlException 0x80004005. 31
-  // February runs over into March.
+  // UTC date to whole seconds. 0 unless year is in 1970..3000, month in 1..12 and day in 1..31; only after that the
+  // time of day is looked at, and an hour outside 0..23 or a minute or second outside 0..59 throws CAtlException
+  // 0x80004005. 31 February runs over into March.
   static CTime UtcDateToTime(int year, int month, int day, int hour, int minute, int second);
 
   // Whole seconds to UTC date; outputs untouched outside the calendar's range.
@@ -161,21 +164,21 @@ class ZELBASE_API CExTime {
   // A fraction just below 60 seconds may round up to 60.0f.
   bool TimeTo5qTime(double time, tagTIME5Q* record) const;
 
-  // A record into a time value. False, `time` untouched, for a null record and for a day that its year does not have. The
-  // other fields are taken as they are.
+  // A record into a time value. False, `time` untouched, for a null record and for a day that its year does not have.
+  // The other fields are taken as they are.
   bool TimeFrom5qTime(double& time, const tagTIME5Q* record) const;
 
   // Local time of day as hour * 10000 + minute * 100 + second; -10101 outside the calendar's range.
   long GetHHMMSS(double time) const;
 
-  // Returns the whole seconds of `time`; `secondsOfDay` gets the seconds since local midnight with fraction. Outside the
-  // calendar's range hour, minute and second count as -1 each.
+  // Returns the whole seconds of `time`; `secondsOfDay` gets the seconds since local midnight with fraction. Outside
+  // the calendar's range hour, minute and second count as -1 each.
   CTime TimestampToDaytime(double time, double& secondsOfDay) const;
 
-  // Local time as text in the form of the process's LC_TIME: the date if asked for, then hours and minutes, with seconds if
-  // seconds or milliseconds are asked for, then "." and three digits of milliseconds, which go before a closing mark such
-  // as " PM". In the "C" locale "02/13/09 23:31:30.125". Empty (but for the milliseconds) outside the calendar's range or
-  // when a locale needs more than 127 bytes.
+  // Local time as text in the form of the process's LC_TIME: the date if asked for, then hours and minutes, with
+  // seconds if seconds or milliseconds are asked for, then "." and three digits of milliseconds, which go before a
+  // closing mark such as " PM". In the "C" locale "02/13/09 23:31:30.125". Empty (but for the milliseconds) outside the
+  // calendar's range or when a locale needs more than 127 bytes.
   std::string TimeToString(double time, bool showMilliseconds, bool showDate, bool showSeconds) const;
 
  private:
@@ -186,8 +189,8 @@ class ZELBASE_API CExTime {
   static std::string FormatStamp(long long counter);
   int LeapYear(int year) const;                        // 1 or 0
 
-  // The clock of the process: constant-initialised and never destroyed, so that any static may use it. Guarded by m_lock;
-  // the atomic ones are also read, and m_bTimeSyncDone written, without it.
+  // The clock of the process: constant-initialised and never destroyed, so that any static may use it. Guarded by
+  // m_lock; the atomic ones are also read, and m_bTimeSyncDone written, without it.
   static std::atomic<double> m_time1970Base;   // the base, milliseconds
   static double m_prevZelTime;                 // last raw time seen by GetExTime, against which wraps are told
   static double m_a0;                          // model: time value at the reference point; 0.0 or NaN: no model

@@ -31,7 +31,8 @@ CExTimeSync* Storage() { return std::launder(reinterpret_cast<CExTimeSync*>(g_st
 
 long long ProcessId() { return PlatformService<PlatformProcesses>::Current().CurrentId(); }
 
-// Each term is divided before it is added: the values lie near 1.4e12, and the order of rounding is part of the result.
+// Kept: each term is divided before it is added; the values lie near 1.4e12, and the order of rounding is part of the
+// result.
 double Mean(const double* values, int count) {
   double mean = 0.0;
   for (int i = 0; i < count; ++i) mean += values[i] / count;
@@ -115,6 +116,7 @@ bool CExTimeSync::Publish(double a0, double a1, double p0) const {
 }
 
 bool CExTimeSync::ComputeCoefficients(double exTime, double systemTime, double& a0, double& a1, double& p0) {
+  // Kept: exactly one second goes on, and so does a difference that is no number.
   if (std::fabs(exTime - systemTime) > kLargestDifference) {
     m_bStop = true;
     return false;

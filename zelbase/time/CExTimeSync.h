@@ -11,10 +11,10 @@
 #include "zelbase/platform/ZelBaseApi.h"
 #include "zelbase/time/CExTime.h"
 
-// The one discipline of the process. Nobody needs to call it: the first CExTime starts it. Ten times a second, and never
-// more often, its thread compares the suite's time with the wall clock, fits a straight line through the last 60
-// comparisons and publishes that line as the clock model: smooth as the counter over short spans, true as the wall clock
-// over long ones.
+// The one discipline of the process. Nobody needs to call it: the first CExTime starts it. Ten times a second, and
+// never more often, its thread compares the suite's time with the wall clock, fits a straight line through the last 60
+// comparisons and publishes that line as the clock model: smooth as the counter over short spans, true as the wall
+// clock over long ones.
 //
 //   state                   entered by                             left by
 //   not started             start of the process                   the first CExTime or GetExTimeSync
@@ -24,12 +24,12 @@
 //   ended, clock step       clocks more than 1000 ms apart         never
 //   ended, asked            exit of the process                    never
 //
-// After an end the last published model stays in force. Nothing reports an end; GetUtcUpdateAge tells whether an outside
-// source was ever heard from.
+// After an end the last published model stays in force. Nothing reports an end; GetUtcUpdateAge tells whether an
+// outside source was ever heard from.
 //
-// Life: made at first use, where a second first user waits until it is complete; its thread is stopped and waited for at
-// exit, and the object itself then remains, so that what runs later may still make a CExTime, which starts nothing. In a
-// forked child there is no thread; the child goes on with the model it was born with.
+// Life: made at first use, where a second first user waits until it is complete; its thread is stopped and waited for
+// at exit, and the object itself then remains, so that what runs later may still make a CExTime, which starts nothing.
+// In a forked child there is no thread; the child goes on with the model it was born with.
 //
 // Threads: every public operation may be called from any thread at once.
 class ZELBASE_API CExTimeSync {
@@ -40,8 +40,8 @@ class ZELBASE_API CExTimeSync {
   CExTimeSync(const CExTimeSync&) = delete;
   CExTimeSync& operator=(const CExTimeSync&) = delete;
 
-  // Starts the thread if it was never started; one that has ended by itself is not started again. True, unless the system
-  // refuses a thread: then false, and a later call tries again.
+  // Starts the thread if it was never started; one that has ended by itself is not started again. True, unless the
+  // system refuses a thread: then false, and a later call tries again.
   virtual bool StartSync();
 
   // The one object. Makes it, and thereby starts the thread, at the first call.
@@ -65,9 +65,9 @@ class ZELBASE_API CExTimeSync {
   void ThreadFunction();
 
   // Takes one comparison of the suite's time with the wall clock, both in milliseconds, and fits the line
-  // time = a0 + (raw - p0) * a1 through the samples, a1 held within 0.9..1.1. True when a0, a1 and p0 have been written and
-  // are to be published. False, outputs untouched: fewer than two samples, all samples at one raw time, or more than
-  // 1000 ms apart, which stores nothing and asks the thread to end.
+  // time = a0 + (raw - p0) * a1 through the samples, a1 held within 0.9..1.1. True when a0, a1 and p0 have been written
+  // and are to be published. False, outputs untouched: fewer than two samples, all samples at one raw time, or more
+  // than 1000 ms apart, which stores nothing and asks the thread to end.
   bool ComputeCoefficients(double exTime, double systemTime, double& a0, double& a1, double& p0);
 
   bool FitLine(double& a0, double& a1, double& p0) const;

@@ -4,11 +4,11 @@
 #pragma pack(push, 1)
 
 // A UTC time as a date of year and day of the year with a time of day, 10 bytes without padding, least significant byte
-// first on disk and on the wire. A plain record: bytes may be copied into and out of it, and `tagTIME5Q record{};` is all
-// zeros.
+// first on disk and on the wire. A plain record: bytes may be copied into and out of it, and `tagTIME5Q record{};` is
+// all zeros.
 //
-// The fields are unaligned: take them by value, never by reference or pointer. Readers do not test the time of day, so any
-// number may stand in `seconds`, `hours` and `minutes`.
+// The fields are unaligned: take them by value, never by reference or pointer. Readers do not test the time of day, so
+// any number may stand in `seconds`, `hours` and `minutes`.
 struct tagTIME5Q {
   unsigned short year;    // offset 0: full year
   unsigned short day;     // offset 2: day of the year, 1 = 1 January
