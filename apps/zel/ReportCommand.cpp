@@ -77,12 +77,11 @@ void PrintFile(const SettingsFile& file) {
 // Puts what the text of the file loses on its way into the store on the error list.
 void ReportFindings(const SettingsFile& file) {
   SettingsReport report;
-  report.Check(ReadBytes(file.path));
+  report.ReadFile(ToSuitePath(file.path));
   for (const auto& finding : report.Findings()) {
-    if (finding.severity == SettingsReport::Severity::Note) continue;
-    ReportError(GenericError(file.path + ":" + std::to_string(finding.line) + ": " + finding.Message(), file.path,
-                             "Settings file"),
-                kCheckContext);
+    if (finding.severity == SettingsSeverity::Note) continue;
+    const std::string place = file.path + ":" + std::to_string(finding.line) + ": ";
+    ReportError(GenericError(place + SettingsReport::Message(finding), file.path, "Settings file"), kCheckContext);
   }
 }
 

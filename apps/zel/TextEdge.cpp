@@ -115,6 +115,16 @@ std::string ToTerminal(std::string_view text, Encoding encoding) {
   return result;
 }
 
+std::string ToUtf8(std::string_view text, Encoding encoding) {
+  if (encoding == Encoding::Utf8) return std::string(text);
+  std::string result;
+  for (const char c : text) {
+    const unsigned int codePoint = CodePoint(Byte(c));
+    AppendUtf8(result, codePoint != 0 ? codePoint : Byte(c));
+  }
+  return result;
+}
+
 bool FromArgument(std::string_view argument, Encoding encoding, std::string& bytes) {
   if (encoding == Encoding::Utf8) {
     bytes = argument;

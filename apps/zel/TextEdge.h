@@ -16,6 +16,9 @@ Encoding DetectEncoding(std::string_view text);
 // To UTF-8 for a terminal. Control characters, which could steer the terminal, come out as "\xNN" (a tab as it is).
 std::string ToTerminal(std::string_view text, Encoding encoding);
 
+// To UTF-8 with all characters as they are.
+std::string ToUtf8(std::string_view text, Encoding encoding);
+
 // From UTF-8, as arguments come, to the bytes of a file. False, with the result untouched, when a character has no place in
 // Windows-1252.
 bool FromArgument(std::string_view argument, Encoding encoding, std::string& bytes);

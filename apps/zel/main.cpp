@@ -1,0 +1,39 @@
+// zel: the suite's tool on the command line.
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "ReportCommand.h"
+#include "SettingsCommands.h"
+#include "SettingsFile.h"
+
+namespace {
+
+int Run(int argc, char** argv) {
+  CLI::App program("zel looks into the files and services of the survey suite.", "zel");
+  program.set_version_flag("--version", std::string(ZEL_VERSION));
+  program.require_subcommand(1);
+  program.footer("Examples:\n  zel report samples/settings/suite.ini\n  zel settings check samples/settings/faulty.ini\n\n"
+                 "\"zel COMMAND --help\" tells more.\n"
+                 "Exit codes: 0 done, 1 something found wrong, 2 bad usage.");
+  int exitCode = zel::kDone;
+  zel::AddReportCommand(program, exitCode);
+  zel::AddSettingsCommands(program, exitCode);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == 0 ? zel::kDone : zel::kBadUsage;
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& error) {
+    return zel::Fail(error.what());
+  }
+}
