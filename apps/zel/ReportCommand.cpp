@@ -142,7 +142,7 @@ void AddReportCommand(CLI::App& program, int& exitCode) {
   auto* command = program.add_subcommand("report", "Show what settings files hold and what went wrong in reading them");
   const auto paths = std::make_shared<std::vector<std::string>>();
   command->add_option("FILE", *paths, "Settings files; those that a section [Files] names are shown, too")->required();
-  command->footer("Example:\n  zel report samples/settings/suite.ini\n\nExit code: 0, or 1 when a FILE cannot be opened.");
+  command->footer("Example:\n  zel report samples/settings/suite.ini\n\nExit code: 0, or 1 when a FILE cannot be opened.\n");
   command->callback([paths, &exitCode] { exitCode = Report(*paths); });
 }
 

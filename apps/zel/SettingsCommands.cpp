@@ -84,6 +84,35 @@ void PrintFinding(const SettingsFile& file, const SettingsFinding& finding) {
   std::cout << ' ' << SeverityName(finding.severity) << ": " << file.Shown(SettingsReport::Message(finding)) << '\n';
 }
 
+// Lines before the first section come by the hundred in files of other makers: a run of them is told in one line.
+class LinesBeforeSections {
+ public:
+  void Take(const SettingsFinding& finding) {
+    if (finding.kind != SettingsFindingKind::TextBeforeSections) return;
+    if (m_count++ == 0) m_first = finding;
+    m_last = finding.line;
+    if (finding.severity == SettingsSeverity::Warning && m_items++ == 0) m_firstItem = finding;
+  }
+
+  void Print(const SettingsFile& file, bool quiet) const {
+    if (m_count == 0 || (quiet && m_items == 0)) return;
+    if (m_count == 1) return PrintFinding(file, m_first);
+    std::cout << file.path << ':' << m_first.line << '-' << m_last << ": " << (m_items > 0 ? "warning" : "note") << ": "
+              << m_count << " lines before the first section are kept as they are";
+    if (m_items > 0) {
+      std::cout << "; " << m_items << (m_items == 1 ? " looks" : " look") << " like an item and "
+                << (m_items == 1 ? "is" : "are") << " not read, first in line "
+                << m_firstItem.line;
+    }
+    std::cout << '\n';
+  }
+
+ private:
+  SettingsFinding m_first, m_firstItem;
+  long long m_last = 0;
+  std::size_t m_count = 0, m_items = 0;
+};
+
 // Says how many findings the report met and did not keep.
 void PrintRest(const SettingsReport& report, const SettingsFile& file) {
   const long long met = report.NumFindings(SettingsSeverity::Loss) + report.NumFindings(SettingsSeverity::Warning) +
@@ -101,7 +130,11 @@ bool CheckFile(const std::string& path, bool quiet) {
     Fail(reason);
     return false;
   }
+  LinesBeforeSections before;
+  for (const auto& finding : report.Findings()) before.Take(finding);
+  before.Print(file, quiet);
   for (const auto& finding : report.Findings()) {
+    if (finding.kind == SettingsFindingKind::TextBeforeSections) continue;
     if (!quiet || finding.severity != SettingsSeverity::Note) PrintFinding(file, finding);
   }
   PrintRest(report, file);
@@ -226,7 +259,7 @@ using Command = int (*)(const Arguments&);
 CLI::App* Add(CLI::App* parent, const std::string& name, const std::string& description, const std::string& footer,
               Command command, const std::shared_ptr<Arguments>& arguments, int& exitCode) {
   CLI::App* const app = parent->add_subcommand(name, description);
-  app->footer(footer);
+  app->footer(footer + "\n");
   app->callback([command, arguments, &exitCode] { exitCode = command(*arguments); });
   return app;
 }
@@ -257,7 +290,7 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
       ->capture_default_str();
 
   app = Add(settings, "set", "Change or add one value; every other byte of the file stays",
-            "Example:\n  zel settings set vessel.ini Vessel Draught 2.8\n\nThe file and the section are made when missing.",
+            "Example:\n  zel settings set vessel.ini Vessel Draught 2.8\n\nThe file and the section are made when missing. A VALUE that begins with \"-\" and a letter goes behind \"--\".",
             Set, arguments, exitCode);
   AddFile(app, *arguments);
   app->add_option("SECTION", arguments->section, "Name of the section")->required();

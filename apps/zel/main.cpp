@@ -16,7 +16,7 @@ int Run(int argc, char** argv) {
   program.require_subcommand(1);
   program.footer("Examples:\n  zel report samples/settings/suite.ini\n  zel settings check samples/settings/faulty.ini\n\n"
                  "\"zel COMMAND --help\" tells more.\n"
-                 "Exit codes: 0 done, 1 something found wrong, 2 bad usage.");
+                 "Exit codes: 0 done, 1 something found wrong, 2 bad usage.\n");
   int exitCode = zel::kDone;
   zel::AddReportCommand(program, exitCode);
   zel::AddSettingsCommands(program, exitCode);
