@@ -23,6 +23,15 @@ class Zel : public testing::Test {
 
 bool Holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
+// Columns are as wide as their contents: runs of blanks count as one.
+std::string OneBlank(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    if (c != ' ' || result.empty() || result.back() != ' ') result += c;
+  }
+  return result;
+}
+
 }  // namespace
 
 TEST_F(Zel, WithoutACommandIsBadUsage) {
@@ -58,8 +67,8 @@ TEST_F(Zel, ReportShowsTypedValuesTheTimeAndTheErrorList) {
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.errors, "");
   EXPECT_TRUE(Holds(result.output, " UTC, time stamp <0x")) << result.output;
-  EXPECT_TRUE(Holds(result.output, "Deviceflags   integer  31"));
-  EXPECT_TRUE(Holds(result.output, "Draught           number   2.75") || Holds(result.output, "number   2.75"));
+  EXPECT_TRUE(Holds(OneBlank(result.output), "Deviceflags integer 31\n"));
+  EXPECT_TRUE(Holds(OneBlank(result.output), "Draught number 2.75\n"));
   EXPECT_TRUE(Holds(result.output, "red 255, green 96, blue 64 (#FF6040)"));
   EXPECT_TRUE(Holds(result.output, "9007199254740993"));
   EXPECT_TRUE(Holds(result.output, "11.5 °C"));
@@ -124,7 +133,7 @@ TEST_F(Zel, SetMakesTheFileAndTheSection) {
 TEST_F(Zel, SetRefusesWhatWouldNotReadBack) {
   const std::string text = "[A]\nk = 1\n";
   const std::string file = Write("a.ini", text);
-  for (const std::string& value : {"http://host", " 1", "1\n[B]"}) {
+  for (const char* const value : {"http://host", " 1", "1\n[B]"}) {
     const ProgramResult result = Run({"settings", "set", file, "A", "k", value});
     EXPECT_EQ(result.exitCode, 1) << value;
     EXPECT_FALSE(result.errors.empty());
