@@ -89,7 +89,7 @@ bool FileObject::ReadLines(CArchive& archive) {
     } else if (items == nullptr) {
       m_extraInfo.emplace_back(line);
     } else if (parts.kind == SettingsLineKind::Item) {
-      items->Set(parts.key, parts.value);
+      items->Set(parts.name, parts.value);
     }
   }
   return items != nullptr;

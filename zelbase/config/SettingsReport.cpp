@@ -179,10 +179,9 @@ void SettingsReport::Builder::TakeHead(const SettingsLine& parts) {
   Section* section = m_sections.Find(hash, [&](const Section& known) { return known.name == parts.name; });
   const bool repeated = section != nullptr;
   if (!repeated) {
-    Section added;
-    added.name = parts.name;
-    added.firstLine = m_report.m_lines;
-    section = &m_sections.Append(hash, std::move(added));
+    section = &m_sections.Append(hash);
+    section->name = parts.name;
+    section->firstLine = m_report.m_lines;
   }
   m_section = section->number;
   m_sectionName = parts.name;
@@ -196,36 +195,36 @@ void SettingsReport::Builder::TakeHead(const SettingsLine& parts) {
         parts.cut.empty() ? parts.content : parts.cut);
     return;
   }
-  const std::string_view behind = zelbase::detail::Trim(parts.behind);
+  // "[", the name with its blanks, "]".
+  const std::string_view behind = zelbase::detail::Trim(parts.content.substr(parts.value.size() + 2));
   if (!behind.empty()) Add(Kind::HeadTrailingText, Severity::Warning, behind);
 }
 
 void SettingsReport::Builder::TakeItem(const SettingsLine& parts) {
   CountRepeat(parts);
-  if (parts.key.front() == ';') Add(Kind::SemicolonKey, Severity::Loss, parts.content, parts.key);
+  if (parts.name.front() == ';') Add(Kind::SemicolonKey, Severity::Loss, parts.content, parts.name);
   if (!parts.cut.empty()) {
     // Behind a blank it looks like a comment that was meant as one.
     const bool meant = IsSpace(parts.content.back()) || parts.value.empty();
-    Add(Kind::ValueCut, meant ? Severity::Warning : Severity::Loss, parts.cut, parts.key);
+    Add(Kind::ValueCut, meant ? Severity::Warning : Severity::Loss, parts.cut, parts.name);
   }
-  if (parts.value.empty()) Add(Kind::EmptyValue, Severity::Note, {}, parts.key);
+  if (parts.value.empty()) Add(Kind::EmptyValue, Severity::Note, {}, parts.name);
 }
 
 void SettingsReport::Builder::CountRepeat(const SettingsLine& parts) {
-  const std::uint32_t hash = HashText(parts.key) ^ static_cast<std::uint32_t>(m_section * 0x9E3779B1U);
+  const std::uint32_t hash = HashText(parts.name) ^ static_cast<std::uint32_t>(m_section * 0x9E3779B1U);
   Item* const known = m_items.Find(
-      hash, [&](const Item& item) { return item.section == m_section && item.key == parts.key; });
+      hash, [&](const Item& item) { return item.section == m_section && item.key == parts.name; });
   if (known == nullptr) {
-    Item added;
-    added.key = parts.key;
+    Item& added = m_items.Append(hash);
+    added.key = parts.name;
     added.value = parts.value;
     added.section = m_section;
     added.lastLine = m_report.m_lines;
-    m_items.Append(hash, std::move(added));
     return;
   }
   const Severity severity = known->value == parts.value ? Severity::Note : Severity::Loss;
-  AddAt(known->lastLine, known->number, Kind::KeyRepeated, severity, known->value, parts.key);
+  AddAt(known->lastLine, known->number, Kind::KeyRepeated, severity, known->value, parts.name);
   known->value = parts.value;
   known->lastLine = m_report.m_lines;
 }
@@ -248,10 +247,11 @@ void SettingsReport::Builder::TakeBytes(const SettingsLine& parts, std::string_v
   }
   const ByteKinds found = LookAtBytes(line);
   const Severity severity = parts.kind == SettingsLineKind::Comment ? Severity::Note : Severity::Warning;
-  if (found.zero) Add(Kind::ZeroByte, severity, line, parts.key);
-  if (found.control) Add(Kind::ControlByte, severity, line, parts.key);
-  if (found.carriageReturn) Add(Kind::LoneCarriageReturn, severity, line, parts.key);
-  if (found.utf8) Add(Kind::Utf8Text, severity, line, parts.key);
+  const std::string_view key = parts.kind == SettingsLineKind::Item ? parts.name : std::string_view();
+  if (found.zero) Add(Kind::ZeroByte, severity, line, key);
+  if (found.control) Add(Kind::ControlByte, severity, line, key);
+  if (found.carriageReturn) Add(Kind::LoneCarriageReturn, severity, line, key);
+  if (found.utf8) Add(Kind::Utf8Text, severity, line, key);
 }
 
 void SettingsReport::Builder::Finish() {

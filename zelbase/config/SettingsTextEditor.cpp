@@ -34,7 +34,7 @@ struct SettingsTextEditor::Line {
   bool IsItemOf(std::string_view name) const {
     return inSection && parts.kind == SettingsLineKind::Item && section == name;
   }
-  bool IsItem(std::string_view name, std::string_view key) const { return IsItemOf(name) && parts.key == key; }
+  bool IsItem(std::string_view name, std::string_view key) const { return IsItemOf(name) && parts.name == key; }
 };
 
 // `removed` bytes from `at` on give way to `added`.
@@ -159,7 +159,7 @@ SettingsTextEditor::Edit SettingsTextEditor::ChangeValue(const Line& line, std::
   Edit edit{static_cast<std::size_t>(parts.value.data() - m_text.data()), parts.value.size(), std::string(value)};
   if (parts.value.empty()) {
     // Only white space may stand behind "=": keep one blank of it in front of the value.
-    const std::size_t separator = m_text.find('=', static_cast<std::size_t>(parts.key.data() - m_text.data()));
+    const std::size_t separator = m_text.find('=', static_cast<std::size_t>(parts.name.data() - m_text.data()));
     const std::size_t contentEnd = static_cast<std::size_t>(parts.content.data() - m_text.data()) + parts.content.size();
     edit.at = std::min(separator + 2, contentEnd);
     if (edit.at == separator + 1 && IsSpace(m_text[separator - 1])) edit.added.insert(0, 1, ' ');
@@ -173,7 +173,7 @@ SettingsTextEditor::Edit SettingsTextEditor::ChangeValue(const Line& line, std::
 
 SettingsTextEditor::Edit SettingsTextEditor::ChangeHead(const Line& line, std::string_view name) const {
   const SettingsLine& parts = line.parts;
-  const std::string_view old = parts.closed ? parts.name : zelbase::detail::TrimRight(parts.brackets);
+  const std::string_view old = parts.closed ? parts.name : zelbase::detail::TrimRight(parts.value);
   std::string added(name);
   if (!parts.closed) added += ']';
   return {static_cast<std::size_t>(old.data() - m_text.data()), old.size(), std::move(added)};
@@ -259,8 +259,8 @@ bool SettingsTextEditor::SetItem(const std::string& section, const std::string& 
   if (last == kNowhere) return Apply({InsertBehind(lines, head, {ItemText(key, value)})});
   // As the item before it is written.
   const Line& model = lines[last];
-  const std::size_t keyBegin = static_cast<std::size_t>(model.parts.key.data() - m_text.data());
-  const std::size_t keyEnd = keyBegin + model.parts.key.size();
+  const std::size_t keyBegin = static_cast<std::size_t>(model.parts.name.data() - m_text.data());
+  const std::size_t keyEnd = keyBegin + model.parts.name.size();
   const std::size_t valueBegin = static_cast<std::size_t>(model.parts.value.data() - m_text.data());
   std::string indentation = m_text.substr(model.begin, keyBegin - model.begin);
   std::string separator = model.parts.value.empty() ? " = " : m_text.substr(keyEnd, valueBegin - keyEnd);
@@ -295,7 +295,7 @@ bool SettingsTextEditor::RenameItem(const std::string& section, const std::strin
   for (const Line& line : lines) {
     if (line.IsItem(section, oldKey)) {
       found = true;
-      edits.push_back({static_cast<std::size_t>(line.parts.key.data() - m_text.data()), oldKey.size(), newKey});
+      edits.push_back({static_cast<std::size_t>(line.parts.name.data() - m_text.data()), oldKey.size(), newKey});
     } else if (line.IsItem(section, newKey)) {
       edits.push_back({line.begin, line.next - line.begin, {}});
     }
@@ -342,7 +342,7 @@ bool SettingsTextEditor::CopySection(const std::string& section, const std::stri
   ItemMap items;
   Edits edits;
   for (const Line& line : lines) {
-    if (line.IsItemOf(sourceSection)) items.Set(line.parts.key, line.parts.value);
+    if (line.IsItemOf(sourceSection)) items.Set(line.parts.name, line.parts.value);
     if (line.IsItemOf(section)) edits.push_back({line.begin, line.next - line.begin, {}});
   }
   const std::size_t head = FindLast(lines, [&](const Line& line) { return line.IsHeadOf(section); });

@@ -67,6 +67,9 @@ class PositionIndex {
     std::uint32_t position = kNone;
   };
 
+  static constexpr std::size_t kFirstSlots = 8;
+  static constexpr std::size_t kQuickSlots = 512;  // up to here the table grows in bigger steps
+
   static void Place(std::vector<Slot>& slots, Slot entry) {
     const std::size_t mask = slots.size() - 1;
     std::size_t slot = entry.hash & mask;
@@ -75,7 +78,7 @@ class PositionIndex {
   }
 
   void Grow() {
-    std::vector<Slot> larger(m_slots.empty() ? 8 : m_slots.size() * 2);
+    std::vector<Slot> larger(m_slots.empty() ? kFirstSlots : m_slots.size() * (m_slots.size() < kQuickSlots ? 4 : 2));
     for (const Slot& slot : m_slots) {
       if (slot.position != kNone) Place(larger, slot);
     }
@@ -88,9 +91,9 @@ class PositionIndex {
 
 // What every entry of an OrderedTable begins with.
 struct TableEntry {
-  std::uint64_t number = 0;  // rising along the table, never used twice
+  std::uint64_t number : 63 = 0;  // rising along the table, never used twice
+  std::uint64_t removed : 1 = 0;
   std::uint32_t hash = 0;
-  bool removed = false;
 };
 
 // Entry derives from TableEntry; a removed one stays in its place, with `removed` set, until there are more removed ones
@@ -124,21 +127,21 @@ class OrderedTable {
     return const_cast<OrderedTable*>(this)->FindNumber(number, hint);
   }
 
-  // Adds an entry at the end. The caller has made sure that its key is not there yet.
-  Entry& Append(std::uint32_t hash, Entry entry) {
+  // Adds an entry at the end, for the caller to fill in. Its key must not be there yet.
+  Entry& Append(std::uint32_t hash) {
     if (m_entries.size() >= PositionIndex::kNone) throw std::length_error("settings table");
-    entry.number = m_nextNumber;
-    entry.hash = hash;
-    m_entries.push_back(std::move(entry));
+    if (m_entries.capacity() == 0) m_entries.reserve(kFirstRoom);
+    Entry& entry = m_entries.emplace_back();
     try {
       m_index.Insert(hash, static_cast<std::uint32_t>(m_entries.size() - 1));
     } catch (...) {
       m_entries.pop_back();
       throw;
     }
-    ++m_nextNumber;
+    entry.number = m_nextNumber++ & kNumberMask;
+    entry.hash = hash;
     ++m_live;
-    return m_entries.back();
+    return entry;
   }
 
   // Takes the entry out and leaves `entry` as good as new in its place.
@@ -147,8 +150,8 @@ class OrderedTable {
     m_index.Erase(entry.hash, static_cast<std::uint32_t>(position));
     const std::uint64_t number = entry.number;
     entry = Entry();
-    entry.number = number;
-    entry.removed = true;
+    entry.number = number & kNumberMask;
+    entry.removed = 1;
     --m_live;
     while (m_firstLive < m_entries.size() && m_entries[m_firstLive].removed) ++m_firstLive;
     if (m_entries.size() - m_live > m_live + 16) Compact();
@@ -194,6 +197,9 @@ class OrderedTable {
   const Entry* Next(TableWalk& walk) const { return const_cast<OrderedTable*>(this)->Next(walk); }
 
  private:
+  static constexpr std::size_t kFirstRoom = 8;
+  static constexpr std::uint64_t kNumberMask = std::numeric_limits<std::uint64_t>::max() >> 1;
+
   std::size_t PositionOf(const Entry& entry) const { return static_cast<std::size_t>(&entry - m_entries.data()); }
 
   // The first position whose number is greater.

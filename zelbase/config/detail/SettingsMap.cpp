@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <cstring>
+#include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include "zelbase/config/detail/TextHash.h"
@@ -11,6 +13,11 @@ namespace {
 
 // A buffer with less than this that nobody refers to is not worth tidying (bytes).
 constexpr std::size_t kToleratedUnused = 4096;
+
+std::uint32_t ToSize(std::size_t size) {
+  if (size > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("settings text");
+  return static_cast<std::uint32_t>(size);
+}
 
 std::uint64_t NextEpoch() noexcept {
   static constinit std::atomic<std::uint64_t> last{0};
@@ -36,36 +43,39 @@ void ItemMap::Set(std::string_view key, std::string_view value) {
     Overwrite(*item, key, value);
     return;
   }
-  Item item;
-  item.offset = m_text.size();
-  item.keySize = key.size();
-  item.valueSize = value.size();
-  item.valueRoom = value.size();
+  const std::uint32_t keySize = ToSize(key.size());
+  const std::uint32_t valueSize = ToSize(value.size());
+  const std::size_t offset = m_text.size();
   m_text.append(key);
   m_text.append(value);
-  m_table.Append(hash, item);
+  Item& item = m_table.Append(hash);
+  item.offset = offset;
+  item.keySize = keySize;
+  item.valueSize = valueSize;
+  item.valueRoom = valueSize;
 }
 
 void ItemMap::Overwrite(Item& item, std::string_view key, std::string_view value) {
   if (value.size() <= item.valueRoom) {
     if (!value.empty()) std::memcpy(m_text.data() + item.offset + item.keySize, value.data(), value.size());
-    item.valueSize = value.size();
+    item.valueSize = ToSize(value.size());
     return;
   }
+  const std::uint32_t size = ToSize(value.size());
   const std::size_t offset = m_text.size();
   m_text.append(key);
   m_text.append(value);
-  m_unused += item.keySize + item.valueRoom;
+  m_unused += UsedBy(item);
   item.offset = offset;
-  item.valueSize = value.size();
-  item.valueRoom = value.size();
+  item.valueSize = size;
+  item.valueRoom = size;
   DropUnusedText();
 }
 
 bool ItemMap::Remove(std::string_view key) {
   Item* const item = FindItem(HashText(key), key);
   if (item == nullptr) return false;
-  m_unused += item->keySize + item->valueRoom;
+  m_unused += UsedBy(*item);
   m_table.Remove(*item);
   DropUnusedText();
   return true;
@@ -123,11 +133,13 @@ ItemMap* SectionMap::FindItems(std::string_view name) const {
 }
 
 SectionMap::Section& SectionMap::Add(std::string_view name) {
-  Section section;
-  section.name = name;
+  auto items = std::make_unique<ItemMap>();
+  std::string ownName(name);
+  Section& section = m_table.Append(HashText(name));
+  section.name = std::move(ownName);
+  section.items = std::move(items);
   section.itemsNumber = m_nextItemsNumber++;
-  section.items = std::make_unique<ItemMap>();
-  return m_table.Append(HashText(name), std::move(section));
+  return section;
 }
 
 void SectionMap::ReplaceItems(Section& section) {

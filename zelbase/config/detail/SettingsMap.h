@@ -21,7 +21,8 @@ class ItemMap {
   // The value, or false with `value` untouched.
   bool Find(std::string_view key, std::string_view& value) const;
 
-  // Writes or overwrites. `key` and `value` must not lie in this map.
+  // Writes or overwrites. `key` and `value` must not lie in this map. A text of 4 GB is as if memory had run out:
+  // std::length_error.
   void Set(std::string_view key, std::string_view value);
 
   // False when the key is not there.
@@ -37,16 +38,17 @@ class ItemMap {
 
  private:
   struct Item : TableEntry {
-    std::size_t offset = 0;  // of the key in m_text; the value follows it
-    std::size_t keySize = 0;
-    std::size_t valueSize = 0;
-    std::size_t valueRoom = 0;  // bytes that the value may take where it is
+    std::uint32_t keySize = 0;
+    std::uint32_t valueSize = 0;
+    std::uint32_t valueRoom = 0;  // bytes that the value may take where it is
+    std::size_t offset = 0;       // of the key in m_text; the value follows it
   };
 
   std::string_view KeyOf(const Item& item) const noexcept { return {m_text.data() + item.offset, item.keySize}; }
   std::string_view ValueOf(const Item& item) const noexcept {
     return {m_text.data() + item.offset + item.keySize, item.valueSize};
   }
+  static std::size_t UsedBy(const Item& item) noexcept { return std::size_t{item.keySize} + item.valueRoom; }
   Item* FindItem(std::uint32_t hash, std::string_view key);
   void Overwrite(Item& item, std::string_view key, std::string_view value);
   void DropUnusedText();

@@ -10,14 +10,13 @@ void ScanHead(SettingsLine& result) {
   const std::string_view inside = result.content.substr(1);
   const std::size_t end = inside.rfind(']');
   result.closed = end != std::string_view::npos;
-  result.brackets = inside.substr(0, end);
+  result.value = inside.substr(0, end);
   if (!result.closed) {
     // Kept: a head without "]" is the section with no name; files in use rely on its items staying together.
     result.name = inside.substr(0, 0);
     return;
   }
-  result.name = Trim(result.brackets);
-  result.behind = inside.substr(end + 1);
+  result.name = Trim(result.value);
 }
 
 }  // namespace
@@ -47,7 +46,7 @@ SettingsLine ScanSettingsLine(std::string_view line) {
     return result;
   }
   result.kind = SettingsLineKind::Item;
-  result.key = TrimRight(result.content.substr(0, separator));
+  result.name = TrimRight(result.content.substr(0, separator));
   result.value = Trim(result.content.substr(separator + 1));
   return result;
 }

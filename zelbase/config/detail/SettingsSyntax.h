@@ -18,17 +18,15 @@ enum class SettingsLineKind : unsigned char {
   NoKey,         // "=" comes first
 };
 
-// One line, taken apart. All views lie in the line that was given, so that their places can be told from it.
+// One line, taken apart. All views lie in the line that was given, so that their places can be told from it. Small on
+// purpose: one is filled in for every line that is read.
 struct SettingsLine {
   SettingsLineKind kind = SettingsLineKind::Blank;
-  std::string_view content;    // what counts: the line up to "//", without white space at its front
-  std::string_view name;       // Section: the name, trimmed
-  std::string_view brackets;   // Section: all that stands between "[" and the last "]", or the end of the content
-  std::string_view behind;     // Section: what stands behind the last "]", not looked at
-  std::string_view key;        // Item: trimmed, never empty
-  std::string_view value;      // Item: trimmed
-  std::string_view cut;        // from "//" on, when the line holds that and is no ";" comment
-  bool closed = false;         // Section: there was a "]"
+  bool closed = false;       // Section: there was a "]"
+  std::string_view content;  // what counts: the line up to "//", without white space at its front
+  std::string_view name;     // Item: the key, trimmed, never empty. Section: the name, trimmed
+  std::string_view value;    // Item: trimmed. Section: all that stands between "[" and the last "]" or the end of the content
+  std::string_view cut;      // from "//" on, when the line holds that and is no ";" comment
 };
 
 // `line` comes without its line end. (1) ";" in column 1 makes all of it a comment. (2) Otherwise it is cut at its first
