@@ -50,7 +50,7 @@ std::string KeyName(int key) { return "Key of item " + std::to_string(key); }
 std::string MakeText() {
   std::string text;
   for (int section = 0; section < kSections; ++section) {
-    text += "[" + SectionName(section) + "]\n";
+    text.append("[").append(SectionName(section)).append("]\n");
     for (int key = 0; key < kKeys; ++key) {
       text += KeyName(key) + " = " + std::to_string(section * 1000 + key) + "\n";
     }

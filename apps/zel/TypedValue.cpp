@@ -1,10 +1,11 @@
 #include "TypedValue.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <iterator>
 #include <map>
-#include <regex>
+#include <string_view>
 
 namespace zel {
 namespace {
@@ -62,6 +63,58 @@ const std::map<std::string, Reader>& Readers() {
   return readers;
 }
 
+constexpr std::string_view kDigits = "0123456789";
+
+// Takes the bytes of `set` off the front; how many there were.
+std::size_t Take(std::string_view& text, std::string_view set) {
+  const std::size_t count = std::min(text.find_first_not_of(set), text.size());
+  text.remove_prefix(count);
+  return count;
+}
+
+void TakeSign(std::string_view& text) {
+  if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
+}
+
+// A whole number that fits: at most 18 digits, or at most 8 hexadecimal ones.
+bool IsInteger(std::string_view text) {
+  if (text.starts_with("0x") || text.starts_with("0X")) {
+    text.remove_prefix(2);
+    const std::size_t digits = Take(text, "0123456789ABCDEFabcdef");
+    return text.empty() && digits >= 1 && digits <= 8;
+  }
+  TakeSign(text);
+  const std::size_t digits = Take(text, kDigits);
+  return text.empty() && digits >= 1 && digits <= 18;
+}
+
+bool IsNumber(std::string_view text) {
+  TakeSign(text);
+  std::size_t digits = Take(text, kDigits);
+  if (text.starts_with('.')) {
+    text.remove_prefix(1);
+    digits += Take(text, kDigits);
+  }
+  if (digits == 0 || text.empty()) return digits != 0;
+  if (text.front() != 'e' && text.front() != 'E') return false;
+  text.remove_prefix(1);
+  TakeSign(text);
+  return Take(text, kDigits) != 0 && text.empty();
+}
+
+bool IsColour(std::string_view text) {
+  for (int part = 0; part < 3; ++part) {
+    if (part != 0) {
+      if (!text.starts_with(',')) return false;
+      text.remove_prefix(1);
+      Take(text, " ");
+    }
+    const std::size_t digits = Take(text, kDigits);
+    if (digits < 1 || digits > 3) return false;
+  }
+  return text.empty();
+}
+
 }  // namespace
 
 const char* const kValueTypes[] = {"string", "int",  "unsigned", "long",  "int64",
@@ -75,14 +128,9 @@ bool ReadAs(const FileObject& store, const std::string& section, const std::stri
 }
 
 std::string GuessType(const std::string& value) {
-  static const std::regex integer("[+-]?[0-9]{1,18}|0[xX][0-9A-Fa-f]{1,8}");
-  static const std::regex number("[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?");
-  static const std::regex colour("[0-9]{1,3}, *[0-9]{1,3}, *[0-9]{1,3}");
-  // std::regex recurses once a character; no number is as long as this.
-  if (value.size() > 64) return "text";
-  if (std::regex_match(value, integer)) return "integer";
-  if (std::regex_match(value, number)) return "number";
-  if (std::regex_match(value, colour)) return "colour";
+  if (IsInteger(value)) return "integer";
+  if (IsNumber(value)) return "number";
+  if (IsColour(value)) return "colour";
   return "text";
 }
 
