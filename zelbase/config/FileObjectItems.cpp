@@ -24,17 +24,23 @@ bool IsHexadecimal(std::string_view text) {
   return false;
 }
 
-// "%d", or "%x" for a hexadecimal text; always 32 bits.
-bool ParseInt(std::string_view text, int& value) {
-  if (!IsHexadecimal(text)) return zelbase::detail::ScanInt(text, value) != 0;
-  unsigned int bits = 0;
-  if (zelbase::detail::ScanHex(text, bits) == 0) return false;
-  value = static_cast<int>(bits);
+// "%u", or "%x" for a hexadecimal text; always 32 bits.
+bool ParseUnsigned(std::string_view text, unsigned int& value) {
+  unsigned int decimal = 0;
+  const std::size_t taken = zelbase::detail::ScanUnsigned(text, decimal);
+  // A number that fills its text leaves no place for an "x", so that most texts are looked at once.
+  if (taken != text.size() && IsHexadecimal(text)) return zelbase::detail::ScanHex(text, value) != 0;
+  if (taken == 0) return false;
+  value = decimal;
   return true;
 }
 
-bool ParseUnsigned(std::string_view text, unsigned int& value) {
-  return (IsHexadecimal(text) ? zelbase::detail::ScanHex(text, value) : zelbase::detail::ScanUnsigned(text, value)) != 0;
+// "%d", or "%x": the same bits.
+bool ParseInt(std::string_view text, int& value) {
+  unsigned int bits = 0;
+  if (!ParseUnsigned(text, bits)) return false;
+  value = static_cast<int>(bits);
+  return true;
 }
 
 // "%d, %d, %d": a comma follows its number at once, white space may follow the comma.
