@@ -127,11 +127,13 @@ TEST_F(FileObjectFiles, TheCreateFlagCutsTheFileAtFileOpenAndReadsNothing) {
 class Hooked : public FileObject {
  public:
   bool answer = true;
+  bool claimsToBeRead = false;
   int calls = 0;
 
  protected:
   bool AfterFileOpen() override {
     ++calls;
+    if (claimsToBeRead) SetReadStatus(true);
     SetErrorStatus(77);
     return answer;
   }
@@ -152,6 +154,19 @@ TEST_F(FileObjectFiles, TheHookDecidesTheResult) {
   EXPECT_EQ(settings.calls, 3);
   EXPECT_FALSE(settings.FileOpen(folder.File("none"), kRead));
   EXPECT_EQ(settings.calls, 3);
+}
+
+TEST_F(FileObjectFiles, AHookThatRefusesKeepsTheReadStatusItHasSet) {
+  const std::string name = folder.Write("a.ini", "[A]\nk=1\n");
+  Hooked settings;
+  settings.answer = false;
+  settings.claimsToBeRead = true;
+  EXPECT_FALSE(settings.FileOpen(name, kRead));
+  EXPECT_TRUE(settings.FileInitialised());
+  EXPECT_FALSE(settings.FileOpen(name, CFile::modeCreate | CFile::modeReadWrite));
+  EXPECT_TRUE(settings.FileInitialised());
+  EXPECT_FALSE(settings.FileOpen(folder.File("none"), kRead));
+  EXPECT_FALSE(settings.FileInitialised());
 }
 
 TEST_F(FileObjectFiles, AnOpenFileIsReadAndStaysOpen) {

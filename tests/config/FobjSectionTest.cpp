@@ -60,6 +60,34 @@ TEST(FobjSection, AMissingSectionLeavesNoSelectionAndEmptyTexts) {
   EXPECT_FALSE(cursor.IsValid());
 }
 
+// One cursor for both walks, and a section deleted before them: the walk over sections must neither end nor start again.
+TEST(FobjSection, SelectingAMissingSectionLetsTheWalkOverSectionsGoOn) {
+  FileObject settings = Numbered(4, 1);
+  settings.DeleteSection("S3");
+  FobjSection cursor;
+  std::string name;
+  std::string key;
+  std::string value;
+  std::multiset<std::string> seen;
+  for (bool more = settings.GetFirstSectionEntry(cursor, name); more && seen.size() < 10;
+       more = settings.GetNextSectionEntry(cursor, name)) {
+    seen.insert(name);
+    EXPECT_FALSE(settings.GetFirstMapEntry(cursor, "More of " + name, key, value));
+    EXPECT_FALSE(cursor.IsValid());
+  }
+  EXPECT_EQ(seen, (std::multiset<std::string>{"S0", "S1", "S2"}));
+}
+
+TEST(FobjSection, DeletingAnySectionThroughTheCursorEndsItsWalkOverItems) {
+  FileObject settings = Numbered(2, 3);
+  FobjSection cursor;
+  std::string key;
+  std::string value;
+  EXPECT_TRUE(settings.GetFirstMapEntry(cursor, "S0", key, value));
+  EXPECT_TRUE(settings.DeleteSection(cursor, "S1"));
+  EXPECT_FALSE(settings.GetNextMapEntry(cursor, key, value));
+}
+
 TEST(FobjSection, AnEmptySectionIsSelectedAllTheSame) {
   FileObject settings;
   settings.CreateSection("A", false);
@@ -482,7 +510,9 @@ class RandomRun {
     const bool found = m_store.GetFirstMapEntry(cursor.real, name, key, value);
     ASSERT_EQ(cursor.real.IsValid(), m_model.sections.count(name) != 0);
     if (!cursor.real.IsValid()) {
-      cursor = Model::Cursor();
+      cursor.owedItems.clear();
+      cursor.mapNumber = 0;
+      cursor.valid = false;
       ASSERT_FALSE(found);
       return;
     }

@@ -121,7 +121,7 @@ bool FileObject::SetSection(FobjSection& cursor, std::string name) {
 bool FileObject::SelectSectionNT(FobjSection& cursor, const std::string& name) const {
   const SectionMap::Section* const section = m_sections->Find(name);
   if (section == nullptr) {
-    cursor.SetNoSelection();
+    cursor.ForgetSection();
     return false;
   }
   SelectForCursor(cursor, *section);

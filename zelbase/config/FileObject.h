@@ -150,8 +150,8 @@ class ZELBASE_API FileObject {
   bool CreateSection(std::string name, bool replace);
 
   // Status 2: there is no section at all; 4: none of that name. The walk of `cursor` over the sections goes on, every other
-  // walk over the sections starts again. When `cursor` had the section selected it selects the first other one, without
-  // a place among its items.
+  // walk over the sections starts again. When `cursor` had the section selected it selects the first other one. It has no
+  // place among items afterwards, so that its walk over them ends, even one in another section.
   bool DeleteSection(FobjSection& cursor, std::string name);
   bool DeleteSection(std::string name);
 
@@ -184,8 +184,8 @@ class ZELBASE_API FileObject {
   bool GetFirstSectionEntry(FobjSection& cursor, std::string& name) const;
   bool GetNextSectionEntry(FobjSection& cursor, std::string& name) const;
 
-  // Selects the section first. A missing one gives false and a cursor without selection; an empty one gives false and
-  // IsValid().
+  // Selects the section first. A missing one gives false and a cursor without selection, whose walk over sections goes
+  // on; an empty one gives false and IsValid().
   bool GetFirstMapEntry(FobjSection& cursor, std::string section, std::string& key, std::string& value) const;
   bool GetNextMapEntry(FobjSection& cursor, std::string& key, std::string& value) const;
 
@@ -250,7 +250,8 @@ class ZELBASE_API FileObject {
   // Stores the status, though the object is constant.
   virtual void SetErrorStatus(int status) const;
 
-  // For a subclass to digest what was read. Its answer is FileOpen's, and false leaves FileInitialised false.
+  // For a subclass to digest what was read. Its answer is FileOpen's; true sets FileInitialised, false leaves it as it is
+  // then, which is false unless the subclass has called SetReadStatus.
   virtual bool AfterFileOpen();
 
   // Selects the section, made when missing.
@@ -276,6 +277,7 @@ class ZELBASE_API FileObject {
   bool GetParsed(const std::string& section, const std::string& key, Parse parse) const;
   void SelectForCursor(FobjSection& cursor, const zelbase::detail::SectionMap::Section& section) const;
   void BeginSectionWalk(FobjSection& cursor) const;
+  bool FinishOpening();
   bool ReadLines(CArchive& archive);
   void WriteLines(CArchive& archive) const;
   bool FailOpening(const std::string& fileName) const;

@@ -49,8 +49,7 @@ bool FileObject::FileOpen(std::string fileName, unsigned int openFlags) {
   if (!file.Open(fileName, openFlags, nullptr)) return FailOpening(fileName);
   if ((openFlags & CFile::modeCreate) == 0) return FileOpen(file, std::move(fileName));
   m_fileName = std::move(fileName);
-  m_read = AfterFileOpen();
-  return m_read;
+  return FinishOpening();
 }
 
 bool FileObject::FileOpen(CFile& file, std::string fileName) {
@@ -60,8 +59,13 @@ bool FileObject::FileOpen(CFile& file, std::string fileName) {
   CArchive archive(&file, CArchive::load, kBufferSize);
   // Kept: the result is dropped on purpose; a file without any section opens, with status 2.
   static_cast<void>(Read(archive));
-  m_read = AfterFileOpen();
-  return m_read;
+  return FinishOpening();
+}
+
+bool FileObject::FinishOpening() {
+  if (!AfterFileOpen()) return false;
+  m_read = true;
+  return true;
 }
 
 void FileObject::FileClose() {

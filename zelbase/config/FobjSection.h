@@ -17,9 +17,10 @@ class FileObject;
 //   What happens meanwhile                       The walk over sections            The walk over items
 //   a value overwritten, a key or section added  goes on; the new one not walked   goes on; the new one not walked
 //   an item deleted                              goes on                           goes on, without that item
-//   a section deleted through this cursor        goes on, without that section     ends if it was in that section
+//   a section deleted through this cursor        goes on, without that section     ends, whatever section it was in
 //   a section deleted otherwise                  starts again, also when ended     ends if it was in that section
 //   a section renamed                            goes on; it comes exactly once    goes on
+//   a missing section selected                   goes on                           ends
 //   MakeEmpty, FileOpen, FileClose, Read, =      ends                              ends
 class ZELBASE_API FobjSection {
  public:
@@ -33,6 +34,14 @@ class ZELBASE_API FobjSection {
 
  private:
   friend class FileObject;
+
+  // The walk over sections stays: a look for a section that is missing must not make it begin again, and again.
+  void ForgetSection() {
+    m_selection = {};
+    m_items = {};
+    m_name.clear();
+    m_valid = false;
+  }
 
   zelbase::detail::SectionSelection m_selection;
   zelbase::detail::TableWalk m_items;     // place among the items of the selected section
