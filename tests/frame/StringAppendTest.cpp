@@ -32,6 +32,22 @@ std::string Appended(Value value) {
   return text.substr(1);
 }
 
+TEST(StringAppend, BuildsAMessageOnATemporary) {
+  EXPECT_EQ(std::string() << "a" << 1 << 2.5 << true << 'c' << std::string("d"), "a12.51cd");
+  const std::string text = std::string("n=") << 7ul;
+  EXPECT_EQ(text, "n=7");
+  const char* const none = nullptr;
+  EXPECT_EQ(std::string("x") << none, "x");
+}
+
+TEST(StringAppend, TakesAnEnumerationAsItsNumber) {
+  enum { kFive = 5 };
+  std::string text;
+  text << kFive;
+  EXPECT_EQ(text, "5");
+  EXPECT_EQ(std::string() << kFive, "5");
+}
+
 TEST(StringAppend, BuildsAMessageInOneExpression) {
   std::string text;
   text << "a" << 1 << 2.5 << true << 'c' << std::string("d");

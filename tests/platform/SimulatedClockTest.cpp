@@ -694,6 +694,24 @@ TEST_P(SimulatedClockThreads, RandomUseFromAllSidesEnds) {
   EXPECT_GE(clock.Elapsed(), 2000.0);
 }
 
+TEST_P(SimulatedClockThreads, DestructionEndsEverySleepAndWait) {
+  auto clock = std::make_unique<SimulatedClock>();
+  SimulatedClock& waitedIn = *clock;
+  PlatformEvent never;
+  std::atomic<int> waitsTimedOut = 0;
+  std::vector<std::thread> threads;
+  for (int i = 0; i < GetParam(); ++i) {
+    threads.emplace_back([&] {
+      if (!waitedIn.Wait(never, std::numeric_limits<unsigned int>::max())) ++waitsTimedOut;
+    });
+  }
+  threads.emplace_back([&] { waitedIn.Sleep(1000); });
+  waitedIn.WaitForSleepers(threads.size());
+  clock.reset();
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(waitsTimedOut, GetParam());
+}
+
 INSTANTIATE_TEST_SUITE_P(Counts, SimulatedClockThreads, testing::Values(2, 4, 10));
 
 }  // namespace

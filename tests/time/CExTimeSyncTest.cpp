@@ -676,6 +676,23 @@ TEST_F(CExTimeSyncLife, ThreadOfTheProcessTracksTheWallClock) {
       ::testing::ExitedWithCode(0), "");
 }
 
+TEST_F(CExTimeSyncLife, OutlivesTheSimulatedClockThatItSleepsIn) {
+  EXPECT_EXIT(
+      {
+        {
+          SimulatedClock clock;
+          const PlatformOverride<PlatformClock> guard(clock);
+          clock.LetRunUntil(5.0);
+          const CExTime time;
+          clock.WaitForSleepers(1);
+          clock.RunFor(1000.0);
+        }
+        Insist(CExTimeSync::GetExTimeSync().StartSync(), "it is still the one discipline");
+        std::exit(0);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
 TEST_F(CExTimeSyncLife, RefusedThreadIsTriedAgain) {
   EXPECT_EXIT(
       {

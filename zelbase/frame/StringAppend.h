@@ -5,7 +5,9 @@
 // `using ::operator<<;` there.
 #pragma once
 
+#include <concepts>
 #include <string>
+#include <utility>
 
 #include "zelbase/platform/ZelBaseApi.h"
 
@@ -33,3 +35,11 @@ ZELBASE_API std::string& operator<<(std::string& text, unsigned long long value)
 ZELBASE_API std::string& operator<<(std::string& text, float value);
 ZELBASE_API std::string& operator<<(std::string& text, double value);
 ZELBASE_API std::string& operator<<(std::string& text, long double value);
+
+// The same on a temporary, whose text is then the result: `std::string() << "Line " << 12`.
+template <class Text, class Value>
+  requires std::same_as<Text, std::string> && requires(std::string& text, const Value& value) { text << value; }
+std::string operator<<(Text&& text, const Value& value) {
+  text << value;
+  return std::move(text);
+}

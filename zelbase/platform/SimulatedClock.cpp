@@ -213,6 +213,12 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   // Sleeping. Without an event the result is false.
   bool Sleep(unsigned int milliseconds, PlatformEvent* event);
 
+  void Close() {
+    const std::lock_guard guard(m_mutex);
+    m_closed = true;
+    while (!m_sleepers.empty()) Rouse(*m_sleepers.back());
+  }
+
   void ThreadEnds() {
     std::unique_lock lock(m_mutex);
     LeaveHolding();
@@ -411,6 +417,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   std::vector<Sleeper*> m_sleepers;
   std::map<std::thread::id, Participant> m_participants;
   int m_awake = 0;               // participants awake
+  bool m_closed = false;         // the clock is destroyed: nobody sleeps any more
 
   unsigned long long m_waits = 0;
   long long m_shortest = kNever;
@@ -458,6 +465,7 @@ SimulatedClock::State::Participant& SimulatedClock::State::EnterHolding() {
 }
 
 bool SimulatedClock::State::Sleep(unsigned int milliseconds, PlatformEvent* event) {
+  const std::shared_ptr<State> alive = shared_from_this();  // the clock may be destroyed meanwhile
   Sleeper sleeper(*this);
   std::unique_lock lock(m_mutex);
   if (ActingHere()) {
@@ -483,7 +491,7 @@ bool SimulatedClock::State::Sleep(unsigned int milliseconds, PlatformEvent* even
       lock.unlock();
       taken = event->TryWait();
       lock.lock();
-    } else if (m_now >= sleeper.limit) {
+    } else if (m_closed || m_now >= sleeper.limit) {
       break;
     } else {
       FallAsleep(sleeper);
@@ -498,7 +506,7 @@ bool SimulatedClock::State::Sleep(unsigned int milliseconds, PlatformEvent* even
 }
 
 SimulatedClock::SimulatedClock(double wallMilliseconds) : m_state(std::make_shared<State>(wallMilliseconds)) {}
-SimulatedClock::~SimulatedClock() = default;
+SimulatedClock::~SimulatedClock() { m_state->Close(); }
 
 long long SimulatedClock::Counter() { return m_state->Counter(); }
 long long SimulatedClock::Frequency() { return m_state->Frequency(); }

@@ -31,7 +31,16 @@
 // holds up a run; one that goes on to other things for good (a join, a lock that a sleeper holds) says so by Leave. Advance,
 // RunUntil and WaitForSleepers say it for their caller.
 //
-// All operations may be called from any thread. Nobody may be inside the clock when it is destroyed.
+// The suite's own time runs in it as well. Its first use waits 5 milliseconds, and its discipline is a thread that sleeps
+// here 100 at a time, so that the whole of a test begins with
+//
+//   clock.LetRunUntil(5.0);                 // for the wait of the first use
+//   const CExTime time;                     // the process's first
+//   clock.WaitForSleepers(1);               // the discipline is there
+//
+// All operations may be called from any thread. The destruction ends every Sleep and Wait as if its time had come; no other
+// call may be under way then. The discipline goes on with the clock that is in force then, finds it far from the suite's
+// time, and ends.
 class ZELBASE_API SimulatedClock : public PlatformClock {
  public:
   // Which clocks a suspended computer keeps going.

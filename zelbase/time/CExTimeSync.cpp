@@ -96,9 +96,9 @@ unsigned int CExTimeSync::ThreadProc(void* argument) {
 void CExTimeSync::ThreadFunction() {
   double a0 = 0.0, a1 = 1.0, p0 = 0.0;
   while (!m_bStop) {
-    PlatformClock& clock = PlatformService<PlatformClock>::Current();
-    if (clock.Wait(m_stopEvent, kPeriodMilliseconds)) return;
-    const double systemTime = CExTime::MakeMilliSec(clock.WallClock());
+    if (PlatformService<PlatformClock>::Current().Wait(m_stopEvent, kPeriodMilliseconds)) return;
+    // Asked for anew: the clock that was waited in may be replaced, and gone, by now.
+    const double systemTime = CExTime::MakeMilliSec(PlatformService<PlatformClock>::Current().WallClock());
     const double exTime = m_exTime.GetCurTime();
     if (CExTime::m_lastUtcUpdate.load(std::memory_order_relaxed) != 0.0) return;
     if (ComputeCoefficients(exTime, systemTime, a0, a1, p0) && !Publish(a0, a1, p0)) return;
