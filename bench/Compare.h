@@ -20,6 +20,8 @@ void Keep(const T& value) {
 
 class Comparison {
  public:
+  static constexpr double kNoBar = 0.0;
+
   // `rounds` batches of at least `batchSeconds` are run on either side of each row, in turns.
   explicit Comparison(const char* title, int rounds = 5, double batchSeconds = 0.02)
       : m_rounds(rounds), m_batchSeconds(batchSeconds) {
@@ -27,7 +29,8 @@ class Comparison {
   }
 
   // One call of `ours` or `peer` does `units` of work (bytes, look-ups, ...). Prints nanoseconds a unit and
-  // ratio = speed of ours / speed of the peer; "ok" when it is at least `bar`. Gives the ratio.
+  // ratio = speed of ours / speed of the peer; "ok" when it is at least `bar`. kNoBar: the ratio is for information and
+  // decides nothing. Gives the ratio.
   template <class Ours, class Peer>
   double Row(const std::string& what, double units, const char* unit, double bar, Ours ours, Peer peer) {
     const std::size_t ourCalls = CallsABatch(ours);
@@ -41,8 +44,10 @@ class Comparison {
     const double ratio = peerBest / ourBest;
     const bool met = ratio >= bar;
     m_allMet = m_allMet && met;
-    std::printf("%-44s %11.4g/%-2s %11.4g/%-2s %8.2f %6.2f  %s\n", what.c_str(), ourBest / units * 1e9, unit,
-                peerBest / units * 1e9, unit, ratio, bar, met ? "ok" : "short");
+    std::printf("%-44s %11.4g/%-2s %11.4g/%-2s %8.2f", what.c_str(), ourBest / units * 1e9, unit, peerBest / units * 1e9,
+                unit, ratio);
+    if (bar != kNoBar) std::printf(" %6.2f  %s", bar, met ? "ok" : "short");
+    std::printf("\n");
     std::fflush(stdout);
     return ratio;
   }

@@ -1,6 +1,6 @@
 // The locks against the standard library's: Locker and std::recursive_mutex, ReadWriteLocker and std::shared_mutex, by one
 // thread and by two that want the same lock. The second thread is there all the time, as in every program of the suite: in
-// a process of one thread the C library's mutex leaves its atomic operations out.
+// a process of one thread the C library's mutex leaves its atomic operations out. The rows are for information: no bar.
 
 #include <atomic>
 #include <cstddef>
@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kAlone = 1000;
 constexpr std::size_t kTogether = 1000000;
+constexpr double kNoBar = Comparison::kNoBar;
 
 // The two locks of a pair under the same names.
 struct OurShared {
@@ -152,18 +153,18 @@ int main() {
 
   Locker locker;
   std::recursive_mutex mutex;
-  table.Row("Locker, lock and unlock", kAlone, "op", 0.9, [&] { LockAlone(locker); }, [&] { LockAlone(mutex); });
-  table.Row("Locker, once more inside", kAlone, "op", 0.9, [&] { LockNested(locker); }, [&] { LockNested(mutex); });
-  table.Row("Locker, 2 threads", 2 * kTogether, "op", 0.9, [&] { LockTogether(partner, locker, value); },
+  table.Row("Locker, lock and unlock", kAlone, "op", kNoBar, [&] { LockAlone(locker); }, [&] { LockAlone(mutex); });
+  table.Row("Locker, once more inside", kAlone, "op", kNoBar, [&] { LockNested(locker); }, [&] { LockNested(mutex); });
+  table.Row("Locker, 2 threads", 2 * kTogether, "op", kNoBar, [&] { LockTogether(partner, locker, value); },
             [&] { LockTogether(partner, mutex, value); });
 
   OurShared ours;
   PeerShared peer;
-  table.Row("ReadWriteLocker, read", kAlone, "op", 1.0, [&] { ReadAlone(ours); }, [&] { ReadAlone(peer); });
-  table.Row("ReadWriteLocker, write", kAlone, "op", 1.0, [&] { WriteAlone(ours); }, [&] { WriteAlone(peer); });
+  table.Row("ReadWriteLocker, read", kAlone, "op", kNoBar, [&] { ReadAlone(ours); }, [&] { ReadAlone(peer); });
+  table.Row("ReadWriteLocker, write", kAlone, "op", kNoBar, [&] { WriteAlone(ours); }, [&] { WriteAlone(peer); });
   for (const std::size_t writeEvery : {std::size_t{0}, std::size_t{100}, std::size_t{10}, std::size_t{2}}) {
     const std::string what = writeEvery == 0 ? "reads alone" : "1 write in " + std::to_string(writeEvery);
-    table.Row("ReadWriteLocker, 2 threads, " + what, 2 * kTogether, "op", 1.0,
+    table.Row("ReadWriteLocker, 2 threads, " + what, 2 * kTogether, "op", kNoBar,
               [&] { ShareTogether(partner, ours, value, writeEvery); }, [&] { ShareTogether(partner, peer, value, writeEvery); });
   }
   Keep(value);

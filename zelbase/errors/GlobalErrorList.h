@@ -33,7 +33,8 @@
 //   list.Unlock();
 //
 // Threads: any thread may call anything. All operations take one re-entrant lock, then that of the context's list. What
-// operator[], Get(int) and GetErrorWithID give is valid while the lock is held and the error stays in its list.
+// operator[], Get(int) and GetErrorWithID give is valid while the lock is held and the error stays in its list. A process
+// that forks while another of its threads is inside the list leaves the child's list locked, as any lock would be.
 //
 // At process exit all lists are destroyed and the reporters forgotten. What is reported after that, by destructors of other
 // statics, is dropped in silence; every other operation finds nothing.
