@@ -20,16 +20,17 @@ using zelbase::detail::SecondsFromCivil;
 using zelbase::detail::ToCount;
 using zelbase::detail::ToCount32;
 
+constinit std::atomic<unsigned int> CExTime::m_version{0};
 constinit std::atomic<double> CExTime::m_time1970Base{0.0};
-constinit double CExTime::m_prevZelTime = 0.0;
-constinit double CExTime::m_a0 = 0.0;
-constinit double CExTime::m_a1 = 0.0;
-constinit double CExTime::m_p0 = 0.0;
+constinit std::atomic<double> CExTime::m_a0{0.0};
+constinit std::atomic<double> CExTime::m_a1{0.0};
+constinit std::atomic<double> CExTime::m_p0{0.0};
 constinit std::atomic<double> CExTime::m_lastUtcUpdate{0.0};
 constinit bool CExTime::m_masterClock = true;
 constinit std::atomic<bool> CExTime::m_bTimeSyncDone{false};
 constinit bool CExTime::m_firstTimeInit = false;
 constinit Locker CExTime::m_lock;
+constinit CExTime::Reference CExTime::m_prevZelTime{0.0};
 
 namespace {
 
@@ -48,6 +49,18 @@ constexpr MonthEnds kCommonYear = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 
 constexpr MonthEnds kLeapYear = {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335, 366};
 
 using Guard = std::lock_guard<Locker>;
+
+// Writers release each value, readers acquire it: who has seen one value of a change also sees that it has begun.
+double Read(const std::atomic<double>& member) { return member.load(std::memory_order_acquire); }
+void Write(std::atomic<double>& member, double value) { member.store(value, std::memory_order_release); }
+
+// What brings `raw` into the cycle nearest to `previous`.
+double WrapShift(double raw, double previous) {
+  // Kept: exactly half a cycle either way is no wrap.
+  if (previous - raw > kHalfWrap) return kWrap;
+  if (raw - previous > kHalfWrap) return -kWrap;
+  return 0.0;
+}
 
 PlatformClock& CurrentClock() { return PlatformService<PlatformClock>::Current(); }
 
@@ -132,49 +145,84 @@ double CExTime::MakeMilliSec(const WallClockReading& wall) {
   return static_cast<double>(wall.seconds) * 1000.0 + static_cast<double>(wall.milliseconds);
 }
 
+class CExTime::Change {
+ public:
+  Change() { m_version.store(m_version.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed); }
+  ~Change() { m_version.store(m_version.load(std::memory_order_relaxed) + 1, std::memory_order_release); }
+  Change(const Change&) = delete;
+  Change& operator=(const Change&) = delete;
+};
+
 void CExTime::EstablishBase() {
   PlatformClock& clock = CurrentClock();
   clock.Sleep(kSettleMilliseconds);
   const double wall = MakeMilliSec(clock.WallClock());
-  m_prevZelTime = wall;
   const double counter = CounterMilliseconds(clock);
-  m_bTimeSyncDone.store(true, std::memory_order_relaxed);
-  m_time1970Base.store(wall - counter, std::memory_order_relaxed);
+  const Change change;
+  Write(m_prevZelTime, wall);
+  m_bTimeSyncDone.store(true, std::memory_order_release);
+  Write(m_time1970Base, wall - counter);
+}
+
+double CExTime::ApplyModel(double raw) {
+  const double a0 = Read(m_a0);
+  // Kept: only a0 is asked here, unlike GetZelTime; a model with slope 0.0 is a constant.
+  if (std::isnan(a0) || a0 == 0.0) return raw;
+  return a0 + (raw - Read(m_p0)) * Read(m_a1);
+}
+
+// Places `raw` and makes it the reference. Other threads may move the reference meanwhile, but not begin to.
+double CExTime::Remember(double base, double raw) {
+  const Change change;
+  double previous = Read(m_prevZelTime);
+  double shift = WrapShift(raw, previous);
+  while (!m_prevZelTime.compare_exchange_weak(previous, shift == 0.0 ? raw : raw + shift)) {
+    shift = WrapShift(raw, previous);
+  }
+  if (shift == 0.0) return raw;
+  // Kept: a slave's base is its master's business and does not follow a wrap.
+  if (m_masterClock) Write(m_time1970Base, base + shift);
+  return raw + shift;
+}
+
+// As the way under the lock, when the base is there, no wrap has come, and nothing changes meanwhile. The exchange fails
+// when another thread has moved the reference since it was read, and so also when that came with another base.
+bool CExTime::TryGetExTime(double counterMilliseconds, double& time) {
+  constexpr int kAttempts = 8;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const unsigned int version = m_version.load(std::memory_order_acquire);
+    if ((version & 1) != 0 || !m_bTimeSyncDone.load(std::memory_order_acquire)) return false;
+    const double raw = Read(m_time1970Base) + counterMilliseconds;
+    const double corrected = ApplyModel(raw);
+    double previous = Read(m_prevZelTime);
+    if (m_version.load(std::memory_order_relaxed) != version) continue;
+    if (counterMilliseconds > 0.0) {
+      if (WrapShift(raw, previous) != 0.0) return false;
+      if (!m_prevZelTime.compare_exchange_strong(previous, raw)) continue;
+    }
+    time = corrected;
+    return true;
+  }
+  return false;
 }
 
 double CExTime::GetExTime(double counterMilliseconds) const {
+  double time = 0.0;
+  if (TryGetExTime(counterMilliseconds, time)) return time;
   const Guard guard(m_lock);
   if (!m_bTimeSyncDone.load(std::memory_order_relaxed)) EstablishBase();
-  const double base = m_time1970Base.load(std::memory_order_relaxed);
-  double raw = base + counterMilliseconds;
-
+  const double base = Read(m_time1970Base);
+  const double raw = base + counterMilliseconds;
   // Kept: readings of 0.0, below, and NaN leave the reference alone; callers ask for the base by GetExTime(0.0).
-  if (counterMilliseconds > 0.0) {
-    double shift = 0.0;
-    // Kept: exactly half a cycle either way is no wrap.
-    if (m_prevZelTime - raw > kHalfWrap) {
-      shift = kWrap;
-    } else if (raw - m_prevZelTime > kHalfWrap) {
-      shift = -kWrap;
-    }
-    if (shift != 0.0) {
-      raw += shift;
-      // Kept: a slave's base is its master's business and does not follow a wrap.
-      if (m_masterClock) m_time1970Base.store(base + shift, std::memory_order_relaxed);
-    }
-    m_prevZelTime = raw;
-  }
-
-  // Kept: only a0 is asked here, unlike GetZelTime; a model with slope 0.0 is a constant.
-  if (!std::isnan(m_a0) && m_a0 != 0.0) return m_a0 + (raw - m_p0) * m_a1;
-  return raw;
+  return ApplyModel(counterMilliseconds > 0.0 ? Remember(base, raw) : raw);
 }
 
 double CExTime::GetZelTime(double time) const {
   const Guard guard(m_lock);
+  const double a0 = Read(m_a0), a1 = Read(m_a1);
   // Kept: a0 = 0.0 does not switch the model off here, unlike GetExTime; and the base stays in, callers take it off.
-  if (std::isnan(m_a0) || std::isnan(m_a1) || m_a1 == 0.0) return time;
-  return (time - m_a0) / m_a1 + m_p0;
+  if (std::isnan(a0) || std::isnan(a1) || a1 == 0.0) return time;
+  return (time - a0) / a1 + Read(m_p0);
 }
 
 double CExTime::GetCurTime() const { return GetExTime(GetCurSystemTime()); }
@@ -200,20 +248,28 @@ unsigned long CExTime::GetWinTime(double time) const {
 double CExTime::GetWin1970BaseTime() const { return m_time1970Base.load(std::memory_order_relaxed); }
 
 bool CExTime::SetBaseTime(double base) const {
-  m_bTimeSyncDone.store(true, std::memory_order_relaxed);
+  m_bTimeSyncDone.store(true, std::memory_order_release);
   const Guard guard(m_lock);
-  m_time1970Base.store(base, std::memory_order_relaxed);
   m_masterClock = false;
-  m_prevZelTime = GetCurSystemTime() + base;
+  const double now = GetCurSystemTime();
+  const Change change;
+  Write(m_prevZelTime, now + base);
+  Write(m_time1970Base, base);
   return true;
+}
+
+void CExTime::SetModel(double a0, double a1, double p0, double utcUpdate) {
+  const Change change;
+  Write(m_a0, a0);
+  Write(m_a1, a1);
+  Write(m_p0, p0);
+  // Within the change: who reckons with the model of an outside source also sees that there is one.
+  Write(m_lastUtcUpdate, utcUpdate);
 }
 
 bool CExTime::SetUtcCoeffs(double a0, double a1, double p0) const {
   const Guard guard(m_lock);
-  m_a0 = a0;
-  m_a1 = a1;
-  m_p0 = p0;
-  m_lastUtcUpdate.store(GetCurSystemTime(), std::memory_order_relaxed);
+  SetModel(a0, a1, p0, GetCurSystemTime());
   return true;
 }
 

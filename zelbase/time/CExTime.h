@@ -37,8 +37,8 @@
 //       local and UTC. Each operation says what it gives then.
 //   (5) Everything works in constructors and destructors of statics and in functions called at exit.
 //
-// Threads: every operation may be called from any thread at once. The lock is re-entrant and never held while a
-// caller's code runs. A process that forks while another of its threads is inside the clock leaves the child's clock
+// Threads: every operation may be called from any thread at once. Now, in the common case, is read without the lock. The
+// lock is re-entrant and never held while a caller's code runs. A process that forks while another of its threads is inside the clock leaves the child's clock
 // locked, as any lock would be.
 class ZELBASE_API CExTime {
  public:
@@ -186,19 +186,34 @@ class ZELBASE_API CExTime {
 
   static double MakeMilliSec(const WallClockReading& wall);  // milliseconds since 1970
   static void EstablishBase();                         // finds the base from the wall clock; lock held
+  static bool TryGetExTime(double counterMilliseconds, double& time);  // the common case, without the lock
+  static double Remember(double base, double raw);     // places a raw time by the reference; lock held
+  static double ApplyModel(double raw);
+  static void SetModel(double a0, double a1, double p0, double utcUpdate);  // lock held
   static std::string FormatStamp(long long counter);
   int LeapYear(int year) const;                        // 1 or 0
 
-  // The clock of the process: constant-initialised and never destroyed, so that any static may use it. Guarded by
-  // m_lock; the atomic ones are also read, and m_bTimeSyncDone written, without it.
+  // One change of the members below that are read together. Made with the lock held.
+  class Change;
+
+  // The clock of the process: constant-initialised and never destroyed, so that any static may use it. All are written with
+  // m_lock held, but for m_bTimeSyncDone, and for m_prevZelTime, which GetExTime also exchanges without it. m_version is
+  // odd while a change is under way, so that whoever reads several without the lock knows whether they belong together.
+  static std::atomic<unsigned int> m_version;
   static std::atomic<double> m_time1970Base;   // the base, milliseconds
-  static double m_prevZelTime;                 // last raw time seen by GetExTime, against which wraps are told
-  static double m_a0;                          // model: time value at the reference point; 0.0 or NaN: no model
-  static double m_a1;                          // model: slope
-  static double m_p0;                          // model: reference point, raw time
+  static std::atomic<double> m_a0;             // model: time value at the reference point; 0.0 or NaN: no model
+  static std::atomic<double> m_a1;             // model: slope
+  static std::atomic<double> m_p0;             // model: reference point, raw time
   static std::atomic<double> m_lastUtcUpdate;  // counter reading at the last SetUtcCoeffs; 0.0: none ever
-  static bool m_masterClock;                   // false once SetBaseTime was called
+  static bool m_masterClock;                   // false once SetBaseTime was called; read with the lock held
   static std::atomic<bool> m_bTimeSyncDone;    // the base is established
   static bool m_firstTimeInit;                 // in nobody's use; part of the declared shape
   static Locker m_lock;
+
+  // Last raw time seen by GetExTime, against which wraps are told. It has a cache line of its own, since every call writes it.
+  struct alignas(64) Reference : std::atomic<double> {
+    using std::atomic<double>::atomic;
+    using std::atomic<double>::operator=;
+  };
+  static Reference m_prevZelTime;
 };

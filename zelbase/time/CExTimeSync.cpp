@@ -108,10 +108,9 @@ void CExTimeSync::ThreadFunction() {
 // False when an outside source has taken over meanwhile: its model stands.
 bool CExTimeSync::Publish(double a0, double a1, double p0) const {
   const Guard guard(CExTime::m_lock);
-  if (CExTime::m_lastUtcUpdate.load(std::memory_order_relaxed) != 0.0) return false;
-  CExTime::m_a0 = a0;
-  CExTime::m_a1 = a1;
-  CExTime::m_p0 = p0;
+  const double utcUpdate = CExTime::m_lastUtcUpdate.load(std::memory_order_relaxed);
+  if (utcUpdate != 0.0) return false;
+  CExTime::SetModel(a0, a1, p0, utcUpdate);
   return true;
 }
 
