@@ -26,6 +26,8 @@ function(zelbase_compile_options target)
   if(ZELBASE_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZELBASE_SANITIZE} -fno-sanitize-recover=all
                            -fno-omit-frame-pointer)
+    # Instrumented code misleads g++'s analysis of what is initialised, in the standard library's own headers, too.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(${target} PUBLIC -fsanitize=${ZELBASE_SANITIZE})
   endif()
 endfunction()
