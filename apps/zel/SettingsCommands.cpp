@@ -224,15 +224,15 @@ int Rename(const Arguments& arguments) {
 
 // Lets `target` of the file under change hold exactly the items of `section` of `source`.
 bool CopyFrom(Change& change, const SettingsFile& source, const std::string& section, const std::string& target) {
-  SettingsTextEditor& editor = change.Editor();
-  editor.DeleteSection(target);  // false when it is not there, which is as good
-  if (!editor.CreateSection(target)) return false;
+  FileObject items;  // in the bytes of the file under change
+  items.CreateSection(section, false);
   for (const auto& item : Items(source.store, section)) {
     const std::string key = change.Text(ToUtf8(item.key, source.encoding));
     const std::string value = change.Text(ToUtf8(item.value, source.encoding));
-    if (change.Refused() || !editor.SetItem(target, key, value, false)) return false;
+    if (change.Refused()) return false;
+    items.SetItem(section, key, value, false);
   }
-  return true;
+  return change.Editor().CopySection(target, items, section);
 }
 
 int Copy(const Arguments& arguments) {

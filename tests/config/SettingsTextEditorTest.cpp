@@ -6,11 +6,13 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryFolder.h"
+#include "zelbase/config/FileObject.h"
 #include "zelbase/errors/GlobalErrorList.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
@@ -304,6 +306,36 @@ TEST_F(SettingsTextEditorFiles, EveryFileOperationMayFail) {
     }
   }
   EXPECT_GT(failures, 12);
+}
+
+TEST(SettingsTextEditor, CopyFromAnotherStoreGivesExactlyItsItems) {
+  FileObject source;
+  source.SetItem("Old", "Draught", "9", true);
+  source.SetItem("Old", "Empty", "", true);
+  SettingsTextEditor editor(kText);
+  ASSERT_TRUE(editor.CopySection("Vessel", source, "Old")) << editor.Reason();
+  EXPECT_EQ(editor.Text(), Replaced(Replaced(Replaced(kText, "Draught = 2.5   // at the stern\r\n", ""), "Name=Zeehond\r\n", ""),
+                                    "[Vessel]   the first\r\n",
+                                    "[Vessel]   the first\r\nDraught = 9\r\nEmpty = \r\n"));
+  ASSERT_TRUE(editor.CopySection("New", source, "Old"));
+  EXPECT_TRUE(editor.Text().ends_with("  Line = 7\r\n\r\n[New]\r\nDraught = 9\r\nEmpty = \r\n"));
+}
+
+TEST(SettingsTextEditor, CopyFromAnotherStoreRefusesWhatWouldNotReadBack) {
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"k", "http://x"}, {"k", " 1"}, {"k", "1\n"}, {"", "1"}, {";k", "1"}, {"[k", "1"}, {"a=b", "1"}};
+  for (const auto& [key, value] : rows) {
+    FileObject source;
+    source.SetItem("A", "good", "1", true);
+    source.SetItem("A", key, value, true);
+    SettingsTextEditor editor(kText);
+    EXPECT_FALSE(editor.CopySection("Vessel", source, "A")) << key << value;
+    EXPECT_FALSE(editor.Reason().empty());
+    EXPECT_EQ(editor.Text(), kText);
+  }
+  SettingsTextEditor editor(kText);
+  EXPECT_FALSE(editor.CopySection("Vessel", FileObject(), "A"));
+  EXPECT_EQ(editor.Text(), kText);
 }
 
 }  // namespace

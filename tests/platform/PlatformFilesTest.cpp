@@ -653,6 +653,19 @@ TEST(PlatformFiles, TellsRegularFiles) {
   EXPECT_FALSE(files.IsRegularFile(""));
 }
 
+TEST(PlatformFiles, OwnerOnlyFilesAreNobodyElsesFromTheirFirstMoment) {
+  const TemporaryFolder folder;
+  FileOpenRequest request;
+  request.path = folder.File("secret");
+  request.access = FileRights::Write;
+  request.disposition = FileDisposition::CreateNew;
+  request.ownerOnly = true;
+  FileResult result = FileResult::IoFailed;
+  ASSERT_NE(PlatformFiles::System().Open(request, result), nullptr);
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(request.path).permissions(), perms::owner_read | perms::owner_write);
+}
+
 TEST(PlatformFiles, OverrideAnswersForItsScope) {
   class Nothing : public PlatformFiles {
    public:

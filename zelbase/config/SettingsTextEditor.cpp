@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "zelbase/config/FileObject.h"
 #include "zelbase/config/detail/ReplacingFile.h"
 #include "zelbase/config/detail/SettingsMap.h"
 #include "zelbase/config/detail/SettingsSyntax.h"
@@ -340,18 +341,37 @@ bool SettingsTextEditor::CopySection(const std::string& section, const std::stri
   }
   if (section == sourceSection) return Fail("the section " + Quoted(section) + " cannot be copied onto itself");
   ItemMap items;
-  Edits edits;
   for (const Line& line : lines) {
     if (line.IsItemOf(sourceSection)) items.Set(line.parts.name, line.parts.value);
+  }
+  return ReplaceItems(lines, section, ItemTexts(items));
+}
+
+bool SettingsTextEditor::CopySection(const std::string& section, const FileObject& source,
+                                     const std::string& sourceSection) {
+  if (!source.HasSection(sourceSection)) return Fail("there is no section " + Quoted(sourceSection));
+  std::vector<std::string> items;
+  FobjSection cursor;
+  std::string key, value;
+  for (bool more = source.GetFirstMapEntry(cursor, sourceSection, key, value); more;
+       more = source.GetNextMapEntry(cursor, key, value)) {
+    if (RefuseNewKey(key) || RefuseText("the value", value)) return false;
+    items.push_back(ItemText(key, value));
+  }
+  return ReplaceItems(ParseLines(), section, items);
+}
+
+// Lets `section` have exactly `items`, each a text "key = value" of another key. It is added when missing.
+bool SettingsTextEditor::ReplaceItems(const Lines& lines, const std::string& section,
+                                      const std::vector<std::string>& items) {
+  const std::size_t head = FindLast(lines, [&](const Line& line) { return line.IsHeadOf(section); });
+  if (head == kNowhere) return !RefuseText("the section", section) && Apply({AppendSection(lines, section, items)});
+  Edits edits;
+  for (const Line& line : lines) {
     if (line.IsItemOf(section)) edits.push_back({line.begin, line.next - line.begin, {}});
   }
-  const std::size_t head = FindLast(lines, [&](const Line& line) { return line.IsHeadOf(section); });
-  if (head != kNowhere) {
-    edits.push_back(InsertBehind(lines, head, ItemTexts(items)));
-    return Apply(std::move(edits));
-  }
-  if (RefuseText("the section", section)) return false;
-  return Apply({AppendSection(lines, section, ItemTexts(items))});
+  edits.push_back(InsertBehind(lines, head, items));
+  return Apply(std::move(edits));
 }
 
 bool SettingsTextEditor::FileOpen(const std::string& fileName) {

@@ -8,6 +8,8 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
+class FileObject;
+
 // The text of one settings file, as bytes.
 //
 //   SettingsTextEditor editor;
@@ -65,6 +67,9 @@ class ZELBASE_API SettingsTextEditor {
   // copied, and those of `section` stay. A section onto itself is refused (a FileObject would empty it).
   bool CopySection(const std::string& section, const std::string& sourceSection);
 
+  // The same from a section of another store. An item that would not read back refuses the whole copy.
+  bool CopySection(const std::string& section, const FileObject& source, const std::string& sourceSection);
+
   // --- Files -------------------------------------------------------------------------------------------------------
 
   // Reads all bytes of the file. On failure text and name stay; nothing enters the error list and nothing throws.
@@ -86,6 +91,7 @@ class ZELBASE_API SettingsTextEditor {
   bool Apply(Edits edits);
   bool RefuseText(const char* what, std::string_view text);
   bool RefuseNewKey(std::string_view key);
+  bool ReplaceItems(const Lines& lines, const std::string& section, const std::vector<std::string>& items);
 
   Edit ChangeValue(const Line& line, std::string_view value) const;
   Edit ChangeHead(const Line& line, std::string_view name) const;

@@ -34,6 +34,7 @@ struct FileOpenRequest {
   FileRights sharing = FileRights::ReadWrite;             // what others may do meanwhile
   FileDisposition disposition = FileDisposition::OpenExisting;
   bool randomAccess = false;                              // hint only
+  bool ownerOnly = false;                                 // a file made by this opening is nobody else's to read
 };
 
 // Milliseconds since 1970-01-01 00:00:00 UTC.

@@ -33,22 +33,31 @@ bool ReplacingFile::Begin(const std::string& fileName) {
   m_target = m_files->FollowLinks(fileName);
   FileResult result = FileResult::Ok;
   // Asks whether the target may be written: by its permissions, by who else has it open, and by what it is.
-  const FileOpenRequest request{m_target, FileRights::Write, FileRights::ReadWrite, FileDisposition::OpenExisting, false};
+  FileOpenRequest request;
+  request.path = m_target;
+  request.access = FileRights::Write;
   const std::unique_ptr<PlatformFile> target = m_files->Open(request, result);
   if (target == nullptr && result != FileResult::NotFound) return false;
-  if (!OpenTemporary()) return false;
+  if (!OpenTemporary(target != nullptr)) return false;
   if (target == nullptr || m_written->CopyModeFrom(m_target) == FileResult::Ok) return true;
   Discard();
   return false;
 }
 
-bool ReplacingFile::OpenTemporary() {
+// Beside a target that exists the temporary is the owner's alone until it has the target's permissions: a target that others
+// may not read must not be readable under another name meanwhile.
+bool ReplacingFile::OpenTemporary(bool ownerOnly) {
+  FileOpenRequest request;
+  request.access = FileRights::Write;
+  request.sharing = FileRights::None;
+  request.disposition = FileDisposition::CreateNew;
+  request.ownerOnly = ownerOnly;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    std::string name = NameBeside(m_target);
+    request.path = NameBeside(m_target);
     FileResult result = FileResult::Ok;
-    m_written = m_files->Open({name, FileRights::Write, FileRights::None, FileDisposition::CreateNew, false}, result);
+    m_written = m_files->Open(request, result);
     if (m_written != nullptr) {
-      m_temporary = std::move(name);
+      m_temporary = request.path;
       return true;
     }
     if (result != FileResult::FileExists) return false;

@@ -33,7 +33,7 @@ class ReplacingFile : public CFile {
   bool Commit();
 
  private:
-  bool OpenTemporary();
+  bool OpenTemporary(bool ownerOnly);
   void Discard();
 
   PlatformFiles* m_files = nullptr;

@@ -117,8 +117,8 @@ class Descriptor {
   int m_number;
 };
 
-Descriptor OpenDescriptor(const std::string& path, int flags) {
-  return Descriptor(WithoutInterruption([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, 0666); }));
+Descriptor OpenDescriptor(const std::string& path, int flags, mode_t mode = 0666) {
+  return Descriptor(WithoutInterruption([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); }));
 }
 
 // A name with a zero byte would be cut short by the system calls and mean another file.
@@ -383,10 +383,11 @@ int CreationFlags(FileDisposition disposition) {
 Descriptor OpenForRequest(const std::string& path, const FileOpenRequest& request) {
   const int flags = CreationFlags(request.disposition) | O_NONBLOCK;
   const bool writes = Includes(request.access, FileRights::Write) || Cuts(request);
-  if (!writes) return OpenDescriptor(path, flags | O_RDONLY);
-  Descriptor descriptor = OpenDescriptor(path, flags | O_RDWR);
+  const mode_t mode = request.ownerOnly ? 0600 : 0666;
+  if (!writes) return OpenDescriptor(path, flags | O_RDONLY, mode);
+  Descriptor descriptor = OpenDescriptor(path, flags | O_RDWR, mode);
   if (!descriptor.IsOpen() && errno == EACCES && !Includes(request.access, FileRights::Read)) {
-    descriptor = OpenDescriptor(path, flags | O_WRONLY);
+    descriptor = OpenDescriptor(path, flags | O_WRONLY, mode);
   }
   return descriptor;
 }
