@@ -23,7 +23,9 @@ std::vector<int> OpenDescriptors() {
 }
 
 void SetLimit(decltype(RLIMIT_NOFILE) resource, unsigned long long value) {
-  const struct rlimit limit {static_cast<rlim_t>(value), static_cast<rlim_t>(value)};
+  struct rlimit limit {};
+  ::getrlimit(resource, &limit);
+  limit.rlim_cur = static_cast<rlim_t>(value);  // the hard limit stays, so that a later call may raise it again
   ::setrlimit(resource, &limit);
 }
 
