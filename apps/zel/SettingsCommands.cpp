@@ -264,7 +264,15 @@ CLI::App* Add(CLI::App* parent, const std::string& name, const std::string& desc
   return app;
 }
 
-void AddFile(CLI::App* app, Arguments& arguments) { app->add_option("FILE", arguments.file, "Settings file")->required(); }
+// The positional arguments that most commands begin with.
+void AddFileAndSection(CLI::App* app, Arguments& arguments, const std::string& section = "Name of the section") {
+  app->add_option("FILE", arguments.file, "Settings file")->required();
+  app->add_option("SECTION", arguments.section, section)->required();
+}
+
+void AddKey(CLI::App* app, Arguments& arguments) {
+  app->add_option("KEY", arguments.key, "Name of the key")->required();
+}
 
 }  // namespace
 
@@ -275,41 +283,38 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
 
   CLI::App* app = Add(settings, "list", "Print sections and items, sorted by name",
                       "Example:\n  zel settings list vessel.ini Antenna", List, arguments, exitCode);
-  AddFile(app, *arguments);
+  app->add_option("FILE", arguments->file, "Settings file")->required();
   app->add_option("SECTION", arguments->section, "Only this section");
 
   app = Add(settings, "get", "Print one value",
             "Examples:\n  zel settings get vessel.ini Vessel Draught\n"
             "  zel settings get vessel.ini Vessel Deviceflags --type int     prints 31 for 0x1F",
             Get, arguments, exitCode);
-  AddFile(app, *arguments);
-  app->add_option("SECTION", arguments->section, "Name of the section")->required();
-  app->add_option("KEY", arguments->key, "Name of the key")->required();
+  AddFileAndSection(app, *arguments);
+  AddKey(app, *arguments);
   app->add_option("--type", arguments->type, "How to read the value")
       ->check(CLI::IsMember(std::vector<std::string>(kValueTypes, kValueTypes + kValueTypeCount)))
       ->capture_default_str();
 
   app = Add(settings, "set", "Change or add one value; every other byte of the file stays",
-            "Example:\n  zel settings set vessel.ini Vessel Draught 2.8\n\nThe file and the section are made when missing. A VALUE that begins with \"-\" and a letter goes behind \"--\".",
+            "Example:\n  zel settings set vessel.ini Vessel Draught 2.8\n\n"
+            "The file and the section are made when missing. A VALUE that begins with \"-\" and a letter goes behind \"--\".",
             Set, arguments, exitCode);
-  AddFile(app, *arguments);
-  app->add_option("SECTION", arguments->section, "Name of the section")->required();
-  app->add_option("KEY", arguments->key, "Name of the key")->required();
+  AddFileAndSection(app, *arguments);
+  AddKey(app, *arguments);
   app->add_option("VALUE", arguments->value, "The new value; \"\" for an empty one")->required();
 
   app = Add(settings, "delete", "Remove a key, or a whole section",
             "Examples:\n  zel settings delete vessel.ini Vessel Simulation\n  zel settings delete vessel.ini Antenna", Delete,
             arguments, exitCode);
-  AddFile(app, *arguments);
-  app->add_option("SECTION", arguments->section, "Name of the section")->required();
+  AddFileAndSection(app, *arguments);
   app->add_option("KEY", arguments->key, "Name of the key; without it the section goes");
 
   app = Add(settings, "rename", "Give a section, or a key of it, another name",
             "Examples:\n  zel settings rename vessel.ini Antenna Aerial\n"
             "  zel settings rename vessel.ini Vessel Depth --key Draught",
             Rename, arguments, exitCode);
-  AddFile(app, *arguments);
-  app->add_option("SECTION", arguments->section, "Name of the section")->required();
+  AddFileAndSection(app, *arguments);
   app->add_option("NEW", arguments->value, "The new name")->required();
   app->add_option("--key", arguments->key, "Rename this key instead of the section");
 
@@ -317,8 +322,7 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
             "Examples:\n  zel settings copy vessel.ini Antenna Antenna2\n"
             "  zel settings copy vessel.ini Sonar Sonar --from old-vessel.ini",
             Copy, arguments, exitCode);
-  AddFile(app, *arguments);
-  app->add_option("SECTION", arguments->section, "Section to copy")->required();
+  AddFileAndSection(app, *arguments, "Section to copy");
   app->add_option("TARGET", arguments->value, "Name of the copy in FILE")->required();
   app->add_option("--from", arguments->from, "Take the section from this file instead");
 

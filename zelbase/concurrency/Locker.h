@@ -6,9 +6,9 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
-// The same thread may lock again (2^32 - 1 times) and unlocks as often. Usable as a constant-initialised static that is never destroyed:
-// it holds plain atomics only, so that destructors of other statics may still lock it. It may be destroyed as soon as nobody
-// holds it or waits. A thread gives back what it holds before it ends.
+// The same thread may lock again (2^32 - 1 times) and unlocks as often. Usable as a constant-initialised static that is never
+// destroyed: it holds plain atomics only, so that destructors of other statics may still lock it. It may be destroyed as soon
+// as nobody holds it or waits. A thread gives back what it holds before it ends.
 //
 // Copying an object that owns a Locker leaves both locks as they are: a held target stays held, and a held source does not
 // hold the target.

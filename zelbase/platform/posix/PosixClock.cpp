@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "zelbase/platform/PlatformClock.h"
+#include "zelbase/platform/detail/CalendarTm.h"
 #include "zelbase/platform/detail/CivilDate.h"
 
 namespace {
@@ -18,20 +19,6 @@ constexpr long kNanosecondsPerMillisecond = 1000000;
 // localtime_r need not read TZ by itself; reading it once is all that it lacks.
 void ReadZoneOnce() {
   [[maybe_unused]] static const bool read = (tzset(), true);
-}
-
-CalendarTime FromTm(const tm& fields) {
-  CalendarTime calendar;
-  calendar.year = fields.tm_year + 1900;
-  calendar.month = fields.tm_mon + 1;
-  calendar.day = fields.tm_mday;
-  calendar.hour = fields.tm_hour;
-  calendar.minute = fields.tm_min;
-  calendar.second = fields.tm_sec;
-  calendar.dayOfYear = fields.tm_yday;
-  calendar.dayOfWeek = fields.tm_wday;
-  calendar.daylight = fields.tm_isdst;
-  return calendar;
 }
 
 class PosixClock final : public PlatformClock {
@@ -73,7 +60,7 @@ class PosixClock final : public PlatformClock {
     const time_t value = seconds;
     tm fields{};
     if (localtime_r(&value, &fields) == nullptr) return false;
-    calendar = FromTm(fields);
+    calendar = zelbase::detail::FromTm(fields);
     return true;
   }
 
@@ -86,14 +73,7 @@ class PosixClock final : public PlatformClock {
   bool FromLocalTime(const CalendarTime& calendar, long long& seconds) override {
     constexpr int kLowest = std::numeric_limits<int>::min();
     if (calendar.year < kLowest + 1900 || calendar.month == kLowest) return false;
-    tm fields{};
-    fields.tm_year = calendar.year - 1900;
-    fields.tm_mon = calendar.month - 1;
-    fields.tm_mday = calendar.day;
-    fields.tm_hour = calendar.hour;
-    fields.tm_min = calendar.minute;
-    fields.tm_sec = calendar.second;
-    fields.tm_isdst = calendar.daylight;
+    tm fields = zelbase::detail::ToTm(calendar);
     fields.tm_wday = -1;  // success fills it in: -1 alone may be the last second of 1969
     const time_t value = mktime(&fields);
     if (value == -1 && fields.tm_wday == -1) return false;

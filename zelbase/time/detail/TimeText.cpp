@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "zelbase/frame/detail/NumberText.h"
+#include "zelbase/platform/detail/CalendarTm.h"
 
 namespace zelbase::detail {
 
@@ -12,20 +13,6 @@ namespace {
 
 constexpr std::size_t kBufferSize = 128;
 constexpr std::size_t kMarkSize = 3;
-
-std::tm ToTm(const CalendarTime& calendar) {
-  std::tm fields{};
-  fields.tm_year = calendar.year - 1900;
-  fields.tm_mon = calendar.month - 1;
-  fields.tm_mday = calendar.day;
-  fields.tm_hour = calendar.hour;
-  fields.tm_min = calendar.minute;
-  fields.tm_sec = calendar.second;
-  fields.tm_wday = calendar.dayOfWeek;
-  fields.tm_yday = calendar.dayOfYear;
-  fields.tm_isdst = calendar.daylight;
-  return fields;
-}
 
 }  // namespace
 
