@@ -911,6 +911,25 @@ TEST_F(CExTimeTest, ConversionsTakeAnyDouble) {
 
 // --- Threads --------------------------------------------------------------------------------------------------------
 
+TEST_F(CExTimeTest, WrapThatManyThreadsMeetMovesTheBaseOnce) {
+  constexpr int kThreads = 4;
+  for (int round = 0; round < 200; ++round) {
+    SetBase(1e12, 1e12 + 4e9);  // the last raw time lies most of a cycle ahead
+    std::atomic<int> waiting{kThreads}, wrong{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+      threads.emplace_back([&] {
+        --waiting;
+        while (waiting > 0) std::this_thread::yield();
+        if (time.GetExTime(1000.0) != 1e12 + kCycle + 1000.0) ++wrong;
+      });
+    }
+    for (std::thread& thread : threads) thread.join();
+    ASSERT_EQ(wrong, 0);
+    ASSERT_EQ(time.GetWin1970BaseTime(), 1e12 + kCycle);
+  }
+}
+
 TEST_F(CExTimeTest, ReadersNeverSeeAMixOfTwoModels) {
   // Each model gives, at its own reference point, a value that only a whole model gives.
   SetBase(1000.0, 1000.0);

@@ -149,7 +149,7 @@ class ZELBASE_API CExTime {
   void ConvertToOleTime(double time, COleDateTime* date) const;
 
   // The time value of a local automation date; the zone's rules tell summer time. 0.0 for a date that is not valid,
-  // that lies before 1900, or that local time does not have. In the hour that autumn repeats, either of the two.
+  // that lies before 1900, or that local time does not have; from 1900 to 1969 it is negative. In the hour that autumn repeats, either of the two.
   double ConvertOleTime(const COleDateTime& date) const;
 
   // UTC date to whole seconds. 0 unless year is in 1970..3000, month in 1..12 and day in 1..31; only after that the
