@@ -7,6 +7,7 @@
 
 #include "tests/support/RunProgram.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/SourceFolder.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ class Zel : public testing::Test {
 
   std::string Write(const std::string& name, const std::string& text) { return m_folder.Write(name, text); }
 
-  static std::string Sample(const std::string& name) { return std::string(ZELBASE_SOURCE_DIR) + "/samples/settings/" + name; }
+  static std::string Sample(const std::string& name) { return SourceFolder() + "/samples/settings/" + name; }
 
   TemporaryFolder m_folder;
 };

@@ -14,11 +14,13 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/SourceFolder.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kRoot = ZELBASE_SOURCE_DIR;
+const fs::path kRoot = SourceFolder();
 
 // Height of a layer; a file may include what is lower, and its own folder.
 const std::map<std::string, int> kFolderHeight = {

@@ -25,6 +25,25 @@ TEST(NumberedTexts, BuiltInTable) {
       {12039, R"(Unknown)"},
       {12040, R"(Section "%s" could not be found in "%s".)"},
       {12041, R"(The key "%s" could not be found in section "%s" of "%s".)"},
+      {12044, "Base action"},
+      {12045, "Composite Action"},
+      {12049, "m"},
+      {12050, "m/s"},
+      {12051, "m\263"},
+      {12052, "T/m\263"},
+      {12053, "\260"},
+      {12054, "m\263/s"},
+      {12055, "Bar"},
+      {12056, "KW"},
+      {12057, "T/min"},
+      {12058, "\260BU+"},
+      {12059, "\260PU+"},
+      {12060, "Ton"},
+      {12061, "Ton/s"},
+      {12062, "m\262"},
+      {12063, "\260C"},
+      {12064, "mm"},
+      {12065, "kgf"},
   };
   for (const auto& row : rows) EXPECT_EQ(NumberedText(row.number), row.text) << row.number;
 }
@@ -32,7 +51,7 @@ TEST(NumberedTexts, BuiltInTable) {
 TEST(NumberedTexts, TheTwoReadingTextsAreEqual) { EXPECT_EQ(NumberedText(12032), NumberedText(12036)); }
 
 TEST(NumberedTexts, UnknownNumberIsEmpty) {
-  for (const int number : {0, -1, 1, 12029, 12042, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+  for (const int number : {0, -1, 1, 12029, 12042, 12043, 12046, 12048, 12066, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
     EXPECT_EQ(NumberedText(number), "") << number;
   }
 }

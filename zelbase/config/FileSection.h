@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "zelbase/config/ChecksumKeys.h"
 #include "zelbase/config/FileObject.h"
+#include "zelbase/frame/KeyTables.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // A FileObject with the name of one of its sections.
