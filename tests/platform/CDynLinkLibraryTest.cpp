@@ -68,6 +68,11 @@ TEST(CDynLinkLibrary, AResourceHandleIsInstalledThroughTheList) {
   EXPECT_EQ(record.hResource, &module);
 }
 
+TEST(CDynLinkLibrary, TheStateOfTheRunningModuleIsTheApplications) {
+  ASSERT_NE(AfxGetModuleState(), nullptr);
+  EXPECT_EQ(AfxGetModuleState(), AfxGetAppModuleState());
+}
+
 TEST(CDynLinkLibrary, TermDestroysTheLinksOfItsModule) {
   int one = 0;
   int two = 0;

@@ -34,6 +34,27 @@ TEST(FixedModules, PathsAreThoseItWasTold) {
   EXPECT_EQ(current.ModulePath(&other), "C:\\suite\\ZelBaseR.dll");
 }
 
+TEST(FixedModules, AHandleHasThePathItWasToldAndNoneIsTheProgram) {
+  FixedModules modules;
+  int one = 0;
+  int other = 0;
+  EXPECT_EQ(modules.HandlePath(nullptr), "");
+  EXPECT_EQ(modules.HandlePath(&one), "");
+  modules.SetProgramPath("C:\\suite\\survey.exe");
+  modules.SetModulePath("C:\\suite\\ZelBaseR.dll");
+  modules.SetModulePath(&one, "C:\\suite\\OneR.dll");
+  EXPECT_EQ(modules.HandlePath(nullptr), "C:\\suite\\survey.exe");
+  EXPECT_EQ(modules.HandlePath(&one), "C:\\suite\\OneR.dll");
+  EXPECT_EQ(modules.HandlePath(&other), "C:\\suite\\ZelBaseR.dll");
+}
+
+TEST(FixedModules, LibrariesEndAsTold) {
+  FixedModules modules;
+  EXPECT_EQ(modules.LibraryEnding(), ".dll");
+  modules.SetLibraryEnding(".so");
+  EXPECT_EQ(modules.LibraryEnding(), ".so");
+}
+
 TEST(FixedModules, LibrariesLoadUnderTheirVeryText) {
   FixedModules modules;
   const ModuleHandle library = modules.AddLibrary(".\\a.dll");

@@ -20,4 +20,38 @@ TEST(FixedProcesses, AnswerWithWhatTheyWereGiven) {
   EXPECT_EQ(current.LogicalProcessors(), 0u);
 }
 
+TEST(FixedProcesses, HaveNoVersionUntilToldOne) {
+  FixedProcesses processes;
+  SystemVersion version;
+  version.major = 77;
+  EXPECT_FALSE(processes.ReadVersion(VersionRecord::Extended, version));
+  EXPECT_FALSE(processes.ReadVersion(VersionRecord::Plain, version));
+  EXPECT_EQ(version.major, 77u);
+  processes.plainVersion.emplace().major = 4;
+  EXPECT_FALSE(processes.ReadVersion(VersionRecord::Extended, version));
+  EXPECT_TRUE(processes.ReadVersion(VersionRecord::Plain, version));
+  EXPECT_EQ(version.major, 4u);
+  processes.extendedVersion.emplace().major = 5;
+  EXPECT_TRUE(processes.ReadVersion(VersionRecord::Extended, version));
+  EXPECT_EQ(version.major, 5u);
+}
+
+TEST(FixedProcesses, TellHowMuchRoomTheirRecordsNeed) {
+  FixedProcesses processes;
+  EXPECT_FALSE(processes.HasProcessorRecords());
+  processes.records = {{{1, ProcessorRelation::Core}, {6, ProcessorRelation::Cache}}};
+  EXPECT_TRUE(processes.HasProcessorRecords());
+  std::size_t count = 0;
+  EXPECT_EQ(processes.ReadProcessorRecords(nullptr, count), PROCESSOR_RECORDS_DO_NOT_FIT);
+  EXPECT_EQ(count, 2u);
+  ProcessorRecord room[3];
+  count = 3;
+  EXPECT_EQ(processes.ReadProcessorRecords(room, count), PROCESSOR_RECORDS_READ);
+  EXPECT_EQ(count, 2u);
+  EXPECT_EQ(room[1].mask, 6u);
+  EXPECT_EQ(room[1].relation, ProcessorRelation::Cache);
+  processes.recordsError = 5;
+  EXPECT_EQ(processes.ReadProcessorRecords(room, count), 5);
+}
+
 }  // namespace

@@ -46,6 +46,40 @@ TEST(PlatformModules, ModuleOfTheProgramIsTheProgram) {
   EXPECT_EQ(PlatformModules::System().ModulePath(&here), PlatformModules::System().ProgramPath());
 }
 
+TEST(PlatformModules, NoHandleIsTheProgram) {
+  EXPECT_EQ(PlatformModules::System().HandlePath(nullptr), PlatformModules::System().ProgramPath());
+}
+
+TEST(PlatformModules, AHandleLeadsToItsModule) {
+  const TemporaryFolder folder;
+  std::filesystem::copy_file(MathLibrary(), folder.File("libProbe.so.4.1"));
+  ChildProcess child([&] {
+    PlatformModules& modules = PlatformModules::System();
+    const ModuleHandle module = modules.Load(folder.InterfacePath() + "\\libProbe.so.4.1");
+    if (module == nullptr) return 1;
+    const std::string expected = folder.InterfacePath() + "\\ProbeR.dll";
+    if (modules.HandlePath(module) != expected) return 2;
+    // An address in it leads there, too.
+    if (modules.HandlePath(modules.FindExport(module, "sqrt")) != expected) return 3;
+    modules.Unload(module);
+    return modules.HandlePath(module) == expected ? 4 : 0;
+  });
+  EXPECT_EQ(child.Wait(), 0) << child.ErrorText();
+}
+
+TEST(PlatformModules, AHandleThatIsNoneHasNoPath) {
+  int local = 0;
+  EXPECT_EQ(PlatformModules::System().HandlePath(&local), "");
+  EXPECT_EQ(PlatformModules::System().HandlePath(reinterpret_cast<ModuleHandle>(1)), "");
+  static int here = 0;
+  EXPECT_EQ(PlatformModules::System().HandlePath(&here), PlatformModules::System().ProgramPath());
+}
+
+TEST(PlatformModules, LibrariesEndAsTheSystemsDo) {
+  EXPECT_EQ(PlatformModules::System().LibraryEnding(), ".so");
+  EXPECT_NE(MathLibrary().find(PlatformModules::System().LibraryEnding()), std::string::npos);
+}
+
 TEST(PlatformModules, AddressOfNoModuleHasNoPath) {
   const int local = 0;
   EXPECT_EQ(PlatformModules::System().ModulePath(nullptr), "");

@@ -70,6 +70,21 @@ TEST(SystemProcesses, CurrentIdDiffersInAForkedChild) {
   EXPECT_NE(child.Id(), parent);
 }
 
+TEST(SystemProcesses, GiveNoVersionRecord) {
+  SystemVersion version;
+  version.major = 77;
+  EXPECT_FALSE(Processes().ReadVersion(VersionRecord::Extended, version));
+  EXPECT_FALSE(Processes().ReadVersion(VersionRecord::Plain, version));
+  EXPECT_EQ(version.major, 77u);
+}
+
+TEST(SystemProcesses, KeepNoRecordsOfProcessors) {
+  EXPECT_FALSE(Processes().HasProcessorRecords());
+  std::size_t count = 0;
+  EXPECT_EQ(Processes().ReadProcessorRecords(nullptr, count), PROCESSOR_RECORDS_READ);
+  EXPECT_EQ(count, 0u);
+}
+
 TEST(SystemProcesses, AtLeastOneProcessorIsOnline) { EXPECT_GE(Processes().LogicalProcessors(), 1u); }
 
 }  // namespace

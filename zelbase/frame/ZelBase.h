@@ -31,6 +31,7 @@
 #include "zelbase/platform/RefusingThreads.h"
 #include "zelbase/platform/SYSTEMTIME.h"
 #include "zelbase/platform/SimulatedClock.h"
+#include "zelbase/platform/SystemVersion.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 #include "zelbase/frame/ByteSize.h"
@@ -46,6 +47,7 @@
 #include "zelbase/frame/StringAppend.h"
 #include "zelbase/frame/StringBytes.h"
 #include "zelbase/frame/StringCompare.h"
+#include "zelbase/frame/SystemProbes.h"
 #include "zelbase/frame/TextEscapes.h"
 #include "zelbase/frame/Trim.h"
 

@@ -49,3 +49,7 @@ AFX_MODULE_STATE* AfxGetAppModuleState() {
   static AFX_MODULE_STATE* const state = new AFX_MODULE_STATE;
   return state;
 }
+
+AFX_MODULE_STATE* AfxGetModuleState() {
+  return AfxGetAppModuleState();
+}

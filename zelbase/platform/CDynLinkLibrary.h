@@ -56,5 +56,8 @@ struct AFX_MODULE_STATE {
   std::vector<CDynLinkLibrary*> m_libraryList;
 };
 
-// The one state; never null, never destroyed.
+// The application's state; never null, never destroyed.
 ZELBASE_API AFX_MODULE_STATE* AfxGetAppModuleState();
+
+// The state of the module that runs at present. Extension modules run with the application's, so it is that same one.
+ZELBASE_API AFX_MODULE_STATE* AfxGetModuleState();

@@ -33,6 +33,12 @@ std::string FixedModules::ModulePath(const void* address) {
   return found != m_modulePaths.end() ? found->second : m_defaultModulePath;
 }
 
+std::string FixedModules::HandlePath(ModuleHandle module) {
+  return module == nullptr ? m_programPath : ModulePath(module);
+}
+
+std::string FixedModules::LibraryEnding() { return m_libraryEnding; }
+
 ModuleHandle FixedModules::Load(const std::string& path) {
   m_requests.push_back(path);
   for (Library& library : m_libraries) {

@@ -26,9 +26,12 @@ class ZELBASE_API FixedModules : public PlatformModules {
 
   void SetProgramPath(std::string path) { m_programPath = std::move(path); }
 
-  // The path of the module that holds exactly this address; other addresses have the default's.
+  // The path of the module that holds exactly this address, or has it for its handle; others have the default's.
   void SetModulePath(const void* address, std::string path) { m_modulePaths[address] = std::move(path); }
   void SetModulePath(std::string path) { m_defaultModulePath = std::move(path); }
+
+  // ".dll" at first.
+  void SetLibraryEnding(std::string ending) { m_libraryEnding = std::move(ending); }
 
   // A library that loads under this very text, and the handle that loading gives. A second library of the same path is
   // the first.
@@ -45,6 +48,8 @@ class ZELBASE_API FixedModules : public PlatformModules {
 
   std::string ProgramPath() override;
   std::string ModulePath(const void* address) override;
+  std::string HandlePath(ModuleHandle module) override;
+  std::string LibraryEnding() override;
   ModuleHandle Load(const std::string& path) override;
   void* FindExport(ModuleHandle module, const std::string& name) override;
   void Unload(ModuleHandle module) override;
@@ -60,6 +65,7 @@ class ZELBASE_API FixedModules : public PlatformModules {
 
   std::string m_programPath;
   std::string m_defaultModulePath;
+  std::string m_libraryEnding = ".dll";
   std::map<const void*, std::string> m_modulePaths;
   std::deque<Library> m_libraries;  // a handle is the address of its library
   std::vector<std::string> m_requests;

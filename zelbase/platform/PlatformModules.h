@@ -22,6 +22,13 @@ class ZELBASE_API PlatformModules {
   // unknown.
   virtual std::string ModulePath(const void* address) = 0;
 
+  // Full path, as above, of the loaded module that `module` is the handle of, or in which it is an address; null is the
+  // program. Empty when it is neither.
+  virtual std::string HandlePath(ModuleHandle module) = 0;
+
+  // How the names of this system's shared libraries end, with the dot.
+  virtual std::string LibraryEnding() = 0;
+
   // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, without a message.
   virtual ModuleHandle Load(const std::string& path) = 0;
 

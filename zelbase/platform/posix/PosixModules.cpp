@@ -4,8 +4,10 @@
 #include <link.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "zelbase/platform/PlatformFiles.h"
 #include "zelbase/platform/PlatformModules.h"
@@ -80,18 +82,54 @@ std::string ReadProgramPath() {
   }
 }
 
+// The loader's own entry for the module that holds `address`; null for none.
+const link_map* EntryAt(const void* address) {
+  Dl_info info{};
+  link_map* entry = nullptr;
+  if (::dladdr1(address, &info, reinterpret_cast<void**>(&entry), RTLD_DL_LINKMAP) == 0) return nullptr;
+  return entry;
+}
+
+// An address in each module that is loaded now. The loader is not asked anything from within its walk, which holds one
+// of its locks.
+std::vector<const void*> ModuleAddresses() {
+  std::vector<const void*> addresses;
+  const auto collect = [](dl_phdr_info* module, std::size_t, void* result) {
+    for (int i = 0; i < module->dlpi_phnum; ++i) {
+      if (module->dlpi_phdr[i].p_type != PT_LOAD) continue;
+      const std::uintptr_t address = module->dlpi_addr + module->dlpi_phdr[i].p_vaddr;
+      static_cast<std::vector<const void*>*>(result)->push_back(reinterpret_cast<const void*>(address));
+      break;
+    }
+    return 0;
+  };
+  ::dl_iterate_phdr(collect, &addresses);
+  return addresses;
+}
+
 class PosixModules final : public PlatformModules {
  public:
   std::string ProgramPath() override { return HandOut(ReadProgramPath(), ProgramFileName); }
 
   // The loader has no name for the program itself.
   std::string ModulePath(const void* address) override {
-    Dl_info info{};
-    struct link_map* map = nullptr;
-    if (::dladdr1(address, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) == 0 || map == nullptr) return {};
-    const std::string_view path = map->l_name != nullptr ? map->l_name : "";
+    const link_map* const entry = EntryAt(address);
+    if (entry == nullptr) return {};
+    const std::string_view path = entry->l_name != nullptr ? entry->l_name : "";
     return path.empty() ? ProgramPath() : HandOut(ToAbsolute(path), LibraryFileName);
   }
+
+  // A handle is the address of the loader's entry. It is looked for among those in use, since it may be stale or no handle
+  // at all.
+  std::string HandlePath(ModuleHandle module) override {
+    if (module == nullptr) return ProgramPath();
+    for (const void* const address : ModuleAddresses()) {
+      if (EntryAt(address) == module) return ModulePath(address);
+    }
+    return ModulePath(module);
+  }
+
+  std::string LibraryEnding() override { return ".so"; }
 
   // Only regular files are loaded: a FIFO would be waited for. The loader searches for names without a folder in places of
   // its own and keeps a relative name when the current folder changes; so it gets an absolute one.

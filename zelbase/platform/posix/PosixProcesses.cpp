@@ -91,6 +91,16 @@ class PosixProcesses final : public PlatformProcesses {
     const long online = sysconf(_SC_NPROCESSORS_ONLN);
     return online > 0 ? static_cast<unsigned long>(online) : 0;
   }
+
+  bool HasProcessorRecords() override { return false; }
+
+  int ReadProcessorRecords(ProcessorRecord*, std::size_t& count) override {
+    count = 0;
+    return PROCESSOR_RECORDS_READ;
+  }
+
+  // Systems of this kind are none of those that a record is about.
+  bool ReadVersion(VersionRecord, SystemVersion&) override { return false; }
 };
 
 // Ready before any code runs and never destroyed.
