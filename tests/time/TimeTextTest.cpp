@@ -3,12 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <limits>
 #include <string>
+
+#include "tests/support/ScopedTimeZone.h"
 
 namespace {
 
 using zelbase::detail::FormatCalendar;
+using zelbase::detail::FormatTime;
 using zelbase::detail::InsertMilliseconds;
+using zelbase::detail::MillisecondsBeyondSeconds;
+using zelbase::detail::WholeSeconds;
 
 CalendarTime SomeTime() {
   CalendarTime calendar;
@@ -22,6 +28,21 @@ CalendarTime SomeTime() {
   calendar.dayOfWeek = 5;
   calendar.daylight = 0;
   return calendar;
+}
+
+TEST(TimeText, WholeSecondsAndMillisecondsAreTruncatedTowardsZero) {
+  EXPECT_EQ(WholeSeconds(1999.9), 1);
+  EXPECT_EQ(WholeSeconds(-1999.9), -1);
+  EXPECT_EQ(WholeSeconds(std::numeric_limits<double>::quiet_NaN()), std::numeric_limits<long long>::min());
+  EXPECT_EQ(MillisecondsBeyondSeconds(1999.9), 999);
+  EXPECT_EQ(MillisecondsBeyondSeconds(-1999.9), -999);
+}
+
+TEST(TimeText, TextOfATimeIsWhatTheClockGives) {
+  const ScopedTimeZone local("UTC0");
+  EXPECT_EQ(FormatTime(1234567890125.0, true, true, true), "02/13/09 23:31:30.125");
+  EXPECT_EQ(FormatTime(1234567890125.0, false, false, false), "23:31");
+  EXPECT_EQ(FormatTime(-1500.0, true, true, true), ".-500");
 }
 
 TEST(TimeText, FieldsReachTheFormat) {

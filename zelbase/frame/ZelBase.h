@@ -57,6 +57,7 @@
 #include "zelbase/concurrency/ReadWriteLocker.h"
 #include "zelbase/concurrency/RecursionLock.h"
 
+#include "zelbase/errors/DaxError.h"
 #include "zelbase/errors/Error.h"
 #include "zelbase/errors/ErrorList.h"
 #include "zelbase/errors/ErrorReporterBase.h"

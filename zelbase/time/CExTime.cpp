@@ -19,6 +19,7 @@ using zelbase::detail::ScanHex64;
 using zelbase::detail::SecondsFromCivil;
 using zelbase::detail::ToCount;
 using zelbase::detail::ToCount32;
+using zelbase::detail::WholeSeconds;
 
 constinit std::atomic<unsigned int> CExTime::m_version{0};
 constinit std::atomic<double> CExTime::m_time1970Base{0.0};
@@ -73,11 +74,6 @@ double CounterMilliseconds(PlatformClock& clock) {
   const long long frequency = clock.Frequency();
   return ToMilliseconds(clock.Counter(), frequency);
 }
-
-// Kept: truncated towards zero, so that -1.5 s is second -1; every module takes whole seconds this way.
-CTime WholeSeconds(double time) { return ToCount(time / 1000.0); }
-
-int Milliseconds(double time) { return ToCount32(std::fmod(time, 1000.0)); }
 
 // Zone offset now in seconds, positive west.
 long ZoneSeconds(PlatformClock& clock, const WallClockReading& wall) {
@@ -229,7 +225,7 @@ double CExTime::GetCurTime() const { return GetExTime(GetCurSystemTime()); }
 
 void CExTime::GetCurTime(CTime& seconds, int& milliseconds) const {
   const double now = GetCurTime();
-  milliseconds = Milliseconds(now);
+  milliseconds = zelbase::detail::MillisecondsBeyondSeconds(now);
   seconds = WholeSeconds(now);
 }
 
@@ -478,12 +474,5 @@ CTime CExTime::TimestampToDaytime(double time, double& secondsOfDay) const {
 }
 
 std::string CExTime::TimeToString(double time, bool showMilliseconds, bool showDate, bool showSeconds) const {
-  std::string format = showDate ? "%x " : "";
-  // Kept: milliseconds alone show the seconds, too.
-  format += showSeconds || showMilliseconds ? "%X" : "%H:%M";
-  std::string text;
-  CalendarTime local;
-  if (CurrentClock().LocalTime(WholeSeconds(time), local)) text = zelbase::detail::FormatCalendar(local, format);
-  if (showMilliseconds) zelbase::detail::InsertMilliseconds(text, Milliseconds(time));
-  return text;
+  return zelbase::detail::FormatTime(time, showMilliseconds, showDate, showSeconds);
 }

@@ -1,13 +1,25 @@
-// Times of day as text, in the form of the process's LC_TIME: the one text of the library that follows the locale.
-// Internal to the library; neighbour: zelbase/time/CExTime.h, whose TimeToString is made of these.
+// Time values as whole seconds, milliseconds and text. The text has the form of the process's LC_TIME: the one text of the
+// library that follows the locale. Internal to the library; neighbour: zelbase/time/CExTime.h, which offers these to hosts.
+// Nothing here starts the clock discipline.
 #pragma once
 
 #include <string>
 
+#include "zelbase/platform/CTime.h"
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 namespace zelbase::detail {
+
+// The whole seconds of a time value (milliseconds since 1970), truncated towards zero; the smallest 64-bit number for what
+// does not fit, NaN included.
+ZELBASE_API CTime WholeSeconds(double time);
+
+// The milliseconds of a time value beyond its whole seconds: -999..999 with the sign of the time.
+ZELBASE_API int MillisecondsBeyondSeconds(double time);
+
+// CExTime::TimeToString.
+ZELBASE_API std::string FormatTime(double time, bool showMilliseconds, bool showDate, bool showSeconds);
 
 // The fields in the format of strftime. Empty when the text needs more than 127 bytes.
 ZELBASE_API std::string FormatCalendar(const CalendarTime& calendar, const std::string& format);
