@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include "tests/config/SettingsTestHelp.h"
 
@@ -288,6 +289,22 @@ TEST(FileObjectItems, DeletingTheLastItemMayTakeTheSectionAlong) {
   EXPECT_TRUE(settings.DeleteItem("A", "l", true));
   EXPECT_FALSE(settings.HasSection("A"));
   EXPECT_EQ(settings.GetErrorStatus(), 0);
+}
+
+TEST(FileObjectItems, PeekFindsEmptyValuesTooAndNeitherThrowsNorSetsAStatus) {
+  FileObject settings = With("value");
+  settings.SetItem("A", "empty", "", true);
+  settings.DeleteItem("A", "missing", false);  // status 7
+  settings.ThrowExceptions(true);
+  std::string_view value = "untouched";
+  EXPECT_FALSE(settings.Peek("A", "missing", value));
+  EXPECT_FALSE(settings.Peek("B", "k", value));
+  EXPECT_EQ(value, "untouched");
+  EXPECT_TRUE(settings.Peek("A", "k", value));
+  EXPECT_EQ(value, "value");
+  EXPECT_TRUE(settings.Peek("A", "empty", value));
+  EXPECT_EQ(value, "");
+  EXPECT_EQ(settings.GetErrorStatus(), FOBJ_ITEM_NOT_DELETED);
 }
 
 TEST(FileObjectItems, HasKeyAndHasSectionLeaveTheStatus) {

@@ -60,7 +60,8 @@ inline constexpr int FOBJ_OPEN_FAILED = 9;
 // size of the text. Look-ups are hash look-ups; the hash is seeded anew in each process, so that a file with keys
 // chosen to fall together cannot be prepared.
 //
-// Threads: one object belongs to one thread at a time; the status makes even constant operations writers.
+// Threads: one object belongs to one thread at a time; the status makes even constant operations writers. Only Peek, HasKey
+// and HasSection write nothing: several threads may call them at once while nobody changes the object.
 class ZELBASE_API FileObject {
  public:
   // The section that holds checksums: enumeration passes over it, and so a copy does not have it. All else treats it as
@@ -138,6 +139,10 @@ class ZELBASE_API FileObject {
 
   // True when the key is there and its value is not empty: an empty value counts as absent here, whereas GetItem finds it.
   bool HasKey(const std::string& section, const std::string& key) const;
+
+  // The text of an item, an empty one too, with neither a status nor an exception. False, `value` untouched, when there is
+  // none. The view holds until the object is changed.
+  bool Peek(const std::string& section, const std::string& key, std::string_view& value) const;
 
   // 0 for a missing section.
   int GetNumItems(std::string section) const;

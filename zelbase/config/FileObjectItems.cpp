@@ -226,10 +226,14 @@ bool FileObject::DeleteItem(const std::string& section, const std::string& key, 
 }
 
 bool FileObject::HasKey(const std::string& section, const std::string& key) const {
-  const ItemMap* const items = m_sections->FindItems(section);
   std::string_view value;
   // Kept: an empty value counts as absent here.
-  return items != nullptr && items->Find(key, value) && !value.empty();
+  return Peek(section, key, value) && !value.empty();
+}
+
+bool FileObject::Peek(const std::string& section, const std::string& key, std::string_view& value) const {
+  const ItemMap* const items = m_sections->FindItems(section);
+  return items != nullptr && items->Find(key, value);
 }
 
 bool FileObject::HasEqualItems(const std::string& section, const FileObject& other) const {

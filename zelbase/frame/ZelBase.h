@@ -81,3 +81,6 @@
 #include "zelbase/time/CExTime.h"
 #include "zelbase/time/CExTimeSync.h"
 #include "zelbase/time/Time5Q.h"
+
+#include "zelbase/units/AbstractZELMessage.h"
+#include "zelbase/units/Translator.h"
