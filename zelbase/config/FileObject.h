@@ -266,6 +266,10 @@ class ZELBASE_API FileObject {
   // selection.
   bool SelectSectionNT(FobjSection& cursor, const std::string& name) const;
 
+  // As GetItem, but without throwing and without touching the status: while nothing changes the object, any number of
+  // threads may look items up in this way at once.
+  bool GetItemNT(const std::string& section, const std::string& key, std::string& value) const;
+
   // True when both have the section and the same keys have the same values there. Neither throws nor touches a status.
   bool HasEqualItems(const std::string& section, const FileObject& other) const;
 

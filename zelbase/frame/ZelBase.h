@@ -83,4 +83,6 @@
 #include "zelbase/time/Time5Q.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
+#include "zelbase/units/CZelUnitCnv.h"
 #include "zelbase/units/Translator.h"
+#include "zelbase/units/UnitDefinition.h"
