@@ -113,6 +113,38 @@ TEST(FileObjectSections, CopySectionOfTwoNamesLeavesExactlyTheSourcesItems) {
   EXPECT_EQ(PictureOf(settings), before);
 }
 
+TEST(FileObjectSections, AWalkOverASectionThatWasNewDeliversNothingOfWhatIsCopiedIntoIt) {
+  const FileObject source = Read("[A]\nx=1\ny=2\n");
+  FileObject settings;
+  FobjSection cursor;
+  std::string key;
+  std::string value;
+  settings.CreateSection(cursor, "A", false);
+  EXPECT_TRUE(settings.CopySection("A", source));
+  EXPECT_FALSE(settings.GetNextMapEntry(cursor, key, value));
+  EXPECT_EQ(ItemsOf(settings, "A"), (Items{{"x", "1"}, {"y", "2"}}));
+}
+
+TEST(FileObjectSections, ACopyOfASectionFromWhichMuchWasDeletedWorksLikeAnyOther) {
+  FileObject source;
+  for (int i = 0; i < 40; ++i) source.SetItem("A", "k" + std::to_string(i), std::to_string(i), true);
+  for (int i = 0; i < 20; ++i) source.DeleteItem("A", "k" + std::to_string(i), false);
+  source.SetItem("A", "k30", std::string(100, 'x'), true);
+  FileObject settings;
+  settings.CopySection("A", source);
+  const FileObject copy(source);
+  EXPECT_EQ(PictureOf(settings), PictureOf(source));
+  EXPECT_EQ(PictureOf(copy), PictureOf(source));
+  settings.SetItem("A", "k5", "again", true);
+  settings.SetItem("A", "k31", std::string(100, 'y'), true);
+  EXPECT_TRUE(settings.DeleteItem("A", "k32", false));
+  EXPECT_EQ(settings.GetNumItems("A"), 20);
+  EXPECT_EQ(TextOf(settings, "A", "k5"), "again");
+  EXPECT_EQ(TextOf(settings, "A", "k31"), std::string(100, 'y'));
+  EXPECT_EQ(TextOf(source, "A", "k31"), "31");
+  EXPECT_EQ(source.GetNumItems("A"), 20);
+}
+
 TEST(FileObjectSections, ASectionCopiedOntoItselfByTwoNamesEndsEmpty) {
   FileObject settings = Read("[A]\nx=1\n");
   EXPECT_TRUE(settings.CopySection("A", settings, "A"));

@@ -1,6 +1,7 @@
 // The settings store: a text file of named sections, each a set of keys and values, held in memory. Neighbours:
 // FobjSection.h, the cursor that walks over it; FileSection.h, a store of a single section; SettingsReport.h, which tells
-// what a file loses when it is read; SettingsTextEditor.h, which changes a person's file and keeps its comments.
+// what a file loses when it is read; SettingsDifference.h, which lists for people what separates two stores;
+// SettingsTextEditor.h, which changes a person's file and keeps its comments.
 #pragma once
 
 #include <memory>
@@ -87,6 +88,10 @@ class ZELBASE_API FileObject {
 
   // The last error, 0 for none. Operations that can set one store 0 first.
   virtual int GetErrorStatus() const;
+
+  // Carries a difference over to this object; told at "Comparison and difference" below. It stands here because the order of
+  // the virtual operations is part of the interface.
+  virtual bool ApplyDifference(const FileObject& difference);
 
   // A null `value` is an empty one.
   bool SetItem(const std::string& section, const std::string& key, const char* value, bool createSection = true);
@@ -193,6 +198,53 @@ class ZELBASE_API FileObject {
   // on; an empty one gives false and IsValid().
   bool GetFirstMapEntry(FobjSection& cursor, std::string section, std::string& key, std::string& value) const;
   bool GetNextMapEntry(FobjSection& cursor, std::string& key, std::string& value) const;
+
+  // --- Comparison and difference -----------------------------------------------------------------------------------
+  //
+  //   FileObject difference;
+  //   newer.GetDifference(older, difference);
+  //   if (newer.HasDifferences(difference)) customised.ApplyDifference(difference);
+  //
+  // A difference is a store like any other: it may be saved, edited and read again. For a section A it holds
+  //   "A"         every item of the newer A, for people; applying passes over it
+  //   "add.A"     key and new value of each item that only the newer A has
+  //   "change.A"  key and new value of each item whose value differs
+  //   "remove.A"  key and old value of each item that only the older A has
+  // and the last three only where they have an item. Applied, the name of a section is split at its first and its second "."
+  // and the parts are trimmed, so that "add.My.Section" goes to "My", "add." to the section with no name, and " add .A"
+  // to "A"; a section "add.X" of a compared file becomes an operation.
+  //
+  // What does not travel: sections without items, the extra lines, and the section "Checksum", on either side. Without
+  // those, without names with a "." or white space at their ends, and without "@tr." keys, the older file to which the
+  // difference is applied equals the newer one.
+  //
+  // Items are looked up without throwing, whatever ThrowExceptions says, and no status of a constant operand is touched.
+  // A walk over an object that is changed on the way ("itself" below) is a walk over what it held at the beginning.
+
+  // Equal: as many extra lines, all but the last of them the same; as many sections, "Checksum" counted; and each section of
+  // this object but "Checksum" is there, with the same keys and values. File names, flags and statuses do not count.
+  // Not symmetric: a store with "Checksum" in place of one more section equals the other, which does not equal it.
+  bool operator==(const FileObject& other) const;
+  bool operator!=(const FileObject& other) const;
+
+  // Writes what leads from `older` to this object into `difference`, which is not emptied first, and gives it this object's
+  // file name. `difference` may be this object or `older`. Always true. The items of "add.", "change." and "remove."
+  // are written by SetItem, which is the only thing that touches the status of `difference`, besides the making of a
+  // section.
+  //
+  // A changed item whose key begins with "@tr." is passed over when the new value's front, up to the first comma, is a
+  // decimal number with the bit 0x2000: such a value changes by itself. A new or a gone one is not.
+  bool GetDifference(const FileObject& older, FileObject& difference) const;
+
+  // ApplyDifference, declared above: the items of "add." and "change." sections are written by SetItem, whether they were
+  // there or not, and those of "remove." sections deleted by DeleteItem, where a section that loses its last item goes.
+  // Sections with any other name, the plain ones too, are passed over. The first call that fails, such as deleting what is
+  // not there (status 4 or 7), ends it with false, and what was done so far stays. The status is that of the last call.
+  // Applying an object to itself is allowed.
+
+  // Whether `difference` has any item in an "add.", "change." or "remove." section; even an empty difference has the
+  // plain ones. The object that is asked plays no part.
+  bool HasDifferences(const FileObject& difference);
 
   // --- Files -------------------------------------------------------------------------------------------------------
 

@@ -79,3 +79,8 @@ class ZELBASE_API FileSection : public FileObject {
   std::string m_name;
   FobjSection m_cursor;
 };
+
+// A section and a whole store: as FileObject compares them, the left one asking. FileSection's own comparison hides that one,
+// and without these the language would exchange the two, which is not the same.
+inline bool operator==(const FileSection& a, const FileObject& b) { return static_cast<const FileObject&>(a) == b; }
+inline bool operator==(const FileObject& a, const FileSection& b) { return a == static_cast<const FileObject&>(b); }

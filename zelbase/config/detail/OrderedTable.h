@@ -174,6 +174,9 @@ class OrderedTable {
 
   std::size_t Size() const noexcept { return m_live; }
 
+  // True until the first Append. A walk that was begun by then delivers nothing, even when another table is assigned later.
+  bool IsNew() const noexcept { return m_nextNumber == 1; }
+
   TableWalk Begin() const noexcept { return {0, m_nextNumber, m_firstLive}; }
 
   // The next entry of the walk, or null at its end, where the walk then stays.

@@ -88,6 +88,12 @@ void ItemMap::Clear() {
 }
 
 void ItemMap::Merge(const ItemMap& source) {
+  // Only where no open walk can take the numbers of the source's entries for those of its own.
+  if (m_table.IsNew()) {
+    ItemMap copy(source);
+    *this = std::move(copy);
+    return;
+  }
   TableWalk walk = source.Begin();
   std::string_view key;
   std::string_view value;
