@@ -75,6 +75,7 @@
 #include "zelbase/config/FileObject.h"
 #include "zelbase/config/FileSection.h"
 #include "zelbase/config/FobjSection.h"
+#include "zelbase/config/SettingsDifference.h"
 #include "zelbase/config/SettingsReport.h"
 #include "zelbase/config/SettingsTextEditor.h"
 

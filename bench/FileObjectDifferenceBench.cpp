@@ -1,0 +1,101 @@
+// What it takes to compare two settings files of 200 sections of 200 keys, beside the reading of both from memory: a tenth of the
+// values is changed, some keys and sections are new and some gone.
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include "bench/Compare.h"
+#include "zelbase/config/FileObject.h"
+#include "zelbase/config/SettingsDifference.h"
+#include "zelbase/platform/CArchive.h"
+#include "zelbase/platform/CFile.h"
+
+namespace {
+
+constexpr int kSections = 200;
+constexpr int kKeys = 200;
+
+// A file in memory, read again and again.
+class MemoryFile : public CFile {
+ public:
+  explicit MemoryFile(std::string text) : m_text(std::move(text)) {}
+
+  unsigned int Read(void* buffer, unsigned int count) override {
+    const std::size_t taken = std::min<std::size_t>(count, m_text.size() - m_position);
+    std::memcpy(buffer, m_text.data() + m_position, taken);
+    m_position += taken;
+    return static_cast<unsigned int>(taken);
+  }
+
+  void Rewind() { m_position = 0; }
+
+ private:
+  std::string m_text;
+  std::size_t m_position = 0;
+};
+
+// The newer file lacks every fiftieth key and the first three sections, and has as many others.
+std::string MakeText(bool newer) {
+  std::string text;
+  const int first = newer ? 3 : 0;
+  for (int section = first; section < first + kSections; ++section) {
+    text += "[Section " + std::to_string(section) + "]\n";
+    for (int key = 0; key < kKeys; ++key) {
+      const bool own = key % 50 == 0;
+      const bool changed = newer && (section + key) % 10 == 0;
+      text += (own && newer ? "New key " : "Key of item ") + std::to_string(key) + " = " +
+              std::to_string(section * 1000 + key + (changed ? 1 : 0)) + "\n";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+void ReadInto(FileObject& settings, MemoryFile& file) {
+  file.Rewind();
+  CArchive archive(&file, CArchive::load, 4096);
+  settings.Read(archive);
+}
+
+}  // namespace
+
+int main() {
+  MemoryFile newerFile(MakeText(true));
+  MemoryFile olderFile(MakeText(false));
+  FileObject newer;
+  FileObject older;
+  ReadInto(newer, newerFile);
+  ReadInto(older, olderFile);
+  FileObject made;
+  newer.GetDifference(older, made);
+  const auto readBoth = [&] {
+    FileObject a;
+    FileObject b;
+    ReadInto(a, newerFile);
+    ReadInto(b, olderFile);
+    Keep(a);
+    Keep(b);
+  };
+  const double items = 2.0 * kSections * kKeys;
+  Comparison table("settings difference (ours) and the reading of both files (peer), 200 sections of 200 keys");
+  table.Row("difference", items, "op", 1.0 / 3.0,
+            [&] {
+              FileObject difference;
+              newer.GetDifference(older, difference);
+              Keep(difference);
+            },
+            readBoth);
+  table.Row("comparison of equal files", items, "op", Comparison::kNoBar, [&] { Keep(newer == FileObject(newer)); }, readBoth);
+  table.Row("copy and apply", items, "op", Comparison::kNoBar,
+            [&] {
+              FileObject target(older);
+              target.ApplyDifference(made);
+              Keep(target);
+            },
+            readBoth);
+  table.Row("listing of the difference", items, "op", Comparison::kNoBar,
+            [&] { Keep(ListSettingsChanges(newer, older)); }, readBoth);
+  return table.Finish();
+}
