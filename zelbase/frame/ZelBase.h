@@ -72,6 +72,7 @@
 
 #include "zelbase/config/CRCChecksum.h"
 #include "zelbase/config/Checksums.h"
+#include "zelbase/config/DisplaysFile.h"
 #include "zelbase/config/FileObject.h"
 #include "zelbase/config/FileSection.h"
 #include "zelbase/config/FobjSection.h"
