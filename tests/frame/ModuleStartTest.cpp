@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "zelbase/platform/FaultInjectionFiles.h"
+#include "zelbase/platform/FixedFolders.h"
+#include "zelbase/platform/FixedModules.h"
+
 namespace {
 
 // What the hooks were asked, in order.
@@ -49,14 +53,16 @@ class ModuleStart : public testing::Test {
     Journal().clear();
     g_versionFits = true;
     SetCheckDllVersion(Check);
-    SetLanguageModuleHook(Choose);
+    m_formerChoice = SetLanguageModuleHook(Choose);
   }
   void TearDown() override {
     ZelBaseMain(kModule, ZELBASE_PROCESS_DETACH, nullptr);
     AfxFailInitExtensionModule(0);
     SetCheckDllVersion(nullptr);
-    SetLanguageModuleHook(nullptr);
+    SetLanguageModuleHook(m_formerChoice);
   }
+
+  LanguageModuleHook m_formerChoice = nullptr;  // the library's own
 };
 
 TEST_F(ModuleStart, AttachChecksTheVersionAndChainsTheModuleAndThenChoosesTheLanguage) {
@@ -121,6 +127,31 @@ TEST_F(ModuleStart, SucceedsWithoutALanguageModule) {
   SetLanguageModuleHook(nullptr);
   EXPECT_NE(ZelBaseMain(kModule, 1, nullptr), 0);
   EXPECT_EQ(Chained(), 1u);
+}
+
+TEST_F(ModuleStart, ChoosesTheLibrarysLanguageModuleUntilToldOtherwise) {
+  EXPECT_NE(m_formerChoice, nullptr);
+  FixedFolders folders;
+  folders.SetCommonData("C:\\no such folder");
+  FixedModules modules;
+  modules.SetProgramPath("C:\\x\\app.exe");
+  modules.SetModulePath(kModule, "C:\\x\\ZelBaseR.dll");
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFolders> foldersGuard(folders);
+  const PlatformOverride<PlatformModules> modulesGuard(modules);
+  const PlatformOverride<PlatformFiles> filesGuard(files);
+  SetLanguageModuleHook(m_formerChoice);
+  EXPECT_NE(ZelBaseMain(kModule, 1, nullptr), 0);
+  EXPECT_EQ(files.Count(FileOperation::Open), 1u) << "the settings that hold the language";
+  EXPECT_EQ(AfxGetAppModuleState()->m_libraryList.front()->m_hResource, kModule);
+}
+
+TEST_F(ModuleStart, WithoutAHookNoLanguageIsLookedFor) {
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  SetLanguageModuleHook(nullptr);
+  EXPECT_NE(ZelBaseMain(kModule, 1, nullptr), 0);
+  EXPECT_EQ(files.Count(), 0u);
 }
 
 TEST_F(ModuleStart, AnyVersionFitsWhenNothingIsSet) {

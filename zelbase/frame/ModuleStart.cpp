@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include "zelbase/frame/LanguageModules.h"
+
 // When the release was built, in the form of __DATE__ and __TIME__, which themselves would give another library at
 // each build.
 #ifndef ZELBASE_BUILD_STAMP
@@ -14,7 +16,10 @@ constexpr int kSuccess = 1;
 constexpr int kRefused = 0;
 
 std::atomic<CheckDllVersionHook> g_checkDllVersion = nullptr;
-std::atomic<LanguageModuleHook> g_chooseLanguage = nullptr;
+
+void LoadLanguageModule(HINSTANCE module, HINSTANCE resource) { ZELCORE::LoadDLLResourceDLL(module, resource); }
+
+std::atomic<LanguageModuleHook> g_chooseLanguage = LoadLanguageModule;
 
 AFX_EXTENSION_MODULE g_record;
 

@@ -1,6 +1,6 @@
 // What happens when the library is loaded and unloaded: the version check, the chaining into the application's list of
-// modules, the choice of the language module. Neighbours: CInitializerList.h, through which the suite's modules announce
-// themselves afterwards; CDynLinkLibrary.h, the list.
+// modules, the choice of the language module. Neighbours: LanguageModules.h, which chooses it; CInitializerList.h, through
+// which the suite's modules announce themselves afterwards; CDynLinkLibrary.h, the list.
 #pragma once
 
 #include "zelbase/platform/CDynLinkLibrary.h"
@@ -39,6 +39,6 @@ ZELBASE_API CheckDllVersionHook SetCheckDllVersion(CheckDllVersionHook check);
 // Chooses and installs the language module for `module`, whose record holds the resource handle `resource`.
 using LanguageModuleHook = void (*)(HINSTANCE module, HINSTANCE resource);
 
-// Sets what the load routine calls to choose the language module and returns the one before. With null, as at first, none is
-// chosen, and the module keeps the texts built into it.
+// Sets what the load routine calls to choose the language module and returns the one before. At first it is one that calls
+// ZELCORE::LoadDLLResourceDLL. With null none is chosen, and the module keeps the texts built into it.
 ZELBASE_API LanguageModuleHook SetLanguageModuleHook(LanguageModuleHook choose);

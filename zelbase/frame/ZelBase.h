@@ -41,6 +41,7 @@
 #include "zelbase/frame/FileNames.h"
 #include "zelbase/frame/FileTypes.h"
 #include "zelbase/frame/KeyTables.h"
+#include "zelbase/frame/LanguageModules.h"
 #include "zelbase/frame/ModuleStart.h"
 #include "zelbase/frame/NumericHelpers.h"
 #include "zelbase/frame/SectionNames.h"
