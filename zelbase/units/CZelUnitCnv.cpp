@@ -47,18 +47,22 @@ constexpr std::array<Default, CZelUnitCnv::kNumKinds> kDefaults = {{
 
 // --- The table -----------------------------------------------------------------------------------------------------------
 
-inline void CZelUnitCnv::Init() const {
-  if (!m_initialised) [[unlikely]] MakeTable();
+void CZelUnitCnv::Init() const {
+  if (!m_initialised) MakeTable();
 }
 
 // The row, or null for a kind that has none.
-inline const CZelUnitCnv::Unit* CZelUnitCnv::Find(int kind) const {
+const CZelUnitCnv::Unit* CZelUnitCnv::Find(int kind) const {
   Init();
+  return FindMade(kind);
+}
+
+// The same once the table has been made.
+inline const CZelUnitCnv::Unit* CZelUnitCnv::FindMade(int kind) const {
   if (kind < 0 || kind >= kNumKinds) return nullptr;
   return &m_units[static_cast<std::size_t>(kind)];
 }
 
-// Off the way of the conversions, which only test whether it has been here.
 void CZelUnitCnv::MakeTable() const {
   std::vector<Unit> units(kDefaults.size());
   for (std::size_t i = 0; i < units.size(); ++i) {
@@ -133,14 +137,24 @@ std::string CZelUnitCnv::GetUnitDispName(int kind) const {
 
 // --- Conversions: each expression is evaluated in the order in which it stands -----------------------------------------------
 
+// Displays convert every value they show. So the way of a table that has been made is a test, a comparison and the arithmetic;
+// the first use is left to a function of its own, which makes the table and asks again.
+
 double CZelUnitCnv::ConvertUnit(int kind, double value) const {
-  const Unit* const unit = Find(kind);
+  if (!m_initialised) [[unlikely]] return FirstUse(&CZelUnitCnv::ConvertUnit, kind, value);
+  const Unit* const unit = FindMade(kind);
   return unit == nullptr ? value : unit->conversionFactor * value + unit->offset;
 }
 
 double CZelUnitCnv::ConvertFromUnit(int kind, double value) const {
-  const Unit* const unit = Find(kind);
+  if (!m_initialised) [[unlikely]] return FirstUse(&CZelUnitCnv::ConvertFromUnit, kind, value);
+  const Unit* const unit = FindMade(kind);
   return unit == nullptr ? value : (value - unit->offset) / unit->conversionFactor;
+}
+
+double CZelUnitCnv::FirstUse(Conversion convert, int kind, double value) const {
+  Init();
+  return (this->*convert)(kind, value);
 }
 
 // Kept: the size of the row's unit is taken to be that of System Units here, its own unit factor has no part.

@@ -174,10 +174,14 @@ class ZELBASE_API CZelUnitCnv {
     bool usesSystemUnit = true;
   };
 
+  using Conversion = double (CZelUnitCnv::*)(int kind, double value) const;
+
   void Init() const;
   void MakeTable() const;
   void CompUnitCnv() const;
   const Unit* Find(int kind) const;
+  const Unit* FindMade(int kind) const;
+  double FirstUse(Conversion convert, int kind, double value) const;
   double GetSystemUnitForConversion(const Unit& unit) const;
   double ToInternal(const Unit& unit, double difference, double factor, double offset) const;
   double ToExternal(const Unit& unit, double difference, double factor) const;
