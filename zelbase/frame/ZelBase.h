@@ -61,6 +61,7 @@
 #include "zelbase/errors/DaxError.h"
 #include "zelbase/errors/Error.h"
 #include "zelbase/errors/ErrorList.h"
+#include "zelbase/errors/ErrorMessageFile.h"
 #include "zelbase/errors/ErrorReporterBase.h"
 #include "zelbase/errors/ErrorStatus.h"
 #include "zelbase/errors/ErrorString.h"
