@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "tests/support/ChildProcess.h"
+#include "tests/support/SourceFolder.h"
 #include "zelbase/frame/ZelBase.h"
 
 namespace {
@@ -61,6 +62,19 @@ void UseSettings() {
   settings.FileOpen("C:\\a folder\\settings that are not there.ini", false);
   settings.SetItem("section", "key", 1.5);
 }
+void UseTranslator() { static_cast<void>(Translator::Instance().GetErrorMessagesString("File Error", "Open")); }
+void UseErrorMessageFile() {
+  ErrorMessageFile::Get().Open("C:\\a folder\\messages that are not there.ini");
+  ErrorMessageFile::Get().Open(SourceFolder() + "/CMakePresets.json");  // any text serves
+  static_cast<void>(FileError("C:\\a folder\\a file", FileError::Read).Format());
+}
+void UseHelp() {
+  HelpProvider::GetInstance().SetHelpFilename("a help file that is not there.chm");
+  static_cast<void>(HelpProvider::GetInstance().ShowHelpfile("a key that is longer than the short ones"));
+}
+void UseDataErrors() {
+  DaxError("a data stack with a long name", DaxError::Read, "file", true, 1.7e12).Report("a context of its own");
+}
 void UseWording() { ErrorWording::Install(std::make_shared<Wording>()); }
 void UseTexts() { InstallNumberedTexts(std::make_shared<Texts>()); }
 void UseChecksums() {
@@ -82,13 +96,17 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 12> kUses = {{{"ErrorList", UseErrorList},
+constexpr std::array<Use, 16> kUses = {{{"ErrorList", UseErrorList},
                                         {"ErrorString", UseErrorString},
                                         {"EmptyError", UseEmptyError},
                                         {"Initializers", UseInitializers},
                                         {"Time", UseTime},
                                         {"TimeSync", UseTimeSync},
                                         {"Settings", UseSettings},
+                                        {"Translator", UseTranslator},
+                                        {"ErrorMessageFile", UseErrorMessageFile},
+                                        {"Help", UseHelp},
+                                        {"DataErrors", UseDataErrors},
                                         {"Wording", UseWording},
                                         {"Texts", UseTexts},
                                         {"Checksums", UseChecksums},

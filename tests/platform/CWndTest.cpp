@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <tuple>
 #include <vector>
+
+class CDepthView : public CWnd {};
+struct PlainView : CWnd {};
 
 namespace {
 
@@ -38,6 +42,23 @@ TEST(CWnd, AHostMayDeriveItsOwnReceiver) {
   CWnd& window = receiver;
   EXPECT_TRUE(window.PostMessageA(42, 0, 0));
   EXPECT_EQ(receiver.last, 42u);
+}
+
+TEST(CWnd, RuntimeClassNameIsThatOfTheObjectsOwnClass) {
+  CWnd window;
+  CDepthView derived;
+  const CWnd& view = derived;
+  EXPECT_EQ(window.RuntimeClassName(), "class CWnd");
+  EXPECT_EQ(view.RuntimeClassName(), "class CDepthView");
+  EXPECT_EQ(PlainView().RuntimeClassName(), "class PlainView");  // however it was declared
+}
+
+TEST(CWnd, AHostMayGiveItsWindowsAnotherName) {
+  struct Named : CWnd {
+    std::string RuntimeClassName() const override { return "class CNamed"; }
+  } named;
+  const CWnd& window = named;
+  EXPECT_EQ(window.RuntimeClassName(), "class CNamed");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -39,6 +40,11 @@ int CountInheritableDescriptors() {
     if ((::fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0) ++count;
   }
   return count;
+}
+
+bool HasChildren() {
+  siginfo_t ignored{};
+  return ::waitid(P_ALL, 0, &ignored, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 void LimitFileSize(unsigned long long bytes) {

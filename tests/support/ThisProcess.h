@@ -8,6 +8,9 @@
 int CountOpenDescriptors();
 int CountInheritableDescriptors();
 
+// Whether this process has a child, running or ended, that it has not yet waited for.
+bool HasChildren();
+
 // No file grows beyond `bytes` from now on; an attempt fails instead of ending the process.
 void LimitFileSize(unsigned long long bytes);
 

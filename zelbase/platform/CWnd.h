@@ -1,7 +1,9 @@
-// The framework's window, here the receiver of messages: on a system without windows a message is a callback.
+// The framework's window, here the receiver of messages: on a system without windows a message is a callback. Neighbour:
+// zelbase/units/HelpProvider.h, which finds the help on a window by the name of its class.
 #pragma once
 
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "zelbase/platform/CObject.h"
@@ -22,6 +24,10 @@ class ZELBASE_API CWnd : public CObject {
     m_callback(message, first, second);
     return true;
   }
+
+  // The name of the object's own class, with "class " in front whatever was declared, and with its namespaces:
+  // "class CDepthView". A host may give its windows another text.
+  virtual std::string RuntimeClassName() const;
 
  private:
   MessageCallback m_callback;

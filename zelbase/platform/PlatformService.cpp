@@ -7,6 +7,8 @@ constinit std::atomic<PlatformFiles*> PlatformService<PlatformFiles>::s_replacem
 template <>
 constinit std::atomic<PlatformFolders*> PlatformService<PlatformFolders>::s_replacement{nullptr};
 template <>
+constinit std::atomic<PlatformHelp*> PlatformService<PlatformHelp>::s_replacement{nullptr};
+template <>
 constinit std::atomic<PlatformModules*> PlatformService<PlatformModules>::s_replacement{nullptr};
 template <>
 constinit std::atomic<PlatformProcesses*> PlatformService<PlatformProcesses>::s_replacement{nullptr};

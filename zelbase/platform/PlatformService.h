@@ -1,4 +1,4 @@
-// How the library reaches the operating system: each service (clock, files, folders, modules, processes, threads) is one
+// How the library reaches the operating system: each service (clock, files, folders, help, modules, processes, threads) is one
 // narrow interface, and PlatformService<Interface> says which implementation answers now.
 //
 // Every interface has a default for this system, made at first use and never destroyed, so that the destructor of any
@@ -9,7 +9,7 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
-// The door to one service. Interface is PlatformClock, PlatformFiles, PlatformFolders, PlatformModules,
+// The door to one service. Interface is PlatformClock, PlatformFiles, PlatformFolders, PlatformHelp, PlatformModules,
 // PlatformProcesses or PlatformThreads; each of them has a static System() that gives this system's own answer.
 //
 // Threads: Current() may be called from any thread at any time. Replacing a service while another thread is inside a
@@ -51,6 +51,7 @@ class PlatformOverride {
 class PlatformClock;
 class PlatformFiles;
 class PlatformFolders;
+class PlatformHelp;
 class PlatformModules;
 class PlatformProcesses;
 class PlatformThreads;
@@ -62,6 +63,8 @@ template <>
 ZELBASE_API std::atomic<PlatformFiles*> PlatformService<PlatformFiles>::s_replacement;
 template <>
 ZELBASE_API std::atomic<PlatformFolders*> PlatformService<PlatformFolders>::s_replacement;
+template <>
+ZELBASE_API std::atomic<PlatformHelp*> PlatformService<PlatformHelp>::s_replacement;
 template <>
 ZELBASE_API std::atomic<PlatformModules*> PlatformService<PlatformModules>::s_replacement;
 template <>
