@@ -218,7 +218,7 @@ TEST(Translator, LanguageIsNotValidated) {
 }
 
 TEST(Translator, ModuleWithoutAFolderMeansEnglish) {
-  for (const char* const path : {"", "ZelBaseR.dll", "/suite/ZelBaseR.dll"}) {
+  for (const char* const path : {"", "ZelBaseR.dll", "suite/ZelBaseR.dll"}) {
     ExpectInChild([path] {
       LanguageFolder computer(kDutch);
       computer.Modules().SetModulePath(path);
@@ -228,6 +228,18 @@ TEST(Translator, ModuleWithoutAFolderMeansEnglish) {
       EXPECT_FALSE(Translator::Instance().IsLanguageForeign());
     });
   }
+}
+
+TEST(Translator, ModuleInTheRootOfThisSystemHasItsTranslationsThere) {
+  ExpectInChild([] {
+    LanguageFolder computer(kDutch);
+    computer.Modules().SetModulePath("/ZelBaseR.dll");
+    NotingFiles files;
+    const PlatformOverride<PlatformFiles> guard(files);
+    EXPECT_TRUE(Translator::Instance().IsLanguageForeign());
+    ASSERT_EQ(files.paths.size(), 3u);
+    EXPECT_EQ(files.paths[1], "/.\\localizations\\0413\\Translator.ini");
+  });
 }
 
 TEST(Translator, WithoutAFolderForCommonDataItIsEnglish) {

@@ -8,6 +8,7 @@
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/platform/PlatformHelp.h"
 #include "zelbase/platform/PlatformModules.h"
+#include "zelbase/platform/detail/FolderOf.h"
 
 namespace {
 
@@ -31,8 +32,7 @@ HelpProvider& HelpProvider::GetInstance() {
 
 // With its last separator; empty when the program lies in no folder.
 std::string HelpProvider::GetAppPath() {
-  const std::string path = PlatformService<PlatformModules>::Current().ProgramPath();
-  return path.substr(0, path.rfind('\\') + 1);
+  return zelbase::detail::FolderOf(PlatformService<PlatformModules>::Current().ProgramPath());
 }
 
 std::string HelpProvider::Trim(const std::string& text) { return std::string(zelbase::detail::Trim(text)); }

@@ -11,6 +11,7 @@
 #include "zelbase/frame/detail/NumberText.h"
 #include "zelbase/platform/PlatformFolders.h"
 #include "zelbase/platform/PlatformModules.h"
+#include "zelbase/platform/detail/FolderOf.h"
 
 using namespace zelbase::detail;
 
@@ -104,10 +105,7 @@ std::string Translator::GetModulePath() {
 }
 
 // With its last separator; empty when the module lies in no folder.
-std::string Translator::ModuleFolder() {
-  const std::string path = GetModulePath();
-  return path.substr(0, path.rfind(PATH_SEPARATOR) + 1);
-}
+std::string Translator::ModuleFolder() { return FolderOf(GetModulePath()); }
 
 bool Translator::GetZelcoreiniPath(std::string& path) {
   std::string folder;
