@@ -5,17 +5,19 @@
 #include <bit>
 #include <cfloat>
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <locale>
 #include <random>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "tests/support/CommaLocale.h"
+#include "tests/support/Printed.h"
+#include "tests/support/RandomDoubles.h"
 
 namespace zelbase::detail {
 namespace {
@@ -76,72 +78,6 @@ std::string Padded(long long value, int width) {
   AppendPadded(text, value, width);
   return text;
 }
-
-// The C library's print, of any length, in the "C" locale that a test process starts with.
-template <class... Values>
-std::string Printed(const char* format, Values... values) {
-  char small[512];
-  const int length = std::snprintf(small, sizeof small, format, values...);
-  if (length < static_cast<int>(sizeof small)) return small;
-  std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  std::snprintf(text.data(), text.size(), format, values...);
-  text.pop_back();
-  return text;
-}
-
-// Doubles of every kind: any bit pattern, everyday numbers, exact halves, denormals, whole numbers, both
-// zeros.
-class Doubles {
- public:
-  double Next() {
-    const std::uint64_t bits = m_random();
-    switch (m_random() % 8) {
-      case 0:
-        return Finite(std::bit_cast<double>(bits & 0x800FFFFFFFFFFFFFu));  // denormal or zero
-      case 1:
-        return static_cast<double>(static_cast<std::int64_t>(bits) >> 20) / 4;  // halves, quarters
-      case 2:
-        return static_cast<double>(static_cast<std::int64_t>(bits) >> 40) / 1000;  // three decimals
-      case 3:
-        return static_cast<double>(static_cast<std::int64_t>(bits));  // large whole
-      case 4:
-        return static_cast<double>(static_cast<std::int64_t>(bits) >> 30) * 9.31e-10;  // everyday
-      case 5:
-        return static_cast<double>(static_cast<std::int64_t>(bits) >> 56) / 16;  // short and exact
-      default:
-        return Finite(std::bit_cast<double>(bits));
-    }
-  }
-  std::uint64_t Below(std::uint64_t bound) { return m_random() % bound; }
-
- private:
-  static double Finite(double value) { return std::isfinite(value) ? value : -0.0; }
-  std::mt19937_64 m_random{20140115};
-};
-
-// Both the language's locale and, where the machine has one, the C library's are set to a decimal comma.
-class CommaLocale {
- public:
-  CommaLocale() : m_before(std::locale::global(std::locale(std::locale::classic(), new Comma))) {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "nl_NL.UTF-8"}) {
-      if (std::setlocale(LC_ALL, name) != nullptr) return;
-    }
-  }
-  ~CommaLocale() {
-    std::setlocale(LC_ALL, "C");
-    std::locale::global(m_before);
-  }
-  CommaLocale(const CommaLocale&) = delete;
-  CommaLocale& operator=(const CommaLocale&) = delete;
-
- private:
-  struct Comma : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-  };
-  std::locale m_before;
-};
 
 TEST(NumberText, ScanIntTakesTheLongestFront) {
   ExpectScans<int>(ScanInt, {{"0", 1, 0},
@@ -287,7 +223,7 @@ TEST(NumberText, ScanFloatRoundsOnce) {
 }
 
 TEST(NumberText, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
-  Doubles doubles;
+  RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();
     // Rounded short, to the last digit that matters, and exactly.
@@ -307,7 +243,7 @@ TEST(NumberText, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
 
 TEST(NumberText, ScanDoubleEqualsTheCLibraryHalfWayBetweenNeighbours) {
   static_assert(LDBL_MANT_DIG > DBL_MANT_DIG, "the half way value must be exact");
-  Doubles doubles;
+  RandomDoubles doubles;
   for (int i = 0; i < 3'000; ++i) {
     const double low = std::fabs(doubles.Next());
     const double high = std::nextafter(low, kInfinity);
@@ -346,7 +282,7 @@ TEST(NumberText, ScansEqualTheCLibraryOnScrambledText) {
 }
 
 TEST(NumberText, AppendFixedEqualsTheCLibrary) {
-  Doubles doubles;
+  RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();
     const int decimals = static_cast<int>(i % 100 == 0 ? doubles.Below(351) : doubles.Below(18));
@@ -355,7 +291,7 @@ TEST(NumberText, AppendFixedEqualsTheCLibrary) {
 }
 
 TEST(NumberText, AppendGeneralEqualsTheCLibrary) {
-  Doubles doubles;
+  RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();
     ASSERT_EQ(General(value), Printed("%g", value));

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-#include "zelbase/frame/StringCompare.h"
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/NumberText.h"
+#include "zelbase/frame/detail/TextItems.h"
 
+using zelbase::detail::NoItem;
 using zelbase::detail::ScanDouble;
 using zelbase::detail::ScanFloat;
 using zelbase::detail::ScanInt;
@@ -13,10 +14,6 @@ using zelbase::detail::ScanUnsigned;
 using zelbase::detail::ScanUnsignedShort;
 
 namespace {
-
-std::size_t AtLeastZero(int count) {
-  return count < 0 ? 0 : static_cast<std::size_t>(count);
-}
 
 // As std::string::find, but in time proportional to the sum of both lengths and not to their product, for
 // texts that nearly match everywhere (Knuth, Morris, Pratt). `part` is not empty.
@@ -38,13 +35,6 @@ std::size_t FindPart(std::string_view text, std::string_view part) {
     if (matched == part.size()) return i + 1 - matched;
   }
   return text.npos;
-}
-
-// What an index out of range refers to.
-std::string& NoItem() {
-  thread_local std::string none;
-  none.clear();
-  return none;
 }
 
 }  // namespace
@@ -200,31 +190,15 @@ CZelString& CZelString::operator+=(const std::string& text) {
 }
 
 std::string CZelString::String() const {
-  std::string text = Parts(0, m_items.size());
-  if (!text.empty()) text.pop_back();
-  return text;
+  return zelbase::detail::JoinItems(m_items, m_separator);
 }
 
 std::string CZelString::Left(int count) const {
-  return Parts(0, std::min(AtLeastZero(count), m_items.size()));
+  return zelbase::detail::LeftItems(m_items, m_separator, count);
 }
 
 std::string CZelString::Right(int count) const {
-  const std::size_t parts = std::min(AtLeastZero(count), m_items.size());
-  return Parts(m_items.size() - parts, parts);
-}
-
-// Elements of a range that is inside the list, each followed by the separator.
-std::string CZelString::Parts(std::size_t first, std::size_t count) const {
-  std::size_t length = count;
-  for (std::size_t i = first; i < first + count; ++i) length += m_items[i].size();
-  std::string text;
-  text.reserve(length);
-  for (std::size_t i = first; i < first + count; ++i) {
-    text += m_items[i];
-    text += m_separator;
-  }
-  return text;
+  return zelbase::detail::RightItems(m_items, m_separator, count);
 }
 
 bool CZelString::HasSubString(const std::string& text) const {
@@ -234,10 +208,9 @@ bool CZelString::HasSubString(const std::string& text) const {
 
 bool CZelString::HasSubString(const std::string& text, int& index) const {
   // Kept: whole elements only, against the name; lists of names are searched with it.
-  const auto found = std::find_if(m_items.begin(), m_items.end(),
-                                  [&](const std::string& item) { return icompare(item, text); });
-  if (found == m_items.end()) return false;
-  index = static_cast<int>(found - m_items.begin());
+  const int found = zelbase::detail::FindItem(m_items, text);
+  if (found < 0) return false;
+  index = found;
   return true;
 }
 

@@ -1,9 +1,8 @@
 // A small delimited list such as "12, 3, 4.5": takes the text apart into elements and puts it together again.
-// Neighbours: StringAppend.h to build texts, StringCompare.h to compare them, Trim.h, TextEscapes.h, StringBytes.h,
-// ByteSize.h.
+// Neighbours: FormatString.h, the plain list of texts; StringAppend.h to build texts, StringCompare.h to compare them,
+// Trim.h, TextEscapes.h, StringBytes.h, ByteSize.h.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -126,7 +125,6 @@ class ZELBASE_API CZelString {
   void SeparateAtBlanks();
   void AddElement(std::string_view text);
   const std::string* Item(int index) const;
-  std::string Parts(std::size_t first, std::size_t count) const;
 
   std::vector<std::string> m_items;
   char m_separator = ',';

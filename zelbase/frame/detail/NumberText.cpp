@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "zelbase/frame/detail/Characters.h"
+#include "zelbase/frame/detail/FixedDigits.h"
 
 namespace zelbase::detail {
 namespace {
@@ -203,11 +204,10 @@ void AppendPadded(std::string& text, long long value, int width) {
 void AppendFixed(std::string& text, double value, int decimals) {
   constexpr int kMostDecimals = 350;
   if (AppendNotFinite(text, value)) return;
-  // A sign, the 309 digits of the largest double, the point, the decimals.
-  char buffer[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed,
-                                    std::clamp(decimals, 0, kMostDecimals));
-  text.append(buffer, result.ptr);
+  char buffer[kMostWholeDigits + 1 + kMostDecimals];
+  char* const end = WriteFixed(buffer, std::fabs(value), std::clamp(decimals, 0, kMostDecimals));
+  if (std::signbit(value)) text += '-';
+  text.append(buffer, end);
 }
 
 void AppendGeneral(std::string& text, double value) {
