@@ -100,6 +100,7 @@
 #include "zelbase/geometry/Page.h"
 #include "zelbase/geometry/Point.h"
 #include "zelbase/geometry/Polar.h"
+#include "zelbase/geometry/PolyClipper.h"
 #include "zelbase/geometry/ProfilePoint.h"
 #include "zelbase/geometry/RVector3d.h"
 #include "zelbase/geometry/Rectan.h"
