@@ -104,8 +104,9 @@ std::size_t PrintErrors() {
     std::cout << "  " << ToTerminal(list.CurrentContext(), Encoding::Windows1252) << '\n';
     for (int i = 0; i < list.NumErrors(false); ++i) {
       const Error& error = list[i];
+      const std::string message = error.Format();  // the suite's words around a file's name, which may be UTF-8
       std::cout << "    " << ToTerminal(error.Type(), Encoding::Windows1252) << ": "
-                << ToShownPath(ToTerminal(error.Format(), Encoding::Utf8)) << '\n';
+                << ToShownPath(ToTerminal(message, DetectEncoding(message))) << '\n';
     }
   }
   list.SetContext(list.DefaultContext());

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "DifferenceCommands.h"
 #include "SettingsFile.h"
 #include "TypedValue.h"
 #include "zelbase/config/SettingsReport.h"
@@ -331,6 +332,7 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
             arguments, exitCode);
   app->add_option("FILE", arguments->files, "Settings files")->required();
   app->add_flag("-q,--quiet", arguments->quiet, "Leave out the notes");
+  AddDifferenceCommands(*settings, exitCode);
 }
 
 }  // namespace zel

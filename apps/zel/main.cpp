@@ -4,9 +4,14 @@
 #include <exception>
 #include <iostream>
 
+#include "DisplaysCommand.h"
+#include "FormatCommand.h"
+#include "Host.h"
+#include "LanguageCommand.h"
 #include "ReportCommand.h"
 #include "SettingsCommands.h"
 #include "SettingsFile.h"
+#include "UnitsCommand.h"
 
 namespace {
 
@@ -14,12 +19,18 @@ int Run(int argc, char** argv) {
   CLI::App program("zel looks into the files and services of the survey suite.", "zel");
   program.set_version_flag("--version", std::string(ZEL_VERSION));
   program.require_subcommand(1);
-  program.footer("Examples:\n  zel report samples/settings/suite.ini\n  zel settings check samples/settings/faulty.ini\n\n"
+  program.footer("Examples:\n  zel report samples/settings/suite.ini\n  zel settings check samples/settings/faulty.ini\n"
+                 "  zel format coordinate 52.5125\n  zel --common samples/common units convert 12 Fathom m\n\n"
                  "\"zel COMMAND --help\" tells more.\n"
                  "Exit codes: 0 done, 1 something found wrong, 2 bad usage.\n");
   int exitCode = zel::kDone;
+  zel::AddHostOptions(program);
   zel::AddReportCommand(program, exitCode);
   zel::AddSettingsCommands(program, exitCode);
+  zel::AddDisplaysCommand(program, exitCode);
+  zel::AddFormatCommand(program, exitCode);
+  zel::AddUnitsCommand(program, exitCode);
+  zel::AddLanguageCommand(program, exitCode);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -1,39 +1,6 @@
 // The program zel from outside: what it prints, what it leaves in files, and how it exits.
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "tests/support/RunProgram.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/support/SourceFolder.h"
-
-namespace {
-
-class Zel : public testing::Test {
- protected:
-  ProgramResult Run(const std::vector<std::string>& arguments) { return RunProgram(ZELBASE_ZEL, arguments); }
-
-  std::string Write(const std::string& name, const std::string& text) { return m_folder.Write(name, text); }
-
-  static std::string Sample(const std::string& name) { return SourceFolder() + "/samples/settings/" + name; }
-
-  TemporaryFolder m_folder;
-};
-
-bool Holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
-// Columns are as wide as their contents: runs of blanks count as one.
-std::string OneBlank(const std::string& text) {
-  std::string result;
-  for (const char c : text) {
-    if (c != ' ' || result.empty() || result.back() != ' ') result += c;
-  }
-  return result;
-}
-
-}  // namespace
+#include "tests/apps/ZelFixture.h"
 
 TEST_F(Zel, WithoutACommandIsBadUsage) {
   const ProgramResult result = Run({});
@@ -46,7 +13,10 @@ TEST_F(Zel, HelpShowsExamplesAndExitsWell) {
   for (const std::vector<std::string>& arguments :
        {std::vector<std::string>{"--help"}, {"report", "--help"}, {"settings", "list", "--help"}, {"settings", "get", "--help"},
         {"settings", "set", "--help"}, {"settings", "delete", "--help"}, {"settings", "rename", "--help"},
-        {"settings", "copy", "--help"}, {"settings", "check", "--help"}}) {
+        {"settings", "copy", "--help"}, {"settings", "check", "--help"}, {"settings", "diff", "--help"},
+        {"settings", "apply", "--help"}, {"displays", "--help"}, {"format", "coordinate", "--help"}, {"format", "span", "--help"},
+        {"format", "number", "--help"}, {"units", "kinds", "--help"}, {"units", "list", "--help"}, {"units", "convert", "--help"},
+        {"language", "--help"}, {"language", "errors", "--help"}}) {
     const ProgramResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments.front();
     EXPECT_TRUE(Holds(result.output, "Example")) << result.output;
@@ -64,7 +34,7 @@ TEST_F(Zel, UnknownCommandsOptionsAndTypesAreBadUsage) {
 }
 
 TEST_F(Zel, ReportShowsTypedValuesTheTimeAndTheErrorList) {
-  const ProgramResult result = Run({"report", Sample("suite.ini")});
+  const ProgramResult result = Run({"report", Sample("settings/suite.ini")});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.errors, "");
   EXPECT_TRUE(Holds(result.output, " UTC, time stamp <0x")) << result.output;
@@ -182,7 +152,7 @@ TEST_F(Zel, CheckTellsLinesAndExitsWithOneWhenThereIsSomething) {
   const std::string good = Write("good.ini", "[A]\nk = 1\n");
   EXPECT_EQ(Run({"settings", "check", good}).exitCode, 0);
   EXPECT_EQ(Run({"settings", "check", good}).output, "");
-  const ProgramResult result = Run({"settings", "check", good, Sample("faulty.ini")});
+  const ProgramResult result = Run({"settings", "check", good, Sample("settings/faulty.ini")});
   EXPECT_EQ(result.exitCode, 1);
   for (const char* place : {"faulty.ini:5:", "faulty.ini:6:", "faulty.ini:8:", "faulty.ini:10:", "faulty.ini:13:",
                             "faulty.ini:14:", "faulty.ini:15:"}) {
