@@ -4,6 +4,7 @@
 
 #include "zelbase/platform/CArchive.h"
 #include "zelbase/platform/CAtlException.h"
+#include "zelbase/platform/CDC.h"
 #include "zelbase/platform/CDynLinkLibrary.h"
 #include "zelbase/platform/CFile.h"
 #include "zelbase/platform/CFileException.h"
@@ -93,6 +94,7 @@
 #include "zelbase/time/Time5Q.h"
 
 #include "zelbase/geometry/Angles.h"
+#include "zelbase/geometry/EditableObject.h"
 #include "zelbase/geometry/Extents3D.h"
 #include "zelbase/geometry/FloatPoint.h"
 #include "zelbase/geometry/GeometryMath.h"
@@ -107,6 +109,7 @@
 #include "zelbase/geometry/Rotation.h"
 #include "zelbase/geometry/StatusPoint.h"
 #include "zelbase/geometry/TimePoint.h"
+#include "zelbase/geometry/UndoRedo.h"
 #include "zelbase/geometry/VesselPoint.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
