@@ -94,6 +94,7 @@
 #include "zelbase/time/Time5Q.h"
 
 #include "zelbase/geometry/Angles.h"
+#include "zelbase/geometry/BoxComp.h"
 #include "zelbase/geometry/EditableObject.h"
 #include "zelbase/geometry/Extents3D.h"
 #include "zelbase/geometry/FloatPoint.h"
