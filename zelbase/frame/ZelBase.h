@@ -111,6 +111,7 @@
 #include "zelbase/geometry/StatusPoint.h"
 #include "zelbase/geometry/TimePoint.h"
 #include "zelbase/geometry/UndoRedo.h"
+#include "zelbase/geometry/VesselContour.h"
 #include "zelbase/geometry/VesselPoint.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
