@@ -61,8 +61,8 @@ inline constexpr int FOBJ_OPEN_FAILED = 9;
 // size of the text. Look-ups are hash look-ups; the hash is seeded anew in each process, so that a file with keys
 // chosen to fall together cannot be prepared.
 //
-// Threads: one object belongs to one thread at a time; the status makes even constant operations writers. Only Peek, HasKey
-// and HasSection write nothing: several threads may call them at once while nobody changes the object.
+// Threads: one object belongs to one thread at a time; the status makes even constant operations writers. Only Peek, HasKey,
+// HasSection and GetNumItems write nothing: several threads may call them at once while nobody changes the object.
 class ZELBASE_API FileObject {
  public:
   // The section that holds checksums: enumeration passes over it, and so a copy does not have it. All else treats it as
@@ -317,10 +317,6 @@ class ZELBASE_API FileObject {
   // Selects the section, at its first item, without touching the status. A missing one gives false and a cursor without
   // selection.
   bool SelectSectionNT(FobjSection& cursor, const std::string& name) const;
-
-  // As GetItem, but without throwing and without touching the status: while nothing changes the object, any number of
-  // threads may look items up in this way at once.
-  bool GetItemNT(const std::string& section, const std::string& key, std::string& value) const;
 
   // True when both have the section and the same keys have the same values there. Neither throws nor touches a status.
   bool HasEqualItems(const std::string& section, const FileObject& other) const;

@@ -159,14 +159,6 @@ bool FileObject::GetItem(const std::string& section, const std::string& key, std
   return true;
 }
 
-bool FileObject::GetItemNT(const std::string& section, const std::string& key, std::string& value) const {
-  const ItemMap* const items = m_sections->FindItems(section);
-  std::string_view text;
-  if (items == nullptr || !items->Find(key, text)) return false;
-  value = text;
-  return true;
-}
-
 bool FileObject::GetItem(const std::string& section, const std::string& key, int& value) const {
   return GetParsed(section, key, [&](std::string_view text) { return ParseInt(text, value); });
 }

@@ -1,5 +1,7 @@
 #include "zelbase/units/UnitDefinition.h"
 
+#include <string_view>
+
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/units/CZelUnitCnv.h"
 
@@ -73,11 +75,11 @@ bool UnitDefinition::GetNextGroupItem(std::string& key, std::string& displayName
 bool UnitDefinition::GetGroupItemData(int formatCode, const std::string& key, std::string& displayName, double& factor,
                                       double& offset, std::string& mnemonic) const {
   std::string group;
-  Entry entry;
-  // Not HasKey, to which a key with an empty value is none.
-  if (!GetGroupName(formatCode, group) || !GetItemNT(group, key, entry.second)) return false;
-  entry.first = key;
-  return Fill(entry, displayName, factor, offset, mnemonic);
+  std::string_view value;
+  // Kept: a key with an empty value is there, and fills what it can; so not HasKey, to which it is none.
+  if (!GetGroupName(formatCode, group) || !Peek(group, key, value)) return false;
+  // A copy, since the key may be one of the outputs.
+  return Fill({key, std::string(value)}, displayName, factor, offset, mnemonic);
 }
 
 // Writes the outputs from the entry, which none of them is part of. Gives whether the mnemonic was there.
