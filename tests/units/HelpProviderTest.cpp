@@ -90,6 +90,14 @@ TEST(HelpProvider, KeyWithoutATopicOpensTheFirstPage) {
   }
 }
 
+TEST(HelpProvider, KeyOfBlanksOpensTheFirstPageWhateverTheTableHas) {
+  ExpectInChild([] {
+    const Suite suite("[ZELCOREHelp]\r\n= wrong.htm\r\n  = wrong.htm\r\n");
+    EXPECT_TRUE(HelpProvider::GetInstance().ShowHelpfile(" \t "));
+    EXPECT_EQ(suite.Topic(), "(none)");
+  });
+}
+
 TEST(HelpProvider, MissingTableIsNotReportedAndEveryKeyOpensTheFirstPage) {
   ExpectInChild([] {
     const Suite suite(std::nullopt);

@@ -13,6 +13,7 @@
 #include "tests/support/LanguageFolder.h"
 #include "tests/support/ThisProcess.h"
 #include "zelbase/errors/GlobalErrorList.h"
+#include "zelbase/frame/FileNames.h"
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
@@ -151,6 +152,17 @@ TEST(Translator, TranslationsAreSoughtBelowTheFolderOfTheModule) {
     const std::string folder = computer.Folder().InterfacePath();
     const std::string zelcore = folder + "\\VESOK\\ZELCORE\\zelcore.ini";
     EXPECT_EQ(files.paths, (std::vector<std::string>{zelcore, folder + "\\suite\\.\\localizations\\0413\\Translator.ini", zelcore}));
+  });
+}
+
+TEST(Translator, ReadsZelcoreIniWhateverTheProgram) {
+  ExpectInChild([] {
+    LanguageFolder computer(kDutch);
+    // The one program for which a module start reads another settings file.
+    computer.Modules().SetProgramPath(computer.Folder().InterfacePath() + "\\suite\\ternaxui.exe");
+    computer.Modules().SetModulePath(computer.Folder().InterfacePath() + "\\suite\\ternaxui.exe");
+    computer.Folder().Write("VESOK/ZELCORE/" + TUI_DEF_FILENAME, "[Language]\nLanguage = 0407\n");
+    EXPECT_EQ(Translator::Instance().GetLanguageID(), "0413");
   });
 }
 
@@ -326,6 +338,15 @@ TEST(Translator, WhateverFailsWhileItIsMadeIsSilent) {
 
 // --- Settings -------------------------------------------------------------------------------------------------------
 
+TEST(Translator, InEnglishTheSettingsStayAsTheyBegin) {
+  ExpectInChild([] {
+    const LanguageFolder computer("[Language]\nLanguage = 0409\nUseDeveloperAsserts = false\nShowTranslatorMessages = false\n");
+    EXPECT_FALSE(Translator::Instance().IsLanguageForeign());
+    EXPECT_TRUE(Translator::Instance().UseDeveloperAsserts());
+    EXPECT_TRUE(Translator::Instance().ShowTranslatorMessages());
+  });
+}
+
 TEST(Translator, OnlyFalseInLowerCaseIsFalse) {
   const struct {
     const char* line;
@@ -435,6 +456,18 @@ TEST(Translator, LookUpsReadTheFile) {
     EXPECT_EQ(t.GetDataDefString("Depth", "Name"), "Diepte");
     EXPECT_EQ(t.GetUserMapSymbolString("Buoy"), "Boei");
     EXPECT_TRUE(logger.texts.empty());
+  });
+}
+
+TEST(Translator, LastBracketOfALineEndsTheSectionOfDefaultActions) {
+  ExpectInChild([] {
+    const LanguageFolder computer(kDutch);
+    computer.WriteTranslations("0413",
+                               "[DefaultActions[xxx]]\nAcquisition.Start.Name = wrong\n"
+                               "[DefaultActions[xxx].ini] // actions\nAcquisition.Start.Name = Begin\n");
+    Translator& t = Translator::Instance();
+    EXPECT_EQ(t.GetDefaultActionsString(DEFAULT_ACTIONS_ACQUISITION, "Start", DEFAULT_ACTIONS_NAME), "Begin");
+    EXPECT_TRUE(t.GetTranslatorIni().HasSection("DefaultActions[xxx].ini"));
   });
 }
 

@@ -39,6 +39,7 @@ DaxError& DaxError::operator=(const DaxError& other) {
   return *this;
 }
 
+// Kept: the section's own name, with its blank, where other errors have words for a title.
 const std::string DaxError::Type() const { return TextOf(kSection, "Type", "Dax Error"); }
 
 const std::string DaxError::Format() const {

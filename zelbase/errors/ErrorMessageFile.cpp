@@ -64,6 +64,7 @@ bool ErrorMessageFile::Get(const std::string& section, const std::string& key, s
   const Translator& translator = Translator::Instance();
   if (translator.IsLanguageForeign()) {
     std::string translated = translator.GetErrorMessagesString(section, key);
+    // Kept: an empty translation is none, and the file's wording stays; the file's own may be empty.
     if (!translated.empty()) found = std::move(translated);
   }
   text = std::move(found);

@@ -17,7 +17,7 @@ struct Default {
 };
 
 constexpr std::array<Default, CZelUnitCnv::kNumKinds> kDefaults = {{
-    {0, 1.0, true},       // No unit
+    {0, 1.0, true},       // No unit. Kept: tied, which counts between stated units only
     {12049, 1.0, true},   // System
     {12050, 1.0, true},   // Speed
     {12049, 1.0, true},   // Distance
@@ -104,7 +104,7 @@ bool CZelUnitCnv::SetUnit(int kind, double factor, double offset, const std::str
   unit.mnemonic = mnemonic;
   unit.key = key;
   unit.displayName = displayName;
-  CompUnitCnv();
+  CompUnitCnv();  // Kept: all rows, whichever was set; a change of System Units rescales the others
   return true;
 }
 

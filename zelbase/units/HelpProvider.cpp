@@ -45,6 +45,7 @@ void HelpProvider::SetHelpFilename(const std::string& name) {
 
 bool HelpProvider::ShowHelpfile(const std::string& key) {
   std::string_view topic;
+  // Kept: only an empty key is not looked up; one of blanks is, and no table has it.
   const bool found = !key.empty() && m_topics.Peek(kTopicSection, Trim(key), topic);
   return ShowHelpfileImp(found ? std::string(topic) : std::string());
 }

@@ -87,7 +87,7 @@ Translator::Translator() { Initialise(); }
 void Translator::Initialise() {
   // Kept: a setting that is there but empty is a foreign language without a name.
   m_foreign = GetLanguageSetting(m_languageId) && m_languageId != LCID_ENGLISH;
-  if (!m_foreign) return;
+  if (!m_foreign) return;  // Kept: in English the two settings stay true, whatever the file has
 
   std::string path = ModuleFolder();
   path.append({kFolderStep, PATH_SEPARATOR}).append(LOCALIZATIONS_FOLDER_NAME).append(1, PATH_SEPARATOR);
@@ -123,6 +123,7 @@ bool Translator::GetLanguageSetting(std::string& language) {
 }
 
 // The one look-up. Peek writes nothing, so that threads do not meet here.
+// Kept: in English too, where every look-up tells the logger that there is no such section.
 std::string Translator::GetString(const char* section, const std::string& key) const {
   const std::string name = section;
   std::string_view value;
@@ -143,6 +144,7 @@ void Translator::ShowMessageToTranslator(const std::string& text) const {
 
 std::string Translator::GetDefaultActionsString(DefaultActionsFilenames filename, const std::string& action,
                                                 DefaultActionsKeys key) const {
+  // Kept: an enumerator without a name is an empty part, so that the key begins or ends with ".".
   return GetString(kDefaultActionsSection,
                    Joined(Joined(DefaultActionFilename2String(filename), action), DefaultActionKey2String(key)));
 }

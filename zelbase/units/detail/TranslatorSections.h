@@ -5,7 +5,7 @@
 namespace zelbase::detail {
 
 inline constexpr char kDisplayManagerSection[] = "DisplayManager.ini";
-inline constexpr char kDefaultActionsSection[] = "DefaultActions[xxx].ini";  // as it stands: the last "]" of a line ends a head
+inline constexpr char kDefaultActionsSection[] = "DefaultActions[xxx].ini";  // Kept: the last "]" of a line ends a head
 inline constexpr char kAttribDefV2Section[] = "AttribDefV2.ini";
 inline constexpr char kPlotFriendlyNamesSection[] = "PlotFriendlyNames.ini";
 inline constexpr char kFileTypesSection[] = "FileTypes.ini";
