@@ -39,6 +39,11 @@ class Texts : public NumberedTextTable {
   }
 };
 
+class Lines : public LineDataICreator {
+ public:
+  LineData* Create(const std::string& name) override { return new LineData(name); }
+};
+
 void UseErrorList() {
   GenericError error("a description that is longer than the short ones");
   error.AddCause(FileError("C:\\a folder\\a file that is not there.ini", FileError::Open));
@@ -86,6 +91,12 @@ void UseServices() {
   static_cast<void>(PlatformService<PlatformProcesses>::Current().CurrentId());
   NameThread(PlatformThreads::kCallingThread, "a name");
 }
+void UseLineDataList() {
+  LineDataList& list = LineDataList::GetLineDataList();
+  const std::unique_ptr<LineData> known(list.Create(7, "a line"));
+  if (known == nullptr) list.RegisterLineData(7, new Lines);
+  const std::unique_ptr<LineData> line(list.Create(7, "a line with a name beyond the short ones"));
+}
 void UseModuleState() {
   static int place = 0;
   ZelBaseMain(&place, ZELBASE_PROCESS_ATTACH, nullptr);
@@ -96,7 +107,7 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 16> kUses = {{{"ErrorList", UseErrorList},
+constexpr std::array<Use, 17> kUses = {{{"ErrorList", UseErrorList},
                                         {"ErrorString", UseErrorString},
                                         {"EmptyError", UseEmptyError},
                                         {"Initializers", UseInitializers},
@@ -111,6 +122,7 @@ constexpr std::array<Use, 16> kUses = {{{"ErrorList", UseErrorList},
                                         {"Texts", UseTexts},
                                         {"Checksums", UseChecksums},
                                         {"Services", UseServices},
+                                        {"LineDataList", UseLineDataList},
                                         {"ModuleState", UseModuleState}}};
 
 void UseAll() {

@@ -99,6 +99,9 @@
 #include "zelbase/geometry/Extents3D.h"
 #include "zelbase/geometry/FloatPoint.h"
 #include "zelbase/geometry/GeometryMath.h"
+#include "zelbase/geometry/LineData.h"
+#include "zelbase/geometry/LineDataICreator.h"
+#include "zelbase/geometry/LineDataList.h"
 #include "zelbase/geometry/MathConstants.h"
 #include "zelbase/geometry/Page.h"
 #include "zelbase/geometry/Point.h"
@@ -111,6 +114,7 @@
 #include "zelbase/geometry/StatusPoint.h"
 #include "zelbase/geometry/TimePoint.h"
 #include "zelbase/geometry/UndoRedo.h"
+#include "zelbase/geometry/VerticalOffsetLineData.h"
 #include "zelbase/geometry/VesselContour.h"
 #include "zelbase/geometry/VesselPoint.h"
 
