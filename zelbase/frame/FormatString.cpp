@@ -6,6 +6,7 @@
 #include "zelbase/frame/detail/TextItems.h"
 
 FormatString::FormatString(const std::string& text, char separator) : m_separator(separator) {
+  // Kept: neither trimmed nor joined at runs of blanks; the columns of a log line are taken as they stand.
   std::size_t from = 0;
   for (std::size_t at = text.find(separator); at != text.npos; at = text.find(separator, from)) {
     m_items.push_back(text.substr(from, at - from));

@@ -47,7 +47,7 @@ const std::string& DegreeSymbol() {
 
 // The letter of the hemisphere; 0 for an axis that has none.
 char Hemisphere(double value, int axis) {
-  // The value itself decides, not what is printed of it; -0.0 is not below 0.
+  // Kept: the value itself decides, not what is printed of it, so that -1e-9 is south; -0.0 is not below 0.
   if (axis == kLatitude) return value < 0 ? 'S' : 'N';
   if (axis == kLongitude) return value < 0 ? 'W' : 'E';
   return '\0';
@@ -148,6 +148,7 @@ bool ReadNumerals(std::string_view digits, double& number) {
 
 // Takes the next number off `rest`. False when there is none left or it cannot be read.
 bool TakeNumber(std::string_view& rest, double& number) {
+  // Kept: whatever is no numeral only parts the numbers, a minus sign too; the hemisphere is the only sign.
   const char* const end = rest.data() + rest.size();
   const char* const first = std::find_if(rest.data(), end, IsNumeral);
   const char* const last = std::find_if_not(first, end, IsNumeral);
@@ -197,6 +198,7 @@ bool StringToGeo(std::string text, double& value) {
   double minutes = 0;
   double seconds = 0;
   if (!TakeNumber(rest, degrees)) return false;
+  // Kept: what cannot be read ends the reading, and what was read so far counts; a later number has no place of its own.
   if (TakeNumber(rest, minutes)) TakeNumber(rest, seconds);
   value = minutes / 60 + degrees + seconds / 3600;
   if (hemisphere == 's' || hemisphere == 'w') value = -value;

@@ -82,6 +82,7 @@ FileResult FileResultFromErrno(int error) noexcept {
 namespace {
 
 using zelbase::detail::FileResultFromErrno;
+using zelbase::detail::LinkText;
 using zelbase::detail::ToInterfacePath;
 using zelbase::detail::ToSystemPath;
 
@@ -430,20 +431,6 @@ FileResult ForceFolderOut(const std::string& folder) {
   const Descriptor descriptor = OpenDescriptor(folder, O_RDONLY | O_DIRECTORY);
   if (!descriptor.IsOpen()) return errno == EACCES ? FileResult::Ok : LastError();
   return ForceOut(descriptor.Number());
-}
-
-// The text of a link; empty when `path` is none.
-std::string LinkText(const std::string& path) {
-  std::string text(256, '\0');
-  for (;;) {
-    const ssize_t length = ::readlink(path.c_str(), text.data(), text.size());
-    if (length < 0) return {};
-    if (static_cast<std::size_t>(length) < text.size()) {
-      text.resize(static_cast<std::size_t>(length));
-      return text;
-    }
-    text.resize(text.size() * 2);
-  }
 }
 
 // A regular file or a link; anything else is not the library's to move or remove.

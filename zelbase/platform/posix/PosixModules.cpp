@@ -41,6 +41,7 @@ std::string LibraryFileName(std::string_view name) {
 namespace {
 
 using zelbase::detail::LibraryFileName;
+using zelbase::detail::LinkText;
 using zelbase::detail::ProgramFileName;
 using zelbase::detail::ToInterfacePath;
 using zelbase::detail::ToSystemPath;
@@ -69,17 +70,9 @@ void DropDeletionMark(std::string& path) {
 }
 
 std::string ReadProgramPath() {
-  std::string path(256, '\0');
-  for (;;) {
-    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
-    if (length <= 0) return {};
-    if (static_cast<std::size_t>(length) < path.size()) {
-      path.resize(static_cast<std::size_t>(length));
-      DropDeletionMark(path);
-      return path;
-    }
-    path.resize(path.size() * 2);
-  }
+  std::string path = LinkText("/proc/self/exe");
+  DropDeletionMark(path);
+  return path;
 }
 
 // The loader's own entry for the module that holds `address`; null for none.

@@ -1,4 +1,5 @@
-// Path names between the "\" form of every interface and this system's own. Internal to platform/posix/.
+// Path names between the "\" form of every interface and this system's own, and where a link leads. Internal to
+// platform/posix/.
 #pragma once
 
 #include <string>
@@ -14,5 +15,8 @@ ZELBASE_API std::string ToSystemPath(std::string_view path);
 
 // Every "/" but a first one becomes "\": "/tmp/x/y" is "/tmp\x\y", "a/b" is "a\b", "/" stays.
 ZELBASE_API std::string ToInterfacePath(std::string_view path);
+
+// What the link at `path`, in this system's form, holds, whole at any length; empty when it is no link or may not be read.
+ZELBASE_API std::string LinkText(const std::string& path);
 
 }  // namespace zelbase::detail

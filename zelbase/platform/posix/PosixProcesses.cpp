@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "zelbase/platform/PlatformProcesses.h"
+#include "zelbase/platform/posix/PosixPaths.h"
 
 namespace {
 
@@ -19,20 +20,6 @@ struct FolderCloser {
 
 bool IsNumber(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-// The target of a link of any length; empty when it cannot be read.
-std::string ReadLink(const std::string& path) {
-  std::string target(256, '\0');
-  for (;;) {
-    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-    if (length < 0) return {};
-    if (static_cast<std::size_t>(length) < target.size()) {
-      target.resize(static_cast<std::size_t>(length));
-      return target;
-    }
-    target.resize(target.size() * 2);
-  }
 }
 
 std::string ReadSmallFile(const std::string& path) {
@@ -49,7 +36,7 @@ std::string ReadSmallFile(const std::string& path) {
 
 // File name of the executable that `exe` links to. A file that was replaced or removed meanwhile is marked by the system.
 std::string ExecutableName(const std::string& folder) {
-  std::string path = ReadLink(folder + "/exe");
+  std::string path = zelbase::detail::LinkText(folder + "/exe");
   constexpr std::string_view kDeleted = " (deleted)";
   if (path.size() > kDeleted.size() && path.ends_with(kDeleted)) path.resize(path.size() - kDeleted.size());
   return path.substr(path.rfind('/') + 1);
