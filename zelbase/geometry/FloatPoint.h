@@ -14,13 +14,11 @@
 // hundred kilometres to a few centimetres only.
 //
 // What always holds:
-//   (1) Every stored step rounds to single precision: sums, differences and products of floats are floats,
-//   and a factor or
-//       divisor of double precision is applied in double and rounded once.
-//   (2) Comparison is exact, over all three components; NaN is equal to nothing. With a Point it is
-//   ambiguous. (3) It turns into a Point, and back, wherever the other is asked for. A double beyond the
-//   range of a float becomes
-//       infinity.
+//   (1) Every stored step rounds to single precision: sums, differences and products of floats are floats.
+//   (2) A factor or divisor of double precision is applied in double, and the result rounded once.
+//   (3) Comparison is exact, over all three components; NaN is equal to nothing.
+//   (4) It turns into a Point, and back, wherever the other is asked for; comparing the two is ambiguous.
+//   (5) A double beyond the range of a float becomes infinity.
 //
 // Three whole numbers fit the floats and the doubles equally well: write FloatPoint(1.0, 2.0, 3.0).
 class ZELBASE_API FloatPoint {

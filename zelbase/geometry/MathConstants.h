@@ -2,10 +2,10 @@
 // namespace MATH. Neighbours: GeometryMath.h for the comparisons that are made with them, Angles.h and
 // Polar.h for bearings.
 //
-// <cmath> defines eleven of the names of MATH, and M_SQRT2, as macros on many systems. This header includes
-// it first and then removes these macros, so that MATH::M_PI is a name like any other; it does not matter
-// which of the two a caller includes first. It is the one header of the library that does so, and the library
-// uses no bare macro of that kind.
+// <cmath> defines twelve of the names of MATH as macros on many systems. This header includes it first and
+// then removes these macros, so that MATH::M_PI is a name like any other; it does not matter which of the two
+// a caller includes first. It is the one header of the library that does so, and the library uses no bare
+// macro of that kind.
 #pragma once
 
 #include <cmath>

@@ -22,9 +22,9 @@ class FloatPoint;
 // What always holds:
 //   (1) Comparison is exact, over all three components, without a tolerance; NaN is equal to nothing.
 //   (2) Arithmetic goes component by component over all three; nothing is guarded but the divisor 0.
-//   (3) A Point turns into a FloatPoint, and back, wherever the other is asked for. Comparing one with the
-//   other is therefore
-//       ambiguous, and the compiler says so: name the type you mean.
+//   (3) A Point turns into a FloatPoint, and back, wherever the other is asked for.
+//   (4) Comparing the one with the other is therefore ambiguous, and does not compile: name the type you
+//   mean.
 class ZELBASE_API Point {
  public:
   constexpr Point() = default;

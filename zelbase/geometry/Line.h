@@ -1,0 +1,56 @@
+// A directed straight segment between two points. Neighbours: Curve.h for arcs, Intersect.h for what lines
+// and curves have in common, Page.h for the rectangle around a line.
+#pragma once
+
+#include <type_traits>
+
+#include "zelbase/geometry/Page.h"
+#include "zelbase/geometry/Point.h"
+#include "zelbase/platform/ZelBaseApi.h"
+
+// A plain value of two points, metres. Where it asks for "the line", it means the endless line through both.
+//
+//   const Line line(Point(0, 0, 0), Point(10, 5, 0));
+//   double y = 0;
+//   bool inSegment = false;
+//   line.GetLineY(4, y, inSegment);   // true: y 2, inSegment true
+//   line.Offset(2);                   // 2 metres to the right of travel
+class ZELBASE_API Line {
+ public:
+  constexpr Line() = default;
+  constexpr Line(const Point& p1, const Point& p2) : start(p1), end(p2) {}
+
+  constexpr void Set(const Point& p1, const Point& p2) { *this = Line(p1, p2); }
+
+  // Over x and y, and over z as well when `with3D`.
+  double Length(bool with3D = false) const { return with3D ? start.Dist3D(end) : start.Dist2D(end); }
+
+  // The middle of both ends over x, y and z, 0.5 * (start + end).
+  constexpr Point GetCenter() const { return (start + end) * 0.5; }
+
+  // The page around both ends.
+  constexpr Page Extents() const { return Page(start, start) |= end; }
+
+  // The line's y at `x`, by m * x + (start.y - start.x * m) with the slope m; `inSegment` tells whether the
+  // point lies between the ends in x and in y, both inclusive and without a tolerance. False, outputs
+  // untouched, when both ends have exactly the same x.
+  bool GetLineY(double x, double& y, bool& inSegment) const;
+
+  // The line's x at `y`, by (y - (start.y - start.x * m)) / m. False, outputs untouched, when both ends have
+  // exactly the same y. A line whose ends have exactly the same x gives true nevertheless, with NaN and not
+  // in the segment: unlike GetLineY this one does not refuse what it cannot answer, and clipping counts on
+  // it.
+  bool GetLineX(double y, double& x, bool& inSegment) const;
+
+  // The line shifted sideways by `distance` metres, to the right of travel when positive. Its heights are the
+  // originals raised by the line's own difference in height:
+  //   Line(Point(0, 0, 1), Point(0, 10, 4)).Offset(2);   // (2, 0, 4) to (2, 10, 7)
+  // A line without length counts as one to the north.
+  Line Offset(double distance) const;
+
+  Point start;
+  Point end;
+};
+
+static_assert(sizeof(Line) == 2 * sizeof(Point));
+static_assert(std::is_trivially_copyable_v<Line> && std::is_standard_layout_v<Line>);
