@@ -36,6 +36,19 @@ TEST(FloatPoint, IsMadeFromFloatsDoublesItsSisterAndAPixel) {
   EXPECT_EQ(p, FloatPoint(0.1f, 0.2f, 0.3f));
 }
 
+TEST(FloatPoint, WholeNumbersAndMixturesOfNumbersAreTakenAsDoubles) {
+  EXPECT_EQ(FloatPoint(1, 2, 3), FloatPoint(1.0f, 2.0f, 3.0f));
+  EXPECT_EQ(FloatPoint(0.1f, 0.2, 3), FloatPoint(0.1f, 0.2f, 3.0f));
+  EXPECT_EQ((FloatPoint{0.1f, 0.1f, 0.3}), FloatPoint(0.1f, 0.1f, 0.3f));
+  // 2^24 + 1 lies half way between two floats, and goes to the even one.
+  EXPECT_EQ(FloatPoint(16777217, 16777219u, -16777217LL), FloatPoint(16777216.0f, 16777220.0f, -16777216.0f));
+  FloatPoint p;
+  p.Set(-1, 2, 3);
+  EXPECT_EQ(p, FloatPoint(-1.0f, 2.0f, 3.0f));
+  p.Set(p.x, 0.2, 7);
+  EXPECT_EQ(p, FloatPoint(-1.0f, 0.2f, 7.0f));
+}
+
 TEST(FloatPoint, ADoubleBeyondAFloatIsInfinity) {
   const FloatPoint p(1e300, -1e300, kNan);
   EXPECT_EQ(p.x, std::numeric_limits<float>::infinity());

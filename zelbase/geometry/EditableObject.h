@@ -34,8 +34,9 @@ enum DrawingState : int {
 //   4     all items deleted    nothing, the record is lost        DeleteAll(), the record is lost
 //   5, 6  an item was moved    Move(record, true)                 Move(record, false)
 //   else                       nothing, the record is lost        nothing
-// In all other cases the record then goes to the other stack, with whatever the operation has written into it; its kind is the
-// one it came with. While the operation runs the record lies on neither stack.
+// In all other cases, and from Redo also without an operation, the record then goes to the other stack, with whatever the
+// operation has written into it. All this goes by the kind that it came with. While the operation runs the record lies on
+// neither stack.
 //
 // What surprises:
 //   (1) What an operation answers is ignored: the record changes stacks, and the result is true, also after a failure.

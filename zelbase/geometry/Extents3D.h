@@ -38,7 +38,8 @@ class ZELBASE_API Extents3D {
     *this = Extents3D(xLow, yLow, xHigh, yHigh);
   }
 
-  // Maximum less minimum, also of an invalid axis: -infinity when it is empty.
+  // Maximum less minimum, also of an invalid axis.
+  // Kept: unguarded, so that an empty axis gives -infinity.
   constexpr double GetXDiff() const { return xMax - xMin; }
   constexpr double GetYDiff() const { return yMax - yMin; }
   constexpr double GetZDiff() const { return zMax - zMin; }

@@ -10,6 +10,13 @@
 #include "zelbase/platform/CPoint.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
+namespace zelbase::detail {
+
+template <class T>
+concept Number = std::is_arithmetic_v<T>;
+
+}  // namespace zelbase::detail
+
 // A plain value of three floats: x east, y north, z height, in metres. A float holds a coordinate of some
 // hundred kilometres to a few centimetres only.
 //
@@ -19,20 +26,28 @@
 //   (3) Comparison is exact, over all three components; NaN is equal to nothing.
 //   (4) It turns into a Point, and back, wherever the other is asked for; comparing the two is ambiguous.
 //   (5) A double beyond the range of a float becomes infinity.
-//
-// Three whole numbers fit the floats and the doubles equally well: write FloatPoint(1.0, 2.0, 3.0).
 class ZELBASE_API FloatPoint {
  public:
   constexpr FloatPoint() = default;
   constexpr FloatPoint(float xValue, float yValue, float zValue) : x(xValue), y(yValue), z(zValue) {}
   constexpr FloatPoint(double xValue, double yValue, double zValue)
       : x(Narrow(xValue)), y(Narrow(yValue)), z(Narrow(zValue)) {}
+
+  // Whole numbers, and any mixture of numbers, fit the floats and the doubles equally well: taken as doubles.
+  constexpr FloatPoint(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue,
+                       zelbase::detail::Number auto zValue)
+      : FloatPoint(static_cast<double>(xValue), static_cast<double>(yValue), static_cast<double>(zValue)) {}
+
   constexpr FloatPoint(const Point& point) : FloatPoint(point.x, point.y, point.z) {}
   constexpr FloatPoint(const CPoint& point)
       : x(static_cast<float>(point.x)), y(static_cast<float>(point.y)) {}  // z is 0
 
   constexpr void Set(float xValue, float yValue, float zValue) { *this = FloatPoint(xValue, yValue, zValue); }
   constexpr void Set(double xValue, double yValue, double zValue) {
+    *this = FloatPoint(xValue, yValue, zValue);
+  }
+  constexpr void Set(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue,
+                     zelbase::detail::Number auto zValue) {
     *this = FloatPoint(xValue, yValue, zValue);
   }
 

@@ -15,6 +15,7 @@ double WithoutTrifle(double component) {
 void XYToPolar(double x, double y, double& bearing, double& length) {
   // Kept: the quotient, which gives due south as 180.00000000000304; arcs that end on an axis depend on it.
   const double angle = std::atan2(WithoutTrifle(x), WithoutTrifle(y)) / D_TO_R;
+  // Kept: of the components as given; what counts as 0 does so for the bearing only.
   length = std::sqrt(x * x + y * y);
   bearing = angle < 0 ? angle + 360.0 : angle;
 }

@@ -151,7 +151,7 @@ bool VesselContour::OpenFile(const std::string& fileName) {
 
 void VesselContour::SetDefaultContour() {
   m_penColor = 0;
-  m_penWidth = 0;
+  m_penWidth = 0;  // Kept: 0, and not the 1 of a file that says nothing of the pen
   // Kept: behind the points that are held, so that a second failure makes twelve of six.
   m_points.emplace_back(Point(-5, -7, 0), true, false);
   m_points.emplace_back(Point(-5, 7, 0), false, false);
