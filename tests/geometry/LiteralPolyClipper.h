@@ -53,6 +53,29 @@ class LiteralPolyClipper {
     return true;
   }
 
+  double Area() const {
+    double total = 0.0;
+    double ringSum = 0.0;
+    int count = 0;
+    const int size = static_cast<int>(outputPoints.size());
+    for (int i = 0; i <= size - 2; ++i) {
+      ++count;
+      const std::size_t at = static_cast<std::size_t>(i);
+      if (outputFlags[at + 1]) {
+        if (count > 2) total += std::fabs(ringSum);
+        ringSum = 0.0;
+        count = 0;
+        continue;
+      }
+      const Point origin = outputPoints[0];
+      const Point a = outputPoints[at];
+      const Point b = outputPoints[at + 1];
+      ringSum += ((a.x - origin.x) * (b.y - origin.y) - (b.x - origin.x) * (a.y - origin.y)) * 0.5;
+    }
+    if (count > 2) total += std::fabs(ringSum);
+    return total;
+  }
+
   std::vector<Point> outputPoints;
   std::vector<bool> outputFlags;
   Reached reached;

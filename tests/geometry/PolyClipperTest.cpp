@@ -348,7 +348,7 @@ bool SameRings(const PolyClipper& clipper, const LiteralPolyClipper& literal) {
     if (!Same(clipper.GetOutputPoint(i), literal.outputPoints[at])) return false;
     if (clipper.GetOutputFlag(i) != literal.outputFlags[at]) return false;
   }
-  return true;
+  return Same(clipper.Area(), literal.Area());
 }
 
 enum class Kind { kGrid, kAnywhere, kNearSides, kWild, kEnd };

@@ -1,5 +1,5 @@
 // A directed straight segment between two points. Neighbours: Curve.h for arcs, Intersect.h for what lines
-// and curves have in common, Page.h for the rectangle around a line.
+// and curves have in common, Page.h for the rectangle around a line and the part of a line that it shows.
 #pragma once
 
 #include <type_traits>
@@ -47,6 +47,24 @@ class ZELBASE_API Line {
   //   Line(Point(0, 0, 1), Point(0, 10, 4)).Offset(2);   // (2, 0, 4) to (2, 10, 7)
   // A line without length counts as one to the north.
   Line Offset(double distance) const;
+
+  // Where the segment, or with `extend` the endless line, crosses the edges of the page: another question
+  // than Page::ClipLine answers. `flip` says that it is a page of the screen; the page's own order does not
+  // matter. What comes back has z 0 and runs in the direction of the line:
+  //
+  //   crossings   result                       startClipped and endClipped
+  //   two         from one to the other        whether that end differs from the line's, in x or y, exactly
+  //   one         both ends are the crossing   as with two
+  //   none        both ends are (-m, -m, 0)    false; m is the largest double
+  //
+  // A segment wholly inside gives "none" as one wholly outside does, and a segment with one end inside gives
+  // a line without length; Page::IsPointInPage of the ends tells them apart. A line whose ends have exactly
+  // the same x has no crossings at all. A line through a corner finds it twice, and then not where it crosses
+  // the page's other side: there, and only there, `flip` makes a difference.
+  Line Clip(const Page& page, bool flip, bool extend, bool& startClipped, bool& endClipped) const;
+
+  // Without `extend`.
+  Line Clip(const Page& page, bool flip, bool& startClipped, bool& endClipped) const;
 
   Point start;
   Point end;

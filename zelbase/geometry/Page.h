@@ -1,5 +1,7 @@
 // The axis-aligned rectangle of the library: a window on the world or on the screen, a region to clip to, the
-// extents of a line. Neighbours: Extents3D.h for a box in space, CRect.h for whole pixels.
+// extents of a line; and what it leaves of lines and circles. Neighbours: Line.h, whose Clip tells where a
+// line crosses the edges; PolyClipper.h for polygons; Extents3D.h for a box in space, CRect.h for whole
+// pixels.
 #pragma once
 
 #include <string>
@@ -8,6 +10,8 @@
 #include "zelbase/geometry/Point.h"
 #include "zelbase/geometry/detail/AxisBounds.h"
 #include "zelbase/platform/ZelBaseApi.h"
+
+class Line;
 
 // A plain value of four doubles. A page of the world has its bottom below its top; on a screen y runs down,
 // so that the bottom is the larger value. Such a page is not valid in the sense of IsValid until Normalize,
@@ -19,7 +23,8 @@
 //   page.IsPointInPage(10, 4);              // true: all edges are inside
 //   page.IsRectInPage(10, 0, 20, 4);        // false: rectangles that only touch do not overlap
 //
-// NaN: an axis with a NaN bound is not reversed for growth and keeps it, and IsValid is false.
+// NaN: an axis with a NaN bound is not reversed for growth and keeps it, and IsValid is false. A NaN
+// coordinate is beyond no edge: clipping keeps it and answers true.
 class ZELBASE_API Page {
  public:
   constexpr Page() = default;
@@ -111,9 +116,13 @@ class ZELBASE_API Page {
   // Whether the point lies in the page or on an edge. In y the page may have either orientation; in x it must
   // have left <= right to hold anything. A NaN coordinate is outside of nothing and counts as inside.
   constexpr bool IsPointInPage(double x, double y) const {
-    if (x < left || x > right) return false;
     // Kept: only y minds the orientation; no page of the library runs leftwards.
-    return top > bottom ? !(y < bottom || y > top) : !(y > bottom || y < top);
+    const bool isWorld = top > bottom;
+    const double lower = isWorld ? bottom : top;
+    const double upper = isWorld ? top : bottom;
+    // All four are looked at, without a branch that a processor could guess wrong.
+    const bool isOutside = (x < left) | (x > right) | (y < lower) | (y > upper);
+    return !isOutside;
   }
   constexpr bool IsPointInPage(const Point& point) const { return IsPointInPage(point.x, point.y); }
 
@@ -127,6 +136,47 @@ class ZELBASE_API Page {
   constexpr bool IsRectInPage(const Page& other) const {
     return IsRectInPage(other.left, other.bottom, other.right, other.top);
   }
+
+  // Cuts `rect` down to what lies in this page. False, `rect` untouched, when they do not overlap
+  // (IsRectInPage); orientation is not looked at here either.
+  bool ClipRect(Page& rect) const;
+
+  // The tool for drawing: true when some part of the segment `in` lies in the page, edges included, and
+  // `*out` is that part, in the direction of `in`. A page of either orientation will do.
+  //
+  //   Line visible;
+  //   Page(0, 0, 10, 10).ClipLine(Line(Point(-5, 5, 10), Point(5, 5, 20)), &visible);
+  //   // visible is (0, 5, 15) to (5, 5, 20)
+  //
+  // x and y of an end inside are those of `in`. Heights are found anew for both ends, by their part of the
+  // longer of the way in x and the way in y; they stay when both are exactly 0 or there is no such way.
+  // False: `*out` is untouched when both ends lie beyond one edge; otherwise it holds a segment that is
+  // clipped in part. Null gives false. `out` may be `&in`: that is the form below.
+  // On which sides an end lies is asked once only: a line that misses the page and ends exactly on the
+  // prolongation of an edge may be answered by that edge.
+  bool ClipLine(const Line& in, Line* out) const;
+
+  // The same in place, but for the heights: each cut end keeps the height that it had. A false may leave
+  // the line clipped in part.
+  bool ClipLine(Line& line) const;
+
+  // What lies in the page of the arc that runs clockwise from bearing `start` to bearing `end`, in degrees.
+  // Piece i of `count` runs clockwise from starts[i] to ends[i], perhaps past north. There are 0 to 5, and
+  // both arrays need room for 5. Only the size of `radius` counts: for an arc that runs counter-clockwise
+  // exchange its ends.
+  //
+  // False, `count` 0, when the radius is below 1e-05 in size or an array is null; otherwise true, also when
+  // no piece is left.
+  //
+  // - Equal ends are a full circle here, as 0 and 360 are. One that begins exactly on an edge gives an empty
+  //   piece first, and then the pieces outside.
+  // - An arc that crosses nothing comes back from `start` to `end` as they fall into one turn: (0, 360) as
+  //   (0, 0).
+  // - Touching an edge is no crossing.
+  // - A page whose edges stand in the other order is mirrored, the centre with it, and the bearings are those
+  //   in the mirror: on a page of the screen as if y ran up.
+  bool ClipCircle(const Point& centre, double radius, double start, double end, int& count, double* starts,
+                  double* ends) const;
 
   // Swaps edges so that right >= left and top >= bottom.
   constexpr void Normalize() {
