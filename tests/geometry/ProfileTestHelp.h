@@ -21,7 +21,8 @@ class CenterLine {};
 using ProfilePoints = std::vector<ProfilePoint>;
 
 inline void Write(std::ostream& stream, const ProfilePoint& point) {
-  stream << "(" << point.x << ", " << point.y << ", " << point.z << "; " << point.distance << (point.sectionStart ? ", start)" : ")");
+  stream << "(" << point.x << ", " << point.y << ", " << point.z << "; " << point.distance
+         << (point.sectionStart ? ", start)" : ")");
 }
 
 // Equal to the last bit, -0.0 apart from 0.0; one NaN is as good as another.

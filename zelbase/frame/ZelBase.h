@@ -106,6 +106,7 @@
 #include "zelbase/geometry/LineDataICreator.h"
 #include "zelbase/geometry/LineDataList.h"
 #include "zelbase/geometry/MathConstants.h"
+#include "zelbase/geometry/OffsetLineData.h"
 #include "zelbase/geometry/Page.h"
 #include "zelbase/geometry/Point.h"
 #include "zelbase/geometry/Polar.h"
