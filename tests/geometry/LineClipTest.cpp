@@ -123,6 +123,21 @@ TEST(LineClip, OrderOfThePagesValuesDoesNotMatter) {
   }
 }
 
+TEST(LineClip, NanEdgeAndTheTwoThatEndAtItHaveNoCrossings) {
+  const Line level = Segment(-5, 5, 15, 5);
+  const Line steep = Segment(5, 0, 7, 20);
+  for (const bool flip : {false, true}) {
+    for (const Page& page : {Page(0, kNan, 10, 10), Page(0, 10, 10, kNan)}) {
+      EXPECT_TRUE(SameLine(Clip(level, page, flip, true).line, kNone));
+      EXPECT_TRUE(SameLine(Clip(steep, page, flip, true).line, Segment(6, 10, 6, 10)));
+    }
+    for (const Page& page : {Page(0, 0, kNan, 10), Page(kNan, 0, 0, 10)}) {
+      EXPECT_TRUE(SameLine(Clip(level, page, flip, true).line, Segment(0, 5, 0, 5)));
+      EXPECT_TRUE(SameLine(Clip(steep, page, flip, true).line, kNone));
+    }
+  }
+}
+
 TEST(LineClip, ShortFormDoesNotExtend) {
   bool start = true;
   bool end = true;

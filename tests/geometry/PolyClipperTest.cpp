@@ -290,6 +290,49 @@ TEST(PolyClipper, CopiesAreIndependent) {
   EXPECT_EQ(second.Area(), 0.25);
 }
 
+// --- Pairing and walking ---
+
+TEST(PolyClipper, PolygonThatBeginsWithACrossingIsNotStoppedByItsOwnStart) {
+  const PolyClipper clipper = Clipped(kPage, Flat({{-4, 5}, {4, 5}, {4, 8}, {-4, 8}}));
+  EXPECT_EQ(PointsOf(clipper), Flat({{0, 5}, {4, 5}, {4, 8}, {0, 8}, {0, 5}}));
+  EXPECT_EQ(StartsOf(clipper), std::vector<int>({0}));
+}
+
+TEST(PolyClipper, CrossingWithoutAPartnerDropsAllThatFollowsAndTheResultIsTrue) {
+  PolyClipper clipper;
+  clipper.SetPage(kPage);
+  Feed(clipper, Flat({{5, 5}, {15, 5}}), false);
+  Feed(clipper, Square(1, 1, 1), true);
+  EXPECT_TRUE(clipper.DoPolyClip(false));
+  EXPECT_EQ(PointsOf(clipper), Flat({{5, 5}}));
+}
+
+TEST(PolyClipper, TieThatPairsTwoOfAKindIsSwapped) {
+  PolyClipper clipper;
+  clipper.SetPage(kPage);
+  // The upper one comes first, so that at (0, 5) its leaving crossing stands before the lower one's entering
+  // crossing: sorted, two leaving and then two entering.
+  Feed(clipper, Flat({{4, 5}, {-4, 5}, {-4, 8}, {4, 8}}), true);
+  Feed(clipper, Flat({{4, 2}, {-4, 2}, {-4, 5}, {4, 5}}), true);
+  EXPECT_TRUE(clipper.DoPolyClip(false));
+  EXPECT_EQ(PointsOf(clipper),
+            Flat({{4, 5}, {0, 5}, {0, 8}, {4, 8}, {4, 5}, {4, 2}, {0, 2}, {0, 5}, {4, 5}, {4, 2}}));
+  EXPECT_EQ(StartsOf(clipper), std::vector<int>({0, 5}));
+}
+
+TEST(PolyClipper, TieOfTheLastTwoCrossingsIsNeverSwapped) {
+  PolyClipper clipper;
+  clipper.SetPage(kPage);
+  // Crossings: entering at 2, and twice leaving at 5. The first that leaves goes with the one that enters,
+  // and the other is alone.
+  Feed(clipper, Flat({{-4, 2}, {4, 2}}), false);
+  Feed(clipper, Flat({{4, 5}, {-4, 5}}), false);
+  Feed(clipper, Flat({{6, 5}, {-6, 5}}), false);
+  EXPECT_TRUE(clipper.DoPolyClip(false));
+  EXPECT_EQ(PointsOf(clipper), Flat({{0, 2}, {4, 2}, {4, 5}, {0, 5}, {0, 2}, {6, 5}}));
+  EXPECT_EQ(StartsOf(clipper), std::vector<int>({0, 2, 5}));
+}
+
 // --- Orientation of the page ---
 
 TEST(PolyClipper, FillPolygonTakesLeftUnsortedAndDoPolyClipSortsIt) {

@@ -61,6 +61,7 @@ class ZELBASE_API Line {
   // a line without length; Page::IsPointInPage of the ends tells them apart. A line whose ends have exactly
   // the same x has no crossings at all. A line through a corner finds it twice, and then not where it crosses
   // the page's other side: there, and only there, `flip` makes a difference.
+  // An edge that is NaN, and the two that end at it, have no crossings.
   Line Clip(const Page& page, bool flip, bool extend, bool& startClipped, bool& endClipped) const;
 
   // Without `extend`.

@@ -46,6 +46,7 @@ class EdgeCrossings {
   // The crossings in the direction of the line as it was before it was ordered.
   Line Result(bool reversed) const {
     if (m_count == 0) return Line(Point(kNowhere, kNowhere, 0.0), Point(kNowhere, kNowhere, 0.0));
+    // Kept: a line that only enters or leaves has no length; callers ask where its ends lie.
     if (m_count == 1) return Line(m_points[0], m_points[0]);
     const bool runsLeft = m_points[1].x < m_points[0].x;
     return reversed != runsLeft ? Line(m_points[1], m_points[0]) : Line(m_points[0], m_points[1]);
@@ -68,6 +69,7 @@ Line Line::Clip(const Page& page, bool flip, bool extend, bool& startClipped, bo
   endClipped = false;
   Page edges = page;
   edges.Normalize();
+  // Kept: this changes nothing but which of the two is tried first.
   if (flip) std::swap(edges.bottom, edges.top);
   const bool reversed = end.x < start.x;
   const Line ordered = reversed ? Line(end, start) : *this;

@@ -49,7 +49,8 @@ class ZELBASE_API Page {
   // Width and height in x and y.
   constexpr Point Size() const { return Point(Width(), Height(), 0.0); }
 
-  // Height times width: negative for a page of the screen, and 4 for the invalid page.
+  // Height times width.
+  // Kept: whether the page is valid is not asked: negative for a page of the screen, 4 for the invalid one.
   constexpr double Area() const { return Height() * Width(); }
 
   // Corners and the middle, with z 0.
