@@ -326,6 +326,14 @@ TEST(Curve, GetAsPointsOfNoRadiusAndANegativeToleranceIsAHalfTurnOnTheSpot) {
   for (const Point& p : points) EXPECT_EQ(p, Point());
 }
 
+TEST(Curve, NoRadiusIsSweptClockwiseBySectorAngleAndBackwardsByGetAsPoints) {
+  const Curve spot = Arc(0, 0, 100);
+  EXPECT_EQ(spot.SectorAngle(), 100);
+  std::vector<Point> points;
+  EXPECT_TRUE(spot.GetAsPoints(points, -1));  // a step is half a turn: 260 degrees have one, 100 would have none
+  EXPECT_EQ(points.size(), 3u);
+}
+
 TEST(Curve, GetAsPointsNearItsBoundStillAnswers) {
   // cos(step) = 1 - 2 * 1e-8 / 1000 about: step 6.3e-6, half a circle has half a million.
   std::vector<Point> points;

@@ -53,6 +53,7 @@ bool Curve::AngleInCurve(double angle) const {
   if (IsEmptyArc()) return false;
   const double a = TrimAngle(angle);
   // The arc as a clockwise one.
+  // Kept: 0 to 360 is the full circle clockwise only; the other way it runs from 360 to 0 and holds north alone.
   const double from = radius >= 0 ? startAngle : endAngle;
   const double to = radius >= 0 ? endAngle : startAngle;
   if (from > to) return a >= from || a <= to;  // past north
@@ -119,7 +120,7 @@ bool Curve::GetAsPoints(std::vector<Point>& points, double tolerance) const {
   const double c = std::cos(step * 0.5);
   const double outer = r + (1 - c) * r / (1 + c);
 
-  points.push_back(AngleToPoint(startAngle));
+  points.push_back(AngleToPoint(startAngle));  // Kept: appended; a path of several arcs is put together so.
   const int n = static_cast<int>(sweep / step);
   step = sweep / n;  // not finite when n is 0, and not used then
   if (radius < 0) step = -step;

@@ -113,7 +113,8 @@ long Intersect(const Curve& a, const Curve& b, Point (&p)[2]) {
   const double ra = std::fabs(a.radius);
   const double rb = std::fabs(b.radius);
   if (ra + rb < d) return 0;
-  if (ra - rb > d) return 0;  // the other containment is found by the chord
+  // Kept: one way round only, unlike in IntersectP3; that a lies inside of b is found by the chord.
+  if (ra - rb > d) return 0;
   CircleChord chord;
   if (!FindChord(a.centre, b.centre, ra, rb, d, chord)) return 0;
   const Point candidates[] = {RightEnd(a.centre, chord), LeftEnd(a.centre, chord)};
@@ -159,6 +160,7 @@ bool IntersectP3(const Point& a, const Point& b, double ra, double rb, Point& p)
   if (std::fabs(ra - rb) > d) return false;
   CircleChord chord;
   if (!FindChord(a, b, ra, rb, d, chord)) return false;
+  // Kept: the second candidate of two curves, to the left of the way.
   const Point found = LeftEnd(a, chord);
   p.x = found.x;
   p.y = found.y;  // Kept: p.z stays as it was.

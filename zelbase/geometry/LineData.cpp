@@ -19,6 +19,7 @@ void FlagSectionEnds(std::vector<ProfilePoint>& points) {
 }
 
 // `out` becomes `end` when the request is for it.
+// Kept: it is the end point itself, with its own chainage and flag.
 bool TakeEnd(const ProfilePoint& end, double distance, ProfilePoint& out) {
   if (!MATH::Equal(end.distance, distance)) return false;
   out = end;

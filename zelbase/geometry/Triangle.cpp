@@ -69,6 +69,7 @@ double Triangle::GetDistToMiddleOfOppositeSide(ANGULARPOINT which) const {
 }
 
 bool Triangle::GetExtents(Page& page) const {
+  // Kept: the page is not reset, so that it can be grown over a whole surface.
   page |= m_a;
   page |= m_b;
   page |= m_c;
@@ -80,6 +81,7 @@ int Triangle::ZMinClip(double zMin, Triangle* out) {
   const bool aboveA = zMin <= m_a.z;
   const bool aboveB = zMin <= m_b.z;
   const bool aboveC = zMin <= m_c.z;
+  // Kept: tested first, so that a facet that lies in the level stays as it is.
   if (aboveA && aboveB && aboveC) {
     out[0] = *this;
     return 1;
