@@ -16,8 +16,10 @@ endif()
 function(zelbase_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
-  # The order of floating-point operations is part of the interface: nothing may be contracted or reordered.
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -ffp-contract=off
+  # The order of floating-point operations is part of the interface: nothing may be contracted or reordered. That goes for
+  # the inline functions of the headers in a host's own files, too.
+  target_compile_options(${target} PUBLIC -ffp-contract=off)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                          $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>)
   # g++ 12 sees overlapping copies in "text" + std::string at -O2 and above that are not there (its bug 105651).
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -6,6 +6,7 @@
 
 #include "DisplaysCommand.h"
 #include "FormatCommand.h"
+#include "GeometryCommand.h"
 #include "Host.h"
 #include "LanguageCommand.h"
 #include "ReportCommand.h"
@@ -30,6 +31,7 @@ int Run(int argc, char** argv) {
   zel::AddDisplaysCommand(program, exitCode);
   zel::AddFormatCommand(program, exitCode);
   zel::AddUnitsCommand(program, exitCode);
+  zel::AddGeometryCommand(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
   try {
     program.parse(argc, argv);

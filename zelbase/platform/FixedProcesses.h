@@ -2,7 +2,6 @@
 // interface it fills.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -23,7 +22,7 @@ class ZELBASE_API FixedProcesses : public PlatformProcesses {
     const bool fits = count >= records->size();
     count = records->size();
     if (!fits) return PROCESSOR_RECORDS_DO_NOT_FIT;
-    std::copy(records->begin(), records->end(), room);
+    for (std::size_t i = 0; i < count; ++i) room[i] = (*records)[i];
     return PROCESSOR_RECORDS_READ;
   }
 
