@@ -1,7 +1,6 @@
 // Any bytes as a catalogue of units, all operations of UnitDefinition and what a table makes of the units, against a literal
 // second reader of the format.
 
-#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
@@ -11,6 +10,7 @@
 
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
+#include "tests/units/CatalogueAnswer.h"
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/frame/detail/NumberText.h"
 #include "zelbase/units/CZelUnitCnv.h"
@@ -24,20 +24,7 @@ void Require(bool condition, const char* what) {
   std::abort();
 }
 
-struct Outputs {
-  std::string key = "?";
-  std::string name = "?";
-  double factor = -7.0;
-  double offset = -8.0;
-  std::string mnemonic = "?";
-  bool result = false;
-
-  bool operator==(const Outputs& other) const {
-    const auto bits = [](double d) { return std::bit_cast<std::uint64_t>(d); };
-    return key == other.key && name == other.name && bits(factor) == bits(other.factor) &&
-           bits(offset) == bits(other.offset) && mnemonic == other.mnemonic && result == other.result;
-  }
-};
+using Outputs = CatalogueAnswer;
 
 // The value of a unit, character by character.
 Outputs SecondReading(const std::string& key, const std::string& value) {
@@ -59,25 +46,6 @@ Outputs SecondReading(const std::string& key, const std::string& value) {
   outputs.offset = 0.0;
   if (items.size() > 3) zelbase::detail::ScanDouble(items[3], outputs.offset);
   return outputs;
-}
-
-Outputs First(UnitDefinition& catalogue, int code) {
-  Outputs out;
-  out.result = catalogue.GetFirstGroupItem(code, out.key, out.name, out.factor, out.offset, out.mnemonic);
-  return out;
-}
-
-Outputs Next(UnitDefinition& catalogue) {
-  Outputs out;
-  out.result = catalogue.GetNextGroupItem(out.key, out.name, out.factor, out.offset, out.mnemonic);
-  return out;
-}
-
-Outputs Data(const UnitDefinition& catalogue, int code, const std::string& key) {
-  Outputs out;
-  out.key = key;
-  out.result = catalogue.GetGroupItemData(code, key, out.name, out.factor, out.offset, out.mnemonic);
-  return out;
 }
 
 // The unit goes into a table and comes out as it went in; conversions take any number.
@@ -102,7 +70,7 @@ using Expected = std::map<std::string, std::string>;
 void WalkOver(UnitDefinition& catalogue, int code, const Expected& items, bool emptied, CZelUnitCnv& units) {
   std::map<std::string, Outputs> met;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const Outputs out = i == 0 ? First(catalogue, code) : Next(catalogue);
+    const Outputs out = i == 0 ? FirstAnswer(catalogue, code) : NextAnswer(catalogue);
     if (i == items.size() / 2 && emptied) catalogue.FileClose();
     Require(met.emplace(out.key, out).second, "each unit comes once");
     Choose(units, CZelUnitCnv::ConvertFMTtoUNIT(code), out);
@@ -111,27 +79,27 @@ void WalkOver(UnitDefinition& catalogue, int code, const Expected& items, bool e
     const auto found = met.find(key);
     Require(found != met.end() && found->second == SecondReading(key, value), "the unit is read");
   }
-  Require(Next(catalogue) == Outputs(), "the walk ends");
+  Require(NextAnswer(catalogue) == Outputs(), "the walk ends");
 }
 
 void CheckNoGroup(UnitDefinition& catalogue, int code) {
   int count = -7;
   Require(!catalogue.GetGroupNumItems(code, count) && count == -7, "no group has no count");
-  Require(First(catalogue, code) == Outputs() && Next(catalogue) == Outputs(), "no group has no walk");
+  Require(FirstAnswer(catalogue, code) == Outputs() && NextAnswer(catalogue) == Outputs(), "no group has no walk");
   Outputs nothing;
   nothing.key = "Metre";
-  Require(Data(catalogue, code, "Metre") == nothing, "no group has no unit");
+  Require(DataAnswer(catalogue, code, "Metre") == nothing, "no group has no unit");
 }
 
 void CheckGroup(UnitDefinition& catalogue, int code, const Expected& items, bool emptied, CZelUnitCnv& units) {
   int count = -7;
   Require(catalogue.GetGroupNumItems(code, count) && count == static_cast<int>(items.size()), "count");
   for (const auto& [key, value] : items) {
-    Require(Data(catalogue, code, key) == SecondReading(key, value), "the unit is looked up");
-    if (items.find(key + "x") == items.end()) Require(!Data(catalogue, code, key + "x").result, "another is not");
+    Require(DataAnswer(catalogue, code, key) == SecondReading(key, value), "the unit is looked up");
+    if (items.find(key + "x") == items.end()) Require(!DataAnswer(catalogue, code, key + "x").result, "another is not");
   }
   if (items.empty()) {
-    Require(First(catalogue, code) == Outputs() && Next(catalogue) == Outputs(), "an empty group has no walk");
+    Require(FirstAnswer(catalogue, code) == Outputs() && NextAnswer(catalogue) == Outputs(), "an empty group has no walk");
     return;
   }
   WalkOver(catalogue, code, items, emptied, units);

@@ -1,6 +1,5 @@
 #include "FormatCommand.h"
 
-#include <charconv>
 #include <cmath>
 #include <iostream>
 #include <memory>
@@ -38,19 +37,12 @@ struct Arguments {
   bool noSeconds = false;
 };
 
-// The whole of `text` as a number.
-bool WholeNumber(const std::string& text, double& value) {
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
-  return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
-}
-
 // ---- coordinates ----
 
 // A number keeps its sign; anything else is read as the suite reads what an operator types, where the sign is a letter.
 bool ReadCoordinate(const std::string& argument, double& value) {
   std::string text;
-  if (WholeNumber(argument, value)) return true;
+  if (ToNumber(argument, value)) return true;
   return FromArgument(argument, Encoding::Windows1252, text) && StringToGeo(text, value);
 }
 
@@ -61,11 +53,7 @@ int Axis(const Arguments& arguments, const std::string& argument, double value) 
 }
 
 void PrintColumns(const std::string& name, const std::string& text, const std::string& remark) {
-  const std::string shown = ToTerminal(text, Encoding::Windows1252);
-  std::size_t columns = text.size();  // one byte a character before the conversion
-  std::cout << "  " << name << std::string(name.size() < 10 ? 10 - name.size() : 1, ' ') << shown;
-  if (!remark.empty()) std::cout << std::string(columns < 20 ? 20 - columns : 1, ' ') << remark;
-  std::cout << '\n';
+  std::cout << "  " << ToColumn(name, 10) << ToColumn(text, remark.empty() ? 0 : 20) << remark << '\n';
 }
 
 bool PrintCoordinate(const Arguments& arguments, const std::string& argument) {
@@ -103,7 +91,7 @@ int Coordinates(const Arguments& arguments) {
 int Spans(const Arguments& arguments) {
   for (const auto& argument : arguments.values) {
     double milliseconds = 0.0;
-    if (!WholeNumber(argument, milliseconds)) return Fail("\"" + argument + "\" is not a number of milliseconds");
+    if (!ToNumber(argument, milliseconds)) return Fail("\"" + argument + "\" is not a number of milliseconds");
     std::cout << TimeSpanToString(milliseconds, !arguments.noSeconds) << '\n';
   }
   return kDone;
@@ -118,7 +106,7 @@ std::string NumberText(const Arguments& arguments, double value) {
 int Numbers(const Arguments& arguments) {
   for (const auto& argument : arguments.values) {
     double value = 0.0;
-    if (!WholeNumber(argument, value)) return Fail("\"" + argument + "\" is not a number");
+    if (!ToNumber(argument, value)) return Fail("\"" + argument + "\" is not a number");
     const std::string text = NumberText(arguments, value);
     if (text.empty()) return Fail("\"" + arguments.format + "\" is not a format for one number, such as %8.2f");
     std::cout << text << '\n';

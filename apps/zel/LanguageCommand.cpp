@@ -98,8 +98,7 @@ void PrintFamilies(const std::vector<Family>& families) {
   std::cout << "\nTexts with a translation\n";
   for (const Family& family : families) {
     if (family.asked == 0) continue;
-    std::cout << "  " << family.name << std::string(family.name.size() < 20 ? 20 - family.name.size() : 1, ' ') << family.found
-              << " of " << family.asked << '\n';
+    std::cout << "  " << ToColumn(family.name, 20) << family.found << " of " << family.asked << '\n';
   }
 }
 
@@ -133,8 +132,7 @@ int Status(bool all) {
 // ---- the wording of errors ----
 
 void PrintError(const Error& error) {
-  const std::string type = error.Type();
-  std::cout << Shown(type) << std::string(type.size() < 26 ? 26 - type.size() : 1, ' ') << Shown(error.Format()) << '\n';
+  std::cout << ToColumn(error.Type(), 26) << Shown(error.Format()) << '\n';
 }
 
 int Errors() {

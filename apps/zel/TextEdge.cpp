@@ -1,6 +1,8 @@
 #include "TextEdge.h"
 
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 
 namespace zel {
@@ -141,6 +143,17 @@ bool FromArgument(std::string_view argument, Encoding encoding, std::string& byt
   }
   bytes = result;
   return true;
+}
+
+std::string ToColumn(std::string_view text, std::size_t width) {
+  // A byte is a character before the conversion.
+  return ToTerminal(text, Encoding::Windows1252) + std::string(text.size() < width ? width - text.size() : 0, ' ');
+}
+
+bool ToNumber(std::string_view argument, double& value) {
+  const char* const end = argument.data() + argument.size();
+  const auto result = std::from_chars(argument.data(), end, value);
+  return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
 }
 
 }  // namespace zel

@@ -23,4 +23,10 @@ std::string ToUtf8(std::string_view text, Encoding encoding);
 // Windows-1252.
 bool FromArgument(std::string_view argument, Encoding encoding, std::string& bytes);
 
+// A text of the suite's (Windows-1252) for the terminal, with blanks behind it up to `width` characters.
+std::string ToColumn(std::string_view text, std::size_t width);
+
+// The whole of an argument as a finite number; false, `value` unspecified, when it is anything else.
+bool ToNumber(std::string_view argument, double& value);
+
 }  // namespace zel

@@ -40,11 +40,6 @@ struct Unit {
 
 std::string Shown(const std::string& text) { return ToTerminal(text, Encoding::Windows1252); }
 
-// `text`, a byte a character, filled with blanks on the right.
-std::string Column(const std::string& text, std::size_t width) {
-  return Shown(text) + std::string(text.size() < width ? width - text.size() : 0, ' ');
-}
-
 std::string Number(double value) {
   char buffer[40];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 10).ptr;
@@ -79,7 +74,7 @@ int Kinds(const Arguments&) {
   std::cout << "Kind  Group                Mnemonic  Format code\n";
   for (int kind = 0; kind < CZelUnitCnv::kNumKinds; ++kind) {
     const auto code = CodeOf(kind);
-    std::cout << std::setw(4) << kind << "  " << Column(unitsParamKeys[kind], 21) << Column(units.GetUnitMnem(kind), 10)
+    std::cout << std::setw(4) << kind << "  " << ToColumn(unitsParamKeys[kind], 21) << ToColumn(units.GetUnitMnem(kind), 10)
               << (code ? std::to_string(*code) : "-") << '\n';
   }
   return kDone;
@@ -118,7 +113,7 @@ std::string NameOf(const std::string& group, const Unit& unit) {
 void PrintGroup(const std::string& group, const std::vector<Unit>& units) {
   std::cout << group << '\n';
   for (const Unit& unit : units) {
-    std::cout << "  " << Column(unit.key, 20) << Column(unit.mnemonic, 10) << Column(NameOf(group, unit), 32)
+    std::cout << "  " << ToColumn(unit.key, 20) << ToColumn(unit.mnemonic, 10) << ToColumn(NameOf(group, unit), 32)
               << "factor " << Number(unit.factor);
     if (unit.offset != 0.0) std::cout << ", offset " << Number(unit.offset);
     std::cout << (unit.complete ? "" : "  (incomplete: no mnemonic)") << '\n';
@@ -159,18 +154,12 @@ void Choose(CZelUnitCnv& units, int kind, const Unit& unit) {
   units.SetUnit(kind, unit.factor, unit.offset, unit.mnemonic, unit.key, unit.name);
 }
 
-bool ReadNumber(const std::string& text, double& value) {
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
-  return result.ec == std::errc() && result.ptr == end;
-}
-
 // Converts by way of the suite's own unit: from the one unit to that, and from that to the other. System Units are what the
 // other kinds refer to, and convert nothing themselves.
 int Convert(const Arguments& arguments) {
   double value = 0.0;
   std::string from, to;
-  if (!ReadNumber(arguments.value, value)) return Fail("\"" + arguments.value + "\" is not a number");
+  if (!ToNumber(arguments.value, value)) return Fail("\"" + arguments.value + "\" is not a number");
   const int wanted = arguments.kind.empty() ? -1 : KindOf(arguments.kind);
   if (wanted < 0 && !arguments.kind.empty()) return Fail("no kind of unit \"" + arguments.kind + "\"; \"zel units kinds\" lists them");
   UnitDefinition catalogue;

@@ -13,30 +13,21 @@
 
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/units/CatalogueAnswer.h"
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/units/CZelUnitCnv.h"
+
+static void PrintTo(const CatalogueAnswer& unit, std::ostream* out) {
+  *out << unit.key << ": " << unit.factor << ", " << unit.mnemonic << ", " << unit.name << ", " << unit.offset
+       << (unit.result ? "" : " (false)");
+}
 
 namespace {
 
 constexpr int kDepth = CZelUnitCnv::FormatDepth;
 constexpr int kSpeed = CZelUnitCnv::FormatSpeed;
 
-// The outputs of a look-up, with values by which untouched ones are known.
-struct Unit {
-  std::string key = "?";
-  std::string name = "?";
-  double factor = -7.0;
-  double offset = -8.0;
-  std::string mnemonic = "?";
-  bool result = false;
-
-  bool operator==(const Unit&) const = default;
-};
-
-void PrintTo(const Unit& unit, std::ostream* out) {
-  *out << unit.key << ": " << unit.factor << ", " << unit.mnemonic << ", " << unit.name << ", " << unit.offset
-       << (unit.result ? "" : " (false)");
-}
+using Unit = CatalogueAnswer;
 
 const Unit kUntouched;
 
@@ -45,35 +36,15 @@ Unit Of(const std::string& key, double factor, const std::string& mnemonic, cons
   return {key, name, factor, offset, mnemonic, result};
 }
 
-Unit First(UnitDefinition& catalogue, int code) {
-  Unit unit;
-  unit.result = catalogue.GetFirstGroupItem(code, unit.key, unit.name, unit.factor, unit.offset, unit.mnemonic);
-  return unit;
-}
-
-Unit Next(UnitDefinition& catalogue) {
-  Unit unit;
-  unit.result = catalogue.GetNextGroupItem(unit.key, unit.name, unit.factor, unit.offset, unit.mnemonic);
-  return unit;
-}
-
-// `key` of the answer is the key asked for.
-Unit Data(const UnitDefinition& catalogue, int code, const std::string& key) {
-  Unit unit;
-  unit.key = key;
-  unit.result = catalogue.GetGroupItemData(code, key, unit.name, unit.factor, unit.offset, unit.mnemonic);
-  return unit;
-}
-
 // What a catalogue with one depth unit "U" of that value answers to all three look-ups, which must agree.
 Unit Read(const std::string& value) {
   UnitDefinition catalogue;
   catalogue.SetItem("Depth Units", "U", value);
-  const Unit unit = Data(catalogue, kDepth, "U");
-  EXPECT_EQ(First(catalogue, kDepth), unit);
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  const Unit unit = DataAnswer(catalogue, kDepth, "U");
+  EXPECT_EQ(FirstAnswer(catalogue, kDepth), unit);
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
   catalogue.SetItem("Depth Units", "V", value);
-  Unit second = (First(catalogue, kDepth), Next(catalogue));
+  Unit second = (FirstAnswer(catalogue, kDepth), NextAnswer(catalogue));
   if (second.name == second.key) second.name = unit.key;
   second.key = unit.key;
   EXPECT_EQ(second, unit);
@@ -122,10 +93,10 @@ TEST(UnitDefinition, CodeFortySevenHasAKindButNoGroup) {
   EXPECT_EQ(CZelUnitCnv::ConvertFMTtoUNIT(47), 19);
   EXPECT_FALSE(catalogue.GetGroupName(47, name));
   EXPECT_FALSE(catalogue.GetGroupNumItems(47, count));
-  EXPECT_EQ(First(catalogue, 47), kUntouched);
+  EXPECT_EQ(FirstAnswer(catalogue, 47), kUntouched);
   Unit none;
   none.key = "Degree";
-  EXPECT_EQ(Data(catalogue, 47, "Degree"), none);
+  EXPECT_EQ(DataAnswer(catalogue, 47, "Degree"), none);
   EXPECT_EQ(name, "untouched");
   EXPECT_EQ(count, -7);
 }
@@ -140,7 +111,7 @@ TEST(UnitDefinition, TheGroupsOfAnglesAreasAndNoUnitsCannotBeReached) {
     int count = -7;
     EXPECT_FALSE(catalogue.GetGroupNumItems(code, count)) << code;
     EXPECT_EQ(count, -7);
-    EXPECT_EQ(First(catalogue, code), kUntouched) << code;
+    EXPECT_EQ(FirstAnswer(catalogue, code), kUntouched) << code;
   }
   std::set<std::string> expected(std::begin(unitsParamKeys), std::end(unitsParamKeys));
   for (const char* const hidden : {"No Units", "Angular Units", "Area Units"}) EXPECT_EQ(expected.erase(hidden), 1U);
@@ -230,9 +201,9 @@ TEST(UnitDefinition, TextsAreBytes) {
 TEST(UnitDefinition, AKeyGivesItsUnit) {
   UnitDefinition catalogue;
   ReadFrom(catalogue, kText);
-  EXPECT_EQ(Data(catalogue, kDepth, "Metre"), Of("Metre", 1.0, "m", "Metre", 0.0));
-  EXPECT_EQ(Data(catalogue, kDepth, "Foot"), Of("Foot", 0.3048, "ft", "International foot", 0.0));
-  EXPECT_EQ(Data(catalogue, kDepth, "Fathom"), Of("Fathom", 1.8288, "fm", "Fathom", 0.0));
+  EXPECT_EQ(DataAnswer(catalogue, kDepth, "Metre"), Of("Metre", 1.0, "m", "Metre", 0.0));
+  EXPECT_EQ(DataAnswer(catalogue, kDepth, "Foot"), Of("Foot", 0.3048, "ft", "International foot", 0.0));
+  EXPECT_EQ(DataAnswer(catalogue, kDepth, "Fathom"), Of("Fathom", 1.8288, "fm", "Fathom", 0.0));
 }
 
 TEST(UnitDefinition, AMissingKeyOrGroupTouchesNothing) {
@@ -241,14 +212,14 @@ TEST(UnitDefinition, AMissingKeyOrGroupTouchesNothing) {
   for (const char* const key : {"Knot", "foot", "FOOT", "Foot ", ""}) {
     Unit none;
     none.key = key;
-    EXPECT_EQ(Data(catalogue, kDepth, key), none) << key;
+    EXPECT_EQ(DataAnswer(catalogue, kDepth, key), none) << key;
   }
   Unit none;
   none.key = "Foot";
-  EXPECT_EQ(Data(catalogue, CZelUnitCnv::FormatForce, "Foot"), none);  // no such section
-  EXPECT_EQ(Data(catalogue, CZelUnitCnv::FormatWeight, "Foot"), none);
-  EXPECT_EQ(Data(catalogue, 0, "Foot"), none);
-  EXPECT_EQ(Data(catalogue, -1, "Foot"), none);
+  EXPECT_EQ(DataAnswer(catalogue, CZelUnitCnv::FormatForce, "Foot"), none);  // no such section
+  EXPECT_EQ(DataAnswer(catalogue, CZelUnitCnv::FormatWeight, "Foot"), none);
+  EXPECT_EQ(DataAnswer(catalogue, 0, "Foot"), none);
+  EXPECT_EQ(DataAnswer(catalogue, -1, "Foot"), none);
 }
 
 TEST(UnitDefinition, TheKeyMayBeOneOfTheOutputs) {
@@ -274,11 +245,11 @@ TEST(UnitDefinition, NothingThrowsAndTheStatusStays) {
   ASSERT_EQ(catalogue.GetErrorStatus(), FOBJ_KEY_NOT_FOUND);
   catalogue.ThrowExceptions(true);
   int count = 0;
-  EXPECT_NO_THROW(EXPECT_FALSE(Data(catalogue, kDepth, "none").result));
-  EXPECT_NO_THROW(EXPECT_FALSE(Data(catalogue, CZelUnitCnv::FormatForce, "none").result));
-  EXPECT_NO_THROW(EXPECT_FALSE(First(catalogue, CZelUnitCnv::FormatForce).result));
-  EXPECT_NO_THROW(EXPECT_TRUE(Data(catalogue, kDepth, "Foot").result));
-  EXPECT_NO_THROW(EXPECT_TRUE(First(catalogue, kDepth).result));
+  EXPECT_NO_THROW(EXPECT_FALSE(DataAnswer(catalogue, kDepth, "none").result));
+  EXPECT_NO_THROW(EXPECT_FALSE(DataAnswer(catalogue, CZelUnitCnv::FormatForce, "none").result));
+  EXPECT_NO_THROW(EXPECT_FALSE(FirstAnswer(catalogue, CZelUnitCnv::FormatForce).result));
+  EXPECT_NO_THROW(EXPECT_TRUE(DataAnswer(catalogue, kDepth, "Foot").result));
+  EXPECT_NO_THROW(EXPECT_TRUE(FirstAnswer(catalogue, kDepth).result));
   EXPECT_NO_THROW(EXPECT_FALSE(catalogue.GetGroupNumItems(CZelUnitCnv::FormatForce, count)));
   EXPECT_EQ(catalogue.GetErrorStatus(), FOBJ_KEY_NOT_FOUND);
 }
@@ -291,11 +262,11 @@ std::map<std::string, Unit> Walked(UnitDefinition& catalogue, int code) {
   catalogue.GetGroupNumItems(code, count);
   std::map<std::string, Unit> units;
   for (int i = 0; i < count; ++i) {
-    const Unit unit = i == 0 ? First(catalogue, code) : Next(catalogue);
+    const Unit unit = i == 0 ? FirstAnswer(catalogue, code) : NextAnswer(catalogue);
     EXPECT_TRUE(units.emplace(unit.key, unit).second) << unit.key;
   }
-  EXPECT_EQ(Next(catalogue), kUntouched);
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
   return units;
 }
 
@@ -304,7 +275,7 @@ TEST(UnitDefinition, AWalkGivesEachUnitOnce) {
   ReadFrom(catalogue, kText);
   const std::map<std::string, Unit> units = Walked(catalogue, kDepth);
   ASSERT_EQ(units.size(), 3U);
-  for (const auto& [key, unit] : units) EXPECT_EQ(unit, Data(catalogue, kDepth, key));
+  for (const auto& [key, unit] : units) EXPECT_EQ(unit, DataAnswer(catalogue, kDepth, key));
 }
 
 TEST(UnitDefinition, BrokenUnitsDoNotStopAWalk) {
@@ -324,49 +295,49 @@ TEST(UnitDefinition, AFirstUnitWithoutMnemonicIsFalseAndTheWalkGoesOn) {
   UnitDefinition catalogue;
   catalogue.SetItem("Depth Units", "a", "1");
   catalogue.SetItem("Depth Units", "b", "2");
-  EXPECT_EQ(First(catalogue, kDepth), Of("a", 1.0, "?", "a", 0.0, false));
-  EXPECT_EQ(Next(catalogue), Of("b", 2.0, "?", "b", 0.0, false));
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  EXPECT_EQ(FirstAnswer(catalogue, kDepth), Of("a", 1.0, "?", "a", 0.0, false));
+  EXPECT_EQ(NextAnswer(catalogue), Of("b", 2.0, "?", "b", 0.0, false));
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
 }
 
 TEST(UnitDefinition, WithoutAFirstThereIsNoNext) {
   UnitDefinition catalogue;
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
   ReadFrom(catalogue, kText);
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
 }
 
 TEST(UnitDefinition, AFirstCallThatFailsLeavesNoWalkRunning) {
   UnitDefinition catalogue;
   ReadFrom(catalogue, kText);
   for (const int code : {0, 47, -1, int{CZelUnitCnv::FormatForce}, int{CZelUnitCnv::FormatWeight}}) {
-    EXPECT_TRUE(First(catalogue, kDepth).result);
-    EXPECT_EQ(First(catalogue, code), kUntouched) << code;
-    EXPECT_EQ(Next(catalogue), kUntouched) << code;
+    EXPECT_TRUE(FirstAnswer(catalogue, kDepth).result);
+    EXPECT_EQ(FirstAnswer(catalogue, code), kUntouched) << code;
+    EXPECT_EQ(NextAnswer(catalogue), kUntouched) << code;
   }
 }
 
 TEST(UnitDefinition, AFirstCallBeginsAnew) {
   UnitDefinition catalogue;
   ReadFrom(catalogue, kText);
-  const Unit first = First(catalogue, kDepth);
-  Next(catalogue);
-  EXPECT_EQ(First(catalogue, kDepth), first);
-  EXPECT_EQ(First(catalogue, kSpeed).key, "Knot");
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  const Unit first = FirstAnswer(catalogue, kDepth);
+  NextAnswer(catalogue);
+  EXPECT_EQ(FirstAnswer(catalogue, kDepth), first);
+  EXPECT_EQ(FirstAnswer(catalogue, kSpeed).key, "Knot");
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
   EXPECT_EQ(Walked(catalogue, kDepth).size(), 3U);
 }
 
 TEST(UnitDefinition, LookUpsDoNotDisturbAWalk) {
   UnitDefinition catalogue;
   ReadFrom(catalogue, kText);
-  std::set<std::string> keys = {First(catalogue, kDepth).key};
+  std::set<std::string> keys = {FirstAnswer(catalogue, kDepth).key};
   for (int i = 0; i < 2; ++i) {
-    EXPECT_TRUE(Data(catalogue, kSpeed, "Knot").result);
-    EXPECT_FALSE(Data(catalogue, kDepth, "none").result);
+    EXPECT_TRUE(DataAnswer(catalogue, kSpeed, "Knot").result);
+    EXPECT_FALSE(DataAnswer(catalogue, kDepth, "none").result);
     int count = 0;
     EXPECT_TRUE(catalogue.GetGroupNumItems(kSpeed, count));
-    keys.insert(Next(catalogue).key);
+    keys.insert(NextAnswer(catalogue).key);
   }
   EXPECT_EQ(keys, (std::set<std::string>{"Fathom", "Foot", "Metre"}));
 }
@@ -374,7 +345,7 @@ TEST(UnitDefinition, LookUpsDoNotDisturbAWalk) {
 // What a walk still gives after its first unit.
 std::set<std::string> RestOf(UnitDefinition& catalogue) {
   std::set<std::string> keys;
-  for (Unit unit = Next(catalogue); unit.result; unit = Next(catalogue)) keys.insert(unit.key);
+  for (Unit unit = NextAnswer(catalogue); unit.result; unit = NextAnswer(catalogue)) keys.insert(unit.key);
   return keys;
 }
 
@@ -404,7 +375,7 @@ TEST(UnitDefinition, AWalkOutlivesWhatHappensToTheCatalogue) {
   for (std::size_t i = 0; i < std::size(changes); ++i) {
     UnitDefinition catalogue;
     ReadFrom(catalogue, kText);
-    const std::string first = First(catalogue, kDepth).key;
+    const std::string first = FirstAnswer(catalogue, kDepth).key;
     changes[i](catalogue);
     EXPECT_EQ(RestOf(catalogue), AllBut(first)) << i;
   }
@@ -417,27 +388,27 @@ TEST(UnitDefinition, AWalkOutlivesOpeningAnotherFile) {
   constexpr unsigned int kFlags = CFile::modeRead | CFile::shareDenyWrite;
   UnitDefinition catalogue;
   ASSERT_TRUE(catalogue.FileOpen(one, kFlags));
-  const std::string first = First(catalogue, kDepth).key;
+  const std::string first = FirstAnswer(catalogue, kDepth).key;
   ASSERT_TRUE(catalogue.FileOpen(two, kFlags));
   EXPECT_EQ(RestOf(catalogue), AllBut(first));
-  EXPECT_EQ(First(catalogue, kDepth), Of("Cable", 185.2, "cbl", "Cable", 0.0));
-  EXPECT_EQ(Next(catalogue), kUntouched);
+  EXPECT_EQ(FirstAnswer(catalogue, kDepth), Of("Cable", 185.2, "cbl", "Cable", 0.0));
+  EXPECT_EQ(NextAnswer(catalogue), kUntouched);
 }
 
 TEST(UnitDefinition, ACopyGoesOnFromTheSamePlaceOnItsOwn) {
   auto catalogue = std::make_unique<UnitDefinition>();
   ReadFrom(*catalogue, kText);
-  const std::string first = First(*catalogue, kDepth).key;
+  const std::string first = FirstAnswer(*catalogue, kDepth).key;
   UnitDefinition copy(*catalogue);
   UnitDefinition assigned;
   assigned.SetItem("Speed Units", "x", "1, x");
-  First(assigned, kSpeed);
+  FirstAnswer(assigned, kSpeed);
   assigned = *catalogue;
   EXPECT_EQ(RestOf(*catalogue), AllBut(first));
   catalogue.reset();
   EXPECT_EQ(RestOf(copy), AllBut(first));
   EXPECT_EQ(RestOf(assigned), AllBut(first));
-  EXPECT_EQ(Data(copy, kDepth, "Fathom"), Of("Fathom", 1.8288, "fm", "Fathom", 0.0));
+  EXPECT_EQ(DataAnswer(copy, kDepth, "Fathom"), Of("Fathom", 1.8288, "fm", "Fathom", 0.0));
   EXPECT_FALSE(assigned.HasSection("Speed Units") && assigned.HasKey("Speed Units", "x"));
 }
 
@@ -447,14 +418,14 @@ TEST(UnitDefinition, SelfAssignmentEmptiesTheCatalogue) {
   UnitDefinition& same = catalogue;
   catalogue = same;
   EXPECT_EQ(catalogue.GetNumSections(), 0);
-  EXPECT_EQ(First(catalogue, kDepth), kUntouched);
+  EXPECT_EQ(FirstAnswer(catalogue, kDepth), kUntouched);
 }
 
 TEST(UnitDefinition, TheUnitsOfAWalkGoStraightIntoTheTable) {
   UnitDefinition catalogue;
   ReadFrom(catalogue, kText);
   CZelUnitCnv units;
-  const Unit unit = Data(catalogue, kDepth, "Fathom");
+  const Unit unit = DataAnswer(catalogue, kDepth, "Fathom");
   EXPECT_TRUE(units.SetUnit(CZelUnitCnv::ConvertFMTtoUNIT(kDepth), unit.factor, unit.offset, unit.mnemonic, unit.key, unit.name));
   EXPECT_NEAR(units.ConvertUnit(CZelUnitCnv::Depth, 1.0), 0.546806649, 1e-9);
 }
@@ -468,13 +439,13 @@ TEST(UnitDefinition, IsAFileObjectAndDiesAsOne) {
   EXPECT_TRUE(ReadFrom(*base, kText));
   EXPECT_EQ(base->GetNumItems("Depth Units"), 3);
   auto& catalogue = dynamic_cast<UnitDefinition&>(*base);
-  EXPECT_TRUE(First(catalogue, kDepth).result);  // a walk under way is freed with it
+  EXPECT_TRUE(FirstAnswer(catalogue, kDepth).result);  // a walk under way is freed with it
 }
 
 TEST(UnitDefinition, AValueWithAMillionCommasIsRead) {
   UnitDefinition catalogue;
   catalogue.SetItem("Depth Units", "U", "1, x, y, 2" + std::string(1000000, ','));
-  EXPECT_EQ(Data(catalogue, kDepth, "U"), Of("U", 1.0, "x", "y", 2.0));
+  EXPECT_EQ(DataAnswer(catalogue, kDepth, "U"), Of("U", 1.0, "x", "y", 2.0));
 }
 
 TEST(UnitDefinition, SeveralThreadsLookUpAtOnce) {
@@ -487,8 +458,8 @@ TEST(UnitDefinition, SeveralThreadsLookUpAtOnce) {
       for (int i = 0; i < 200; ++i) {
         int count = 0;
         std::string name;
-        mine += Data(catalogue, kDepth, "Foot") == Of("Foot", 0.3048, "ft", "International foot", 0.0) &&
-                !Data(catalogue, kDepth, "none").result && catalogue.GetGroupNumItems(kDepth, count) && count == 3 &&
+        mine += DataAnswer(catalogue, kDepth, "Foot") == Of("Foot", 0.3048, "ft", "International foot", 0.0) &&
+                !DataAnswer(catalogue, kDepth, "none").result && catalogue.GetGroupNumItems(kDepth, count) && count == 3 &&
                 catalogue.GetGroupName(kDepth, name);
       }
       UnitDefinition own(catalogue);
