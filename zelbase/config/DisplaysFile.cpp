@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/platform/CFile.h"
@@ -51,13 +52,8 @@ bool DisplaysFile::IsPresent(const std::string& section) const {
 
 bool DisplaysFile::IsPresent(const std::string& section, const std::string& key) const {
   // Kept: an empty value counts, unlike in HasKey, and the checksum's keys can be present though it is not.
-  FobjSection cursor;
-  std::string found;
-  std::string value;
-  for (bool more = GetFirstMapEntry(cursor, section, found, value); more; more = GetNextMapEntry(cursor, found, value)) {
-    if (found == key) return true;
-  }
-  return false;
+  std::string_view value;
+  return Peek(section, key, value);
 }
 
 void DisplaysFile::GetError(ERRINFO& info) {

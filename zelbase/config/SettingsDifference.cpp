@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
 #include <utility>
 
 #include "zelbase/config/FileObject.h"
@@ -58,34 +57,12 @@ class NotedDifference : public FileObject {
   SettingsChanges changes;
 };
 
-using Texts = std::unordered_map<std::string, std::string>;
-
-// A walk, since looking up would leave its status in `settings`.
-Texts ItemsOf(const FileObject& settings, const std::string& section) {
-  Texts items;
-  FobjSection cursor;
-  std::string key;
-  std::string value;
-  for (bool more = settings.GetFirstMapEntry(cursor, section, key, value); more;
-       more = settings.GetNextMapEntry(cursor, key, value)) {
-    items.emplace(key, value);
-  }
-  return items;
-}
-
-// Sorts the list and fills in the old values, a section of `older` at a time.
+// Sorts the list and fills in the old values.
 SettingsChanges Finish(SettingsChanges changes, const FileObject& older) {
   std::sort(changes.begin(), changes.end(), ComesBefore);
-  Texts items;
-  const std::string* section = nullptr;
+  std::string_view value;
   for (SettingsChange& change : changes) {
-    if (change.kind == Kind::Added) continue;
-    if (section == nullptr || *section != change.section) {
-      items = ItemsOf(older, change.section);
-      section = &change.section;
-    }
-    const auto found = items.find(change.key);
-    if (found != items.end()) change.oldValue = found->second;
+    if (change.kind != Kind::Added && older.Peek(change.section, change.key, value)) change.oldValue = value;
   }
   return changes;
 }
