@@ -1,9 +1,10 @@
 // A recursive lock. Neighbours: ReadWriteLocker.h for many readers and one writer; RecursionLock.h against re-entry on one
-// thread.
+// thread; LockGuard.h, which holds a lock for a scope.
 #pragma once
 
 #include <atomic>
 
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // The same thread may lock again (2^32 - 1 times) and unlocks as often. Usable as a constant-initialised static that is never
@@ -12,25 +13,25 @@
 //
 // Copying an object that owns a Locker leaves both locks as they are: a held target stays held, and a held source does not
 // hold the target.
-class ZELBASE_API Locker {
+class ZELBASE_CAPABILITY("lock") ZELBASE_API Locker {
  public:
   constexpr Locker() noexcept = default;
   constexpr Locker(const Locker&) noexcept {}
   Locker& operator=(const Locker&) noexcept { return *this; }
 
   // Waits until the calling thread holds the lock. Always true.
-  bool Lock() noexcept;
+  bool Lock() noexcept ZELBASE_ACQUIRE();
 
   // Takes the lock if that needs no waiting; true when the calling thread holds it.
-  bool TryLock() noexcept;
+  bool TryLock() noexcept ZELBASE_TRY_ACQUIRE(true);
 
   // Undoes one Lock or TryLock of the calling thread. By a thread that does not hold the lock it is ignored.
-  void Unlock() noexcept;
+  void Unlock() noexcept ZELBASE_RELEASE();
 
-  // For std::lock_guard and its kin.
-  void lock() noexcept { Lock(); }
-  bool try_lock() noexcept { return TryLock(); }
-  void unlock() noexcept { Unlock(); }
+  // For LockGuard, std::lock_guard and their kin.
+  void lock() noexcept ZELBASE_ACQUIRE() { Lock(); }
+  bool try_lock() noexcept ZELBASE_TRY_ACQUIRE(true) { return TryLock(); }
+  void unlock() noexcept ZELBASE_RELEASE() { Unlock(); }
 
  private:
   static constexpr unsigned int kFree = 0;

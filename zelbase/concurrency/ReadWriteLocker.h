@@ -4,6 +4,7 @@
 
 #include <atomic>
 
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // What always holds:
@@ -27,14 +28,14 @@
 //
 // It holds plain atomics only: usable as a constant-initialised static that is never destroyed. May be destroyed as soon as
 // nobody is inside or waits. Up to 2^30 - 1 readers. Not copyable.
-class ZELBASE_API ReadWriteLocker {
+class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
  public:
   constexpr ReadWriteLocker() noexcept = default;
   ReadWriteLocker(const ReadWriteLocker&) = delete;
   ReadWriteLocker& operator=(const ReadWriteLocker&) = delete;
 
   // Waits until the caller reads. Always true.
-  bool LockRead() const noexcept {
+  bool LockRead() const noexcept ZELBASE_ACQUIRE_SHARED() {
     unsigned int state = 0;
     if (m_state.compare_exchange_strong(state, kReader, std::memory_order_acquire, std::memory_order_relaxed)) {
       return true;
@@ -42,7 +43,7 @@ class ZELBASE_API ReadWriteLocker {
     LockReadSlowly();
     return true;
   }
-  void UnlockRead() const noexcept {
+  void UnlockRead() const noexcept ZELBASE_RELEASE_SHARED() {
     unsigned int state = kReader;
     do {
       if (state < kReader) return;
@@ -52,7 +53,7 @@ class ZELBASE_API ReadWriteLocker {
   }
 
   // Waits until the caller writes. Always true.
-  bool LockWrite() noexcept {
+  bool LockWrite() noexcept ZELBASE_ACQUIRE() {
     unsigned int nobody = 0;
     if (m_state.compare_exchange_strong(nobody, kWriter, std::memory_order_acquire, std::memory_order_relaxed)) {
       return true;
@@ -60,16 +61,16 @@ class ZELBASE_API ReadWriteLocker {
     LockWriteSlowly();
     return true;
   }
-  void UnlockWrite() noexcept { EndWriting(0); }
+  void UnlockWrite() noexcept ZELBASE_RELEASE() { EndWriting(0); }
 
   // The writer goes on as a reader, and gives back by UnlockRead.
-  void ChangeWriteToRead() noexcept { EndWriting(kReader); }
+  void ChangeWriteToRead() noexcept ZELBASE_RELEASE() ZELBASE_ACQUIRE_SHARED() { EndWriting(kReader); }
 
   // On a constant object these read, on any other they write.
-  bool Lock() const noexcept { return LockRead(); }
-  void Unlock() const noexcept { UnlockRead(); }
-  bool Lock() noexcept { return LockWrite(); }
-  void Unlock() noexcept { UnlockWrite(); }
+  bool Lock() const noexcept ZELBASE_ACQUIRE_SHARED() { return LockRead(); }
+  void Unlock() const noexcept ZELBASE_RELEASE_SHARED() { UnlockRead(); }
+  bool Lock() noexcept ZELBASE_ACQUIRE() { return LockWrite(); }
+  void Unlock() noexcept ZELBASE_RELEASE() { UnlockWrite(); }
 
  private:
   friend struct ReadWriteLockerPeer;  // a test's look at who waits

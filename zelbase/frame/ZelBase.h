@@ -21,6 +21,7 @@
 #include "zelbase/platform/FixedFolders.h"
 #include "zelbase/platform/FixedModules.h"
 #include "zelbase/platform/FixedProcesses.h"
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/platform/PlatformEvent.h"
 #include "zelbase/platform/PlatformFiles.h"
@@ -35,6 +36,7 @@
 #include "zelbase/platform/SYSTEMTIME.h"
 #include "zelbase/platform/SimulatedClock.h"
 #include "zelbase/platform/SystemVersion.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 #include "zelbase/frame/ByteSize.h"
@@ -62,8 +64,12 @@
 #include "zelbase/concurrency/BaseWorkerThread.h"
 #include "zelbase/concurrency/Locker.h"
 #include "zelbase/concurrency/NameThread.h"
+#include "zelbase/concurrency/ParallelProcessor.h"
+#include "zelbase/concurrency/Processor.h"
 #include "zelbase/concurrency/ReadWriteLocker.h"
 #include "zelbase/concurrency/RecursionLock.h"
+#include "zelbase/concurrency/ThreadPool.h"
+#include "zelbase/concurrency/thread.h"
 
 #include "zelbase/errors/DaxError.h"
 #include "zelbase/errors/Error.h"
