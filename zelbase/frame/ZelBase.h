@@ -8,6 +8,7 @@
 #include "zelbase/platform/CDynLinkLibrary.h"
 #include "zelbase/platform/CFile.h"
 #include "zelbase/platform/CFileException.h"
+#include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/CObject.h"
 #include "zelbase/platform/COleDateTime.h"
 #include "zelbase/platform/CPoint.h"
@@ -128,6 +129,8 @@
 #include "zelbase/geometry/VerticalOffsetLineData.h"
 #include "zelbase/geometry/VesselContour.h"
 #include "zelbase/geometry/VesselPoint.h"
+
+#include "zelbase/colour/ColorTable.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
 #include "zelbase/units/CZelUnitCnv.h"
