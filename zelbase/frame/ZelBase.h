@@ -130,6 +130,9 @@
 #include "zelbase/geometry/VesselContour.h"
 #include "zelbase/geometry/VesselPoint.h"
 
+#include "zelbase/numerics/Matrix.h"
+#include "zelbase/numerics/col_vector.h"
+
 #include "zelbase/colour/ColorTable.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
