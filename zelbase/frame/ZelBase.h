@@ -130,6 +130,8 @@
 #include "zelbase/geometry/VesselContour.h"
 #include "zelbase/geometry/VesselPoint.h"
 
+#include "zelbase/numerics/KalmanFilter.h"
+#include "zelbase/numerics/LopStruct.h"
 #include "zelbase/numerics/Matrix.h"
 #include "zelbase/numerics/col_vector.h"
 
