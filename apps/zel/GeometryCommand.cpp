@@ -38,24 +38,10 @@ void PrintRow(const Point& point) {
   std::printf("%14.3f %14.3f %10.3f\n", Rounded(point.x), Rounded(point.y), Rounded(point.z));
 }
 
-std::string Count(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 Places ToPlaces(const std::vector<Point>& points) {
   Places places;
   for (const Point& point : points) places.push_back({point.x, point.y});
   return places;
-}
-
-// Writes the picture, by default beside the output: in the current folder, named after the file.
-int Finish(const SvgPicture& picture, const Arguments& arguments, const std::string& ending) {
-  std::fflush(stdout);
-  const std::string path =
-      arguments.picture.empty() ? std::filesystem::path(arguments.file).stem().string() + ending + ".svg" : arguments.picture;
-  if (!picture.Save(path)) return Fail("cannot write \"" + path + "\"");
-  std::cout << "\nPicture: " << path << '\n';
-  return kDone;
 }
 
 // Four numbers with commas.
@@ -127,15 +113,15 @@ int Clip(const Arguments& arguments) {
     picture.Area({ToPlaces(polygon)}, {"#9aa7b2", 1.2, "#eef1f4", {}});
   }
   PrintRings(rings);
-  std::printf("%s of area %.3f; inside the page %s of area %.3f\n", Count(file.runs.size(), "polygon").c_str(), before,
-              Count(rings.size(), "ring").c_str(), after);
+  std::printf("%s of area %.3f; inside the page %s of area %.3f\n", Counted(file.runs.size(), "polygon", "polygons").c_str(), before,
+              Counted(rings.size(), "ring", "rings").c_str(), after);
   for (const Ring& ring : rings) picture.Area({ToPlaces(ring)}, {"#1f5f99", 2, "#9cc4e4", {}});
   picture.Area({{{page.left, page.bottom}, {page.right, page.bottom}, {page.right, page.top}, {page.left, page.top}}},
                {"#b4472e", 1.5, "none", "7 4"});
   picture.Legend("polygons as given", {"#9aa7b2", 1.2, "none", {}});
   picture.Legend("rings inside the page", {"#1f5f99", 2, "none", {}});
   picture.Legend("the page", {"#b4472e", 1.5, "none", "7 4"});
-  return Finish(picture, arguments, "-clip");
+  return FinishPicture(picture, arguments.picture, arguments.file, "-clip");
 }
 
 // ---- offset ----
@@ -198,7 +184,7 @@ int Offset(const Arguments& arguments) {
   }
   picture.Legend("profile (distance, height)", given);
   picture.Legend("offset line, its points marked", moved);
-  return Finish(picture, arguments, "-offset");
+  return FinishPicture(picture, arguments.picture, arguments.file, "-offset");
 }
 
 // ---- contour ----
@@ -235,7 +221,7 @@ class SideCheck {
     if (contour.GetSize() == 0) return Tell("no points");
     const int items = m_file.store.GetNumItems(m_side.section);
     if (items > contour.GetSize()) {
-      Tell(Count(static_cast<std::size_t>(items - contour.GetSize()), "item") + " not read; the numbers have a gap behind Point(" +
+      Tell(Counted(static_cast<std::size_t>(items - contour.GetSize()), "item", "items") + " not read; the numbers have a gap behind Point(" +
            std::to_string(contour.GetSize()) + ")");
     }
     for (int i = 1; i <= contour.GetSize(); ++i) CheckRow(i);
@@ -285,7 +271,7 @@ int Contour(const Arguments& arguments) {
     contour.Create(ToSuitePath(arguments.file), static_cast<int>(i));
     const auto strokes = StrokesOf(contour);
     const bool drawn = contour.GetBoundingPage(page);
-    std::printf("%-7s %3d points, %s, %.2f by %.2f\n", kSides[i].name, contour.GetSize(), Count(strokes.size(), "stroke").c_str(),
+    std::printf("%-7s %3d points, %s, %.2f by %.2f\n", kSides[i].name, contour.GetSize(), Counted(strokes.size(), "stroke", "strokes").c_str(),
                 drawn ? page.Width() : 0.0, drawn ? page.Height() : 0.0);
     good = SideCheck(file, kSides[i]).Run(contour, strokes) && good;
     if (!drawn) continue;
@@ -299,7 +285,7 @@ int Contour(const Arguments& arguments) {
   }
   std::fflush(stdout);
   if (!anything) return Fail("\"" + arguments.file + "\" has no points on any side");
-  const int exitCode = Finish(picture, arguments, "-contour");
+  const int exitCode = FinishPicture(picture, arguments.picture, arguments.file, "-contour");
   return good ? exitCode : kFoundWrong;
 }
 

@@ -41,6 +41,11 @@ std::string Palette::Paint(Tone tone, const std::string& text) const {
   return Colours() ? Sequence(tone) + text + "\033[0m" : text;
 }
 
+std::string Palette::Swatch(int red, int green, int blue) const {
+  if (!Colours()) return "";
+  return "\033[48;2;" + std::to_string(red) + ";" + std::to_string(green) + ";" + std::to_string(blue) + "m    \033[0m ";
+}
+
 bool Palette::Colours() const {
   if (m_mode != "auto") return m_mode == "always";
   return isatty(STDOUT_FILENO) == 1 && !IsSet("NO_COLOR") && !IsDumb();

@@ -18,6 +18,9 @@ class Palette {
 
   std::string Paint(Tone tone, const std::string& text) const;
 
+  // A piece of the colour itself with a blank behind it; empty where there are no colours.
+  std::string Swatch(int red, int green, int blue) const;
+
  private:
   bool Colours() const;
 

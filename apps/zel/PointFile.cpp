@@ -1,29 +1,14 @@
 #include "PointFile.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 
-#include "SettingsFile.h"
+#include "FieldText.h"
+#include "TextEdge.h"
 
 namespace zel {
 namespace {
-
-constexpr std::string_view kSeparators = " \t,;\r";
-
-// Takes the next number off the front of `rest`. False when there is none, or what stands there is no finite number.
-bool TakeNumber(std::string_view& rest, double& number) {
-  rest.remove_prefix(std::min(rest.find_first_not_of(kSeparators), rest.size()));
-  const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number);
-  if (result.ec != std::errc() || !std::isfinite(number)) return false;
-  rest.remove_prefix(static_cast<std::size_t>(result.ptr - rest.data()));
-  return rest.empty() || kSeparators.find(rest.front()) != std::string_view::npos;
-}
-
-bool IsEmpty(std::string_view line) { return line.find_first_not_of(kSeparators) == std::string_view::npos; }
 
 bool ReadPoint(std::string_view line, Point& point) {
   if (!TakeNumber(line, point.x) || !TakeNumber(line, point.y)) return false;

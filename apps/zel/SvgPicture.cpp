@@ -3,9 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <limits>
 #include <sstream>
+
+#include "SettingsFile.h"
 
 namespace zel {
 namespace {
@@ -57,16 +62,21 @@ std::string Attributes(const Ink& ink) {
 
 }  // namespace
 
+struct SvgPicture::Box {
+  double left = 0.0, bottom = 0.0, right = 0.0, top = 0.0;
+
+  double Range() const { return std::max(right - left, top - bottom); }
+};
+
 // From world to picture, the same scale in x and y.
 class SvgPicture::Frame {
  public:
-  Frame(double left, double bottom, double right, double top) {
-    const double range = std::max({right - left, top - bottom, 1e-9});
-    const double rim = 0.05 * range;
-    m_left = left - rim;
-    m_bottom = bottom - rim;
-    m_right = right + rim;
-    m_top = top + rim;
+  explicit Frame(const Box& box) {
+    const double rim = 0.05 * std::max(box.Range(), 1e-9);
+    m_left = box.left - rim;
+    m_bottom = box.bottom - rim;
+    m_right = box.right + rim;
+    m_top = box.top + rim;
     m_scale = (kWidth - 2 * kMargin) / (m_right - m_left);
     const double tallest = 1400.0;
     if ((m_top - m_bottom) * m_scale > tallest) m_scale = tallest / (m_top - m_bottom);
@@ -123,9 +133,13 @@ void SvgPicture::Label(const Place& place, const std::string& text) {
   m_shapes.push_back({Kind::Label, {{place}}, Ink(), text});
 }
 
-void SvgPicture::Legend(const std::string& text, const Ink& ink) { m_legend.emplace_back(text, ink); }
+void SvgPicture::Legend(const std::string& text, const Ink& ink) { m_legend.push_back({Kind::Line, {}, ink, text}); }
 
-SvgPicture::Frame SvgPicture::MakeFrame() const {
+void SvgPicture::LegendDot(const std::string& text, double radius, const std::string& colour) {
+  m_legend.push_back({Kind::Dot, {}, {colour, radius, colour, {}}, text});
+}
+
+SvgPicture::Box SvgPicture::Bounds() const {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   double left = kInfinity, bottom = kInfinity, right = -kInfinity, top = -kInfinity;
   for (const Shape& shape : m_shapes) {
@@ -139,11 +153,13 @@ SvgPicture::Frame SvgPicture::MakeFrame() const {
       }
     }
   }
-  return left <= right ? Frame(left, bottom, right, top) : Frame(0, 0, 1, 1);
+  return left <= right ? Box{left, bottom, right, top} : Box();
 }
 
+double SvgPicture::Extent() const { return Bounds().Range(); }
+
 std::string SvgPicture::Text() const {
-  const Frame frame = MakeFrame();
+  const Frame frame(Bounds());
   const double height = kHead + frame.Height() + 40 + kLegendRow * static_cast<double>(m_legend.size());
   std::ostringstream out;
   out << "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " << Number(kWidth) << ' ' << Number(height)
@@ -165,9 +181,14 @@ std::string SvgPicture::Text() const {
     }
   }
   double y = kHead + frame.Height() + 48;
-  for (const auto& [text, ink] : m_legend) {
-    out << "<path d=\"M" << Number(kMargin) << ',' << Number(y - 4) << " h36\" " << Attributes(ink) << "/>\n"
-        << "<text x=\"" << Number(kMargin + 48) << "\" y=\"" << Number(y) << "\">" << Escaped(text) << "</text>\n";
+  for (const Shape& entry : m_legend) {
+    if (entry.kind == Kind::Dot) {
+      out << "<circle cx=\"" << Number(kMargin + 18) << "\" cy=\"" << Number(y - 4) << "\" r=\"" << Number(entry.ink.width) << "\" fill=\""
+          << entry.ink.fill << "\"/>\n";
+    } else {
+      out << "<path d=\"M" << Number(kMargin) << ',' << Number(y - 4) << " h36\" " << Attributes(entry.ink) << "/>\n";
+    }
+    out << "<text x=\"" << Number(kMargin + 48) << "\" y=\"" << Number(y) << "\">" << Escaped(entry.text) << "</text>\n";
     y += kLegendRow;
   }
   out << "</svg>\n";
@@ -179,6 +200,14 @@ bool SvgPicture::Save(const std::string& path) const {
   stream << Text();
   stream.close();
   return !stream.fail();
+}
+
+int FinishPicture(const SvgPicture& picture, std::string path, const std::string& source, const std::string& ending) {
+  std::fflush(stdout);
+  if (path.empty()) path = std::filesystem::path(source).stem().string() + ending + ".svg";
+  if (!picture.Save(path)) return Fail("cannot write \"" + path + "\"");
+  std::cout << "\nPicture: " << path << '\n';
+  return kDone;
 }
 
 }  // namespace zel

@@ -36,8 +36,12 @@ class SvgPicture {
   // Text beside a place.
   void Label(const Place& place, const std::string& text);
 
-  // An entry of the legend, in the order of adding.
+  // An entry of the legend, in the order of adding: for lines and areas, and for dots.
   void Legend(const std::string& text, const Ink& ink);
+  void LegendDot(const std::string& text, double radius, const std::string& colour);
+
+  // The greater side of the box around everything added; 0 when there is nothing.
+  double Extent() const;
 
   // False when the file cannot be written.
   bool Save(const std::string& path) const;
@@ -55,11 +59,16 @@ class SvgPicture {
   };
   class Frame;
 
-  Frame MakeFrame() const;
+  struct Box;
+  Box Bounds() const;
 
   std::string m_title;
   std::vector<Shape> m_shapes;
-  std::vector<std::pair<std::string, Ink>> m_legend;
+  std::vector<Shape> m_legend;  // each with its text
 };
+
+// Ends a command: writes the picture and tells where. An empty `path` puts it into the current folder, named after the file
+// `source` with `ending`. The command's exit code.
+int FinishPicture(const SvgPicture& picture, std::string path, const std::string& source, const std::string& ending);
 
 }  // namespace zel

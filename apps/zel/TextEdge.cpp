@@ -156,4 +156,8 @@ bool ToNumber(std::string_view argument, double& value) {
   return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
 }
 
+std::string Counted(std::size_t count, const char* one, const char* many) {
+  return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
 }  // namespace zel

@@ -29,4 +29,7 @@ std::string ToColumn(std::string_view text, std::size_t width);
 // The whole of an argument as a finite number; false, `value` unspecified, when it is anything else.
 bool ToNumber(std::string_view argument, double& value);
 
+// "1 ring", "2 rings".
+std::string Counted(std::size_t count, const char* one, const char* many);
+
 }  // namespace zel

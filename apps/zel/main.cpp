@@ -4,6 +4,7 @@
 #include <exception>
 #include <iostream>
 
+#include "ColoursCommand.h"
 #include "DisplaysCommand.h"
 #include "FormatCommand.h"
 #include "GeometryCommand.h"
@@ -12,6 +13,7 @@
 #include "ReportCommand.h"
 #include "SettingsCommands.h"
 #include "SettingsFile.h"
+#include "TrackCommand.h"
 #include "UnitsCommand.h"
 
 namespace {
@@ -32,6 +34,8 @@ int Run(int argc, char** argv) {
   zel::AddFormatCommand(program, exitCode);
   zel::AddUnitsCommand(program, exitCode);
   zel::AddGeometryCommand(program, exitCode);
+  zel::AddColoursCommand(program, exitCode);
+  zel::AddTrackCommand(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
   try {
     program.parse(argc, argv);
