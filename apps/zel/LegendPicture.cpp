@@ -1,14 +1,11 @@
 #include "LegendPicture.h"
 
-#include <cairo-svg.h>
-#include <cairo.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <memory>
 #include <vector>
 
+#include "CairoPicture.h"
 #include "ColourText.h"
 #include "TextEdge.h"
 
@@ -21,12 +18,8 @@ constexpr double kSwatch = 90.0;
 constexpr double kMostHeight = 900.0;   // of all swatches
 constexpr double kBestRow = 28.0;
 constexpr double kTextRow = 18.0;       // the least distance of two labels
-constexpr double kFontSize = 14.0;
-constexpr double kPixels = 2.0;         // of a PNG for one unit
+constexpr double kBandNames = 130.0;
 constexpr double kBandGap = 14.0;
-
-using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
-using Pen = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
 std::string Number(double value, int digits) {
   char buffer[40];
@@ -96,44 +89,21 @@ class Legend {
     const double count = static_cast<double>(m_steps.size());
     m_row = std::min(kBestRow, kMostHeight / count);
     m_height = kHead + m_row * count + kMargin;
-    const Surface scratch(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1), cairo_surface_destroy);
-    const Pen pen(cairo_create(scratch.get()), cairo_destroy);
-    for (const Step& step : m_steps) m_values = std::max(m_values, TextWidth(pen.get(), step.values));
-    for (const Step& step : m_steps) m_names = std::max(m_names, TextWidth(pen.get(), step.name));
-    m_width = std::max(BandsLeft() + (m_bands.empty() ? 0.0 : 130.0), TextWidth(pen.get(), title, 1.3) + 2 * kMargin);
+    for (const Step& step : m_steps) m_values = std::max(m_values, TextWidth(step.values));
+    for (const Step& step : m_steps) m_names = std::max(m_names, TextWidth(step.name));
+    m_width = std::max(BandsLeft() + (m_bands.empty() ? 0.0 : kBandNames), TextWidth(title, 1.3) + 2 * kMargin);
   }
 
   double Width() const { return m_width; }
   double Height() const { return m_height; }
 
   void Draw(cairo_t* pen) const {
-    cairo_set_source_rgb(pen, 1, 1, 1);
-    cairo_paint(pen);
-    Text(pen, kMargin, 34, m_title, 1.3);
+    DrawText(pen, kMargin, 34, m_title, 1.3);
     DrawSwatches(pen);
     for (const Band& band : m_bands) DrawBand(pen, band);
   }
 
  private:
-  static void SetFont(cairo_t* pen, double factor) {
-    cairo_select_font_face(pen, "DejaVu Sans", CAIRO_FONT_SLANT_NORMAL, factor > 1 ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(pen, kFontSize * factor);
-  }
-
-  static double TextWidth(cairo_t* pen, const std::string& text, double factor = 1.0) {
-    SetFont(pen, factor);
-    cairo_text_extents_t extents;
-    cairo_text_extents(pen, text.c_str(), &extents);
-    return extents.x_advance;
-  }
-
-  static void Text(cairo_t* pen, double x, double y, const std::string& text, double factor = 1.0) {
-    SetFont(pen, factor);
-    cairo_set_source_rgb(pen, 0.2, 0.25, 0.3);
-    cairo_move_to(pen, x, y);
-    cairo_show_text(pen, text.c_str());
-  }
-
   double BandsLeft() const {
     return kMargin + kSwatch + 12 + m_values + (m_names > 0 ? 20 + m_names : 0.0) + kBandGap + kMargin;
   }
@@ -152,8 +122,8 @@ class Legend {
       cairo_set_antialias(pen, CAIRO_ANTIALIAS_DEFAULT);
       if (i % every != 0) continue;
       const double base = TopOf(i) + m_row / 2 + kFontSize * 0.36;
-      Text(pen, kMargin + kSwatch + 12, base, step.values);
-      Text(pen, kMargin + kSwatch + 12 + m_values + 20, base, step.name);
+      DrawText(pen, kMargin + kSwatch + 12, base, step.values);
+      DrawText(pen, kMargin + kSwatch + 12 + m_values + 20, base, step.name);
     }
     cairo_rectangle(pen, kMargin, kHead, kSwatch, m_row * static_cast<double>(m_steps.size()));
     cairo_set_source_rgb(pen, 0.5, 0.55, 0.6);
@@ -171,7 +141,7 @@ class Legend {
     cairo_set_source_rgb(pen, 0.4, 0.45, 0.5);
     cairo_set_line_width(pen, 1.5);
     cairo_stroke(pen);
-    Text(pen, left + 16, (top + bottom) / 2 + kFontSize * 0.36, band.name);
+    DrawText(pen, left + 16, (top + bottom) / 2 + kFontSize * 0.36, band.name);
   }
 
   std::string m_title;
@@ -180,29 +150,11 @@ class Legend {
   double m_row = 0.0, m_width = 0.0, m_height = 0.0, m_values = 0.0, m_names = 0.0;
 };
 
-bool SavePng(const Legend& legend, const std::string& path) {
-  const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(std::ceil(legend.Width() * kPixels)),
-                                                   static_cast<int>(std::ceil(legend.Height() * kPixels))),
-                        cairo_surface_destroy);
-  const Pen pen(cairo_create(surface.get()), cairo_destroy);
-  cairo_scale(pen.get(), kPixels, kPixels);
-  legend.Draw(pen.get());
-  return cairo_surface_write_to_png(surface.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
-}
-
-bool SaveSvg(const Legend& legend, const std::string& path) {
-  const Surface surface(cairo_svg_surface_create(path.c_str(), legend.Width(), legend.Height()), cairo_surface_destroy);
-  const Pen pen(cairo_create(surface.get()), cairo_destroy);
-  legend.Draw(pen.get());
-  cairo_surface_finish(surface.get());
-  return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
-}
-
 }  // namespace
 
 bool SaveLegend(const ColorTable& table, const std::string& title, const std::string& path, std::string& reason) {
   const Legend legend(table, title);
-  const bool saved = path.ends_with(".png") ? SavePng(legend, path) : SaveSvg(legend, path);
+  const bool saved = SaveCairoPicture(path, legend.Width(), legend.Height(), [&legend](cairo_t* pen) { legend.Draw(pen); });
   if (!saved) reason = "cannot write \"" + path + "\"";
   return saved;
 }
