@@ -69,7 +69,8 @@ class ZELBASE_API TaskQueue {
   static void DestroyChain(std::unique_ptr<Block> chain);
   void WakeOneIfNeeded() ZELBASE_REQUIRES(m_back);
   void AwaitTaskOrClose();
-  bool LookForAWhile() const noexcept;
+  bool LookClosely() const noexcept;
+  bool LookPatiently() const noexcept;
   bool LieDown();
   void Sleep();
   bool HasNews() const noexcept;
