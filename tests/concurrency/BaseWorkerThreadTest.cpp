@@ -428,6 +428,21 @@ TEST(BaseWorkerThread, AThreadStillHeldWhenTheWorkerGoesIsLetGo) {
   }  // not stopped: neither waits nor leaks, nor ends the process
 }
 
+TEST(BaseWorkerThread, StartsAndStopsTenThousandTimesWithATimeOutAndASecondStop) {
+  HeldWorker worker;
+  for (int round = 0; round < 10000; ++round) {
+    worker.inside.Reset();
+    worker.proceed.Reset();
+    ASSERT_TRUE(worker.StartBaseWorkerThread(0, ""));
+    worker.inside.Wait();
+    ASSERT_FALSE(worker.StopBaseWorkerThread(0)) << "the pass is under way";
+    ASSERT_EQ(worker.GetError(), 2u);
+    worker.proceed.Set();
+    ASSERT_TRUE(worker.StopBaseWorkerThread(kNoLimit));
+    ASSERT_TRUE(worker.StopBaseWorkerThread(0)) << "nothing is left to stop";
+  }
+}
+
 class BaseWorkerThreadCounts : public testing::TestWithParam<int> {};
 
 TEST_P(BaseWorkerThreadCounts, SeveralStopsAtOnceAllSucceed) {

@@ -326,6 +326,30 @@ TEST_P(ReadWriteLockerThreads, NobodySeesHalfAWrite) {
   EXPECT_TRUE(Peer::IsFree(locker));
 }
 
+// Each thread writes its number and goes on as a reader; the others, who wait to write, must not come between.
+TEST_P(ReadWriteLockerThreads, NoWaitingWriterComesBetweenAWriteAndTheReadThatItTurnsInto) {
+  constexpr int kRounds = 1000;
+  ReadWriteLocker locker;
+  int last = -1;
+  std::vector<std::thread> threads;
+  for (int i = 0; i < GetParam(); ++i) {
+    threads.emplace_back([&, i] {
+      for (int round = 0; round < kRounds; ++round) {
+        locker.LockWrite();
+        last = i;
+        locker.ChangeWriteToRead();
+        for (int looks = 0; looks < 3; ++looks) {
+          EXPECT_EQ(last, i);
+          std::this_thread::yield();
+        }
+        locker.UnlockRead();
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(Peer::IsFree(locker));
+}
+
 TEST_P(ReadWriteLockerThreads, MayBeDestroyedByTheWriterThatFollowsTheLastReader) {
   for (int round = 0; round < 300; ++round) {
     auto locker = std::make_unique<ReadWriteLocker>();

@@ -1,16 +1,16 @@
 #include "zelbase/concurrency/BaseWorkerThread.h"
 
-#include <mutex>
 #include <utility>
 
 #include "zelbase/concurrency/NameThread.h"
+#include "zelbase/platform/LockGuard.h"
 
 BaseWorkerThread::BaseWorkerThread(const BaseWorkerThread& other) { *this = other; }
 
 BaseWorkerThread& BaseWorkerThread::operator=(const BaseWorkerThread& other) {
   std::shared_ptr<PlatformThread> thread = other.Thread();
   {
-    const std::lock_guard guard(m_threadLock);
+    const LockGuard guard(m_threadLock);
     m_thread.swap(thread);
   }
   m_notifyWnd = other.m_notifyWnd.load();
@@ -31,7 +31,7 @@ bool BaseWorkerThread::StartBaseWorkerThread(int priority, const std::string& na
   NameThread(thread->Id(), name.empty() ? "BaseWorkerThread" : name);
   std::shared_ptr<PlatformThread> former = thread;
   {
-    const std::lock_guard guard(m_threadLock);
+    const LockGuard guard(m_threadLock);
     m_thread.swap(former);  // Kept: a thread that runs already is let go, not waited for
   }
   thread->Resume();
@@ -46,7 +46,7 @@ bool BaseWorkerThread::StopBaseWorkerThread(unsigned long timeoutMs) {
     m_error = WORKER_ERROR_TIMEOUT;
     return false;
   }
-  const std::lock_guard guard(m_threadLock);
+  const LockGuard guard(m_threadLock);
   if (m_thread == thread) m_thread.reset();
   return true;
 }
@@ -66,6 +66,6 @@ void BaseWorkerThread::RunPass() {
 }
 
 std::shared_ptr<PlatformThread> BaseWorkerThread::Thread() const {
-  const std::lock_guard guard(m_threadLock);
+  const LockGuard guard(m_threadLock);
   return m_thread;
 }

@@ -9,6 +9,7 @@
 #include "zelbase/concurrency/Locker.h"
 #include "zelbase/platform/CWnd.h"
 #include "zelbase/platform/PlatformThreads.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // What GetError tells: the last thing that went wrong. No start and no good stop clears it.
@@ -77,7 +78,7 @@ class ZELBASE_API BaseWorkerThread {
   void RunPass();
 
   mutable Locker m_threadLock;
-  std::shared_ptr<PlatformThread> m_thread;  // guarded by m_threadLock; null: not started
+  std::shared_ptr<PlatformThread> m_thread ZELBASE_GUARDED_BY(m_threadLock);  // null: not started
   std::atomic<CWnd*> m_notifyWnd{nullptr};
   std::atomic<int> m_endThread{0};
   std::atomic<unsigned int> m_error{WORKER_NO_ERROR};

@@ -2,26 +2,17 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <mutex>
 #include <utility>
 
 #include "zelbase/errors/detail/EmptyError.h"
+#include "zelbase/platform/LockGuard.h"
 
-namespace {
-
-using Guard = std::lock_guard<Locker>;
-
-}  // namespace
-
-ErrorList::ErrorList(const ErrorList& other) {
-  const Guard guard(other.m_lock);
-  m_entries = other.m_entries;
-}
+ErrorList::ErrorList(const ErrorList& other) : m_entries(other.CopyEntries()) {}
 
 ErrorList& ErrorList::operator=(const ErrorList& other) {
   if (this == &other) return *this;
-  Entries entries = ErrorList(other).m_entries;
-  const Guard guard(m_lock);
+  Entries entries = other.CopyEntries();
+  const LockGuard guard(m_lock);
   m_entries.swap(entries);
   return *this;
 }
@@ -33,18 +24,18 @@ ErrorList& ErrorList::operator<<(const Error& error) {
 }
 
 int ErrorList::NumErrors() const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   return static_cast<int>(m_entries.size());
 }
 
 const Error& ErrorList::operator[](int index) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (index < 0 || static_cast<std::size_t>(index) >= m_entries.size()) return zelbase::detail::EmptyError();
   return *m_entries[static_cast<std::size_t>(index)].error;
 }
 
 const Error* ErrorList::GetErrorWithID(unsigned int id) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const auto found =
       std::find_if(m_entries.begin(), m_entries.end(), [id](const Entry& entry) { return entry.error->ID() == id; });
   return found == m_entries.end() ? nullptr : found->error.get();
@@ -60,9 +51,14 @@ void ErrorList::ClearFromTime(const long long& time) {
   ClearFromTime(time, removed);
 }
 
+ErrorList::Entries ErrorList::CopyEntries() const {
+  const LockGuard guard(m_lock);
+  return m_entries;
+}
+
 // Copies before anything is removed: `error` may be the one that goes.
 void ErrorList::Insert(const Error& error, Removed& removed) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const unsigned int signature = error.Signature();
   std::shared_ptr<const Error> copy(error.Copy());
   if (copy == nullptr) return;
@@ -79,12 +75,12 @@ void ErrorList::Insert(const Error& error, Removed& removed) {
 }
 
 void ErrorList::Clear(Removed& removed) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   RemoveFrom(m_entries.begin(), removed);
 }
 
 void ErrorList::ClearFromTime(long long time, Removed& removed) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const auto first = std::lower_bound(
       m_entries.begin(), m_entries.end(), time,
       [](const Entry& present, long long from) { return present.error->ErrorTime() < from; });

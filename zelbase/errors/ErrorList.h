@@ -8,6 +8,7 @@
 
 #include "zelbase/concurrency/Locker.h"
 #include "zelbase/errors/Error.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // What always holds for errors that came by <<:
@@ -63,12 +64,13 @@ class ZELBASE_API ErrorList {
   void Clear(Removed& removed);
   void ClearFromTime(long long time, Removed& removed);
 
-  void RemoveFrom(Entries::iterator first, Removed& removed);
-  void RemoveEqual(unsigned int signature, Removed& removed);
-  void RemoveOldest(Removed& removed);
+  Entries CopyEntries() const;
+  void RemoveFrom(Entries::iterator first, Removed& removed) ZELBASE_REQUIRES(m_lock);
+  void RemoveEqual(unsigned int signature, Removed& removed) ZELBASE_REQUIRES(m_lock);
+  void RemoveOldest(Removed& removed) ZELBASE_REQUIRES(m_lock);
 
   static constexpr int kMaximum = 250;
 
-  Entries m_entries;
   mutable Locker m_lock;
+  Entries m_entries ZELBASE_GUARDED_BY(m_lock);
 };

@@ -1,16 +1,14 @@
 #include "zelbase/errors/ErrorMessageFile.h"
 
-#include <mutex>
 #include <string_view>
 #include <utility>
 
 #include "zelbase/errors/ErrorWording.h"
 #include "zelbase/platform/CFile.h"
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/units/Translator.h"
 
 namespace {
-
-using Guard = std::lock_guard<Locker>;
 
 class FileWording : public ErrorWording {
  public:
@@ -39,18 +37,18 @@ bool ErrorMessageFile::Open(const std::string& fileName) {
 }
 
 bool ErrorMessageFile::IsOpen() const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   return m_file->FileInitialised();
 }
 
 // The former file is not destroyed under the lock.
 void ErrorMessageFile::Exchange(std::unique_ptr<FileObject> file) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   m_file.swap(file);
 }
 
 bool ErrorMessageFile::Find(const std::string& section, const std::string& key, std::string& text) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   std::string_view found;
   if (!m_file->Peek(section, key, found)) return false;
   text = found;

@@ -7,6 +7,7 @@
 
 #include "zelbase/concurrency/Locker.h"
 #include "zelbase/config/FileObject.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // The one file of wordings of the process: settings text with the sections "File Error", "FileError", "FileObject Error" and
@@ -46,6 +47,6 @@ class ZELBASE_API ErrorMessageFile {
   bool Find(const std::string& section, const std::string& key, std::string& text) const;
   void Exchange(std::unique_ptr<FileObject> file);
 
-  mutable Locker m_lock;  // for m_file
-  std::unique_ptr<FileObject> m_file;
+  mutable Locker m_lock;
+  std::unique_ptr<FileObject> m_file ZELBASE_GUARDED_BY(m_lock);
 };

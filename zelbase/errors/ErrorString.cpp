@@ -1,16 +1,17 @@
 #include "zelbase/errors/ErrorString.h"
 
-#include <mutex>
-
 #include "zelbase/errors/NumberedTexts.h"
+#include "zelbase/platform/LockGuard.h"
+#include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace {
 
 constexpr int kUnspecified = 12034;
 
 struct LastErrorText {
-  std::mutex mutex;
-  std::string text;
+  zelbase::detail::Mutex mutex;
+  std::string text ZELBASE_GUARDED_BY(mutex);
 };
 
 // Never destroyed: an ErrorString in any static may still end after everything else.
@@ -44,7 +45,7 @@ ErrorString::~ErrorString() {
   // Kept: the only place that sets the last error, for temporaries and copies as well; callers read it right after a failure.
   try {
     LastErrorText& last = LastErrorStore();
-    const std::lock_guard<std::mutex> guard(last.mutex);
+    const LockGuard guard(last.mutex);
     last.text.assign(*this);
   } catch (...) {
     // No memory for the text: the last error stays what it was.
@@ -68,6 +69,6 @@ ErrorString& ErrorString::operator<<(const char* text) {
 
 std::string ErrorString::LastError() {
   LastErrorText& last = LastErrorStore();
-  const std::lock_guard<std::mutex> guard(last.mutex);
+  const LockGuard guard(last.mutex);
   return last.text;
 }

@@ -1,15 +1,13 @@
 #include "zelbase/errors/GlobalErrorList.h"
 
 #include <algorithm>
-#include <mutex>
 #include <utility>
 #include <vector>
 
 #include "zelbase/errors/detail/EmptyError.h"
+#include "zelbase/platform/LockGuard.h"
 
 namespace {
-
-using Guard = std::lock_guard<Locker>;
 
 constexpr const char* kGeneral = "General";
 
@@ -49,7 +47,7 @@ GlobalErrorList& GlobalErrorList::Get() {
 }
 
 void GlobalErrorList::Close() {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   m_closed = true;
   m_reporters.clear();
   Contexts contexts;
@@ -59,7 +57,7 @@ void GlobalErrorList::Close() {
 }
 
 GlobalErrorList& GlobalErrorList::Insert(const Error& error, std::string context) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (m_closed) return *this;
   const KeepRemoved scope(*this);
   Select(context);  // Kept: stays current; there is no inserting without moving the current context
@@ -71,29 +69,29 @@ GlobalErrorList& GlobalErrorList::Insert(const Error& error, std::string context
 const std::string GlobalErrorList::DefaultContext() const { return kGeneral; }
 
 const std::string GlobalErrorList::CurrentContext() const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   return m_current == m_contexts.end() ? std::string() : m_current->first;
 }
 
 void GlobalErrorList::SetContext(const std::string& context) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (!m_closed) Select(context);
 }
 
 bool GlobalErrorList::FirstContext() {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   m_current = m_contexts.begin();
   return m_current != m_contexts.end();
 }
 
 bool GlobalErrorList::NextContext() {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (m_current != m_contexts.end()) ++m_current;
   return m_current != m_contexts.end();
 }
 
 int GlobalErrorList::NumErrors(bool allContexts) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (!allContexts) return Current() == nullptr ? 0 : Current()->NumErrors();
   int sum = 0;
   for (const auto& context : m_contexts) sum += context.second->NumErrors();
@@ -106,7 +104,7 @@ const Error& GlobalErrorList::operator[](int index) const {
 }
 
 const Error* GlobalErrorList::Get(int index) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const ErrorList* const list = Current();
   if (list == nullptr || index < 0 || index >= list->NumErrors()) return nullptr;
   return &(*list)[index];
@@ -123,7 +121,7 @@ const Error* GlobalErrorList::GetErrorWithID(unsigned int id) const {
 }
 
 void GlobalErrorList::Clear() {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (m_closed) return;
   Contexts contexts;
   contexts.swap(m_contexts);
@@ -132,7 +130,7 @@ void GlobalErrorList::Clear() {
 }
 
 void GlobalErrorList::Clear(const std::string& context) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (m_closed) return;
   Select(context);  // Kept: stays current, and is made when there is none
   const KeepRemoved scope(*this);
@@ -140,19 +138,19 @@ void GlobalErrorList::Clear(const std::string& context) {
 }
 
 void GlobalErrorList::ClearFromTime(const long long& time) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const KeepRemoved scope(*this);
   for (const auto& context : m_contexts) context.second->ClearFromTime(time, m_removed);
 }
 
 void GlobalErrorList::AddReporter(ErrorReporterBase* reporter) {
   if (reporter == nullptr) return;
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (!m_closed) m_reporters.push_back({reporter, ++m_registrations});
 }
 
 void GlobalErrorList::RemoveReporter(ErrorReporterBase* reporter) {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   m_reporters.remove_if([reporter](const Reporter& present) { return present.target == reporter; });
 }
 

@@ -11,6 +11,7 @@
 #include "zelbase/errors/Error.h"
 #include "zelbase/errors/ErrorList.h"
 #include "zelbase/errors/ErrorReporterBase.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // A context is the name of a subsystem or a file; "General" is the default and always there. One context is the current
@@ -78,7 +79,7 @@ class ZELBASE_API GlobalErrorList {
 
   // The error with that id, looked for in all contexts in the order of their names; null when there is none.
   // Kept: when one is found the lock STAYS HELD, so that the pointer is safe; the caller calls Unlock() when done with it.
-  const Error* GetErrorWithID(unsigned int id) const;
+  const Error* GetErrorWithID(unsigned int id) const ZELBASE_NO_THREAD_CHECK;
 
   // Destroys all contexts; "General" is made anew.
   void Clear();
@@ -96,8 +97,8 @@ class ZELBASE_API GlobalErrorList {
   void RemoveReporter(ErrorReporterBase* reporter);
 
   // For several operations in one. Re-entrant; Unlock by a thread that does not hold the lock is ignored.
-  void Lock();
-  void Unlock();
+  void Lock() ZELBASE_NO_THREAD_CHECK;  // these and GetErrorWithID: held beyond the call
+  void Unlock() ZELBASE_NO_THREAD_CHECK;
 
   // Kept: does nothing. Hosts still call it; there is no log file.
   void SetLogFileName(const std::string& fileName);
@@ -115,23 +116,23 @@ class ZELBASE_API GlobalErrorList {
 
   static GlobalErrorList& Instance();
   void Close();
-  void MakeGeneral();
-  void Select(const std::string& context);
-  void TellReporters(const Error& error) const;
-  bool IsRegistered(const Reporter& reporter) const;
-  void DropContexts(Contexts& contexts);
-  const ErrorList* Current() const;
+  void MakeGeneral() ZELBASE_REQUIRES(m_lock);
+  void Select(const std::string& context) ZELBASE_REQUIRES(m_lock);
+  void TellReporters(const Error& error) const ZELBASE_REQUIRES(m_lock);
+  bool IsRegistered(const Reporter& reporter) const ZELBASE_REQUIRES(m_lock);
+  void DropContexts(Contexts& contexts) ZELBASE_REQUIRES(m_lock);
+  const ErrorList* Current() const ZELBASE_REQUIRES(m_lock);
 
   static constexpr int kDeepestTold = 16;
 
   mutable Locker m_lock;
-  Contexts m_contexts;
-  Contexts::iterator m_current;
-  std::list<Reporter> m_reporters;
-  unsigned long long m_registrations = 0;
-  int m_depth = 0;               // operations under way, one inside the other, that may remove errors
-  ErrorList::Removed m_removed;  // what has left the lists since the outermost of them began
-  bool m_closed = false;         // the process is ending
+  Contexts m_contexts ZELBASE_GUARDED_BY(m_lock);
+  Contexts::iterator m_current ZELBASE_GUARDED_BY(m_lock);
+  std::list<Reporter> m_reporters ZELBASE_GUARDED_BY(m_lock);
+  unsigned long long m_registrations ZELBASE_GUARDED_BY(m_lock) = 0;
+  int m_depth ZELBASE_GUARDED_BY(m_lock) = 0;               // operations under way, one inside the other, that may remove errors
+  ErrorList::Removed m_removed ZELBASE_GUARDED_BY(m_lock);  // what has left the lists since the outermost of them began
+  bool m_closed ZELBASE_GUARDED_BY(m_lock) = false;         // the process is ending
 };
 
 // GlobalErrorList::Insert, then false: a function fails and reports in one line, `return ReportError(...);`.

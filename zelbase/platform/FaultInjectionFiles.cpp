@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <mutex>
 #include <optional>
 #include <utility>
+
+#include "zelbase/platform/LockGuard.h"
+#include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace {
 
@@ -50,7 +53,7 @@ class FaultInjectionFiles::State {
 
   // Counts one operation and decides about it. `size` is what a read or write asks for.
   Verdict Begin(FileOperation kind, std::size_t size = 0) {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     ++m_counts.byKind[static_cast<std::size_t>(kind)];
     const Verdict verdict = Decide(kind, size);
     if (verdict.result != FileResult::Ok) ++m_counts.faults;
@@ -61,39 +64,39 @@ class FaultInjectionFiles::State {
 
   template <class Changer>
   void Change(Changer change) {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     change(m_faults);
   }
 
   void Reset() {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_faults = Faults();
     m_counts = Counts();
   }
 
   bool OpensFail() const {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_faults.dropped && m_faults.opensFail;
   }
 
   Counts ReadCounts() const {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_counts;
   }
 
   void ChangeOpenFiles(int by) {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_openFiles += by;
   }
 
   int OpenFiles() const {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_openFiles;
   }
 
  private:
   // A dropped connection first, then the ordered fault, then the limits.
-  Verdict Decide(FileOperation kind, std::size_t size) {
+  Verdict Decide(FileOperation kind, std::size_t size) ZELBASE_REQUIRES(m_mutex) {
     const bool ordered = IsOrdered(kind);
     if (m_faults.dropped && (m_faults.opensFail || IsOnOpenFile(kind))) return {FileResult::NetworkNameDeleted, 0};
     if (ordered) return {m_faults.order.result, m_faults.bytesBeforeFailure};
@@ -102,7 +105,7 @@ class FaultInjectionFiles::State {
     return {};
   }
 
-  bool IsOrdered(FileOperation kind) {
+  bool IsOrdered(FileOperation kind) ZELBASE_REQUIRES(m_mutex) {
     FaultOrder& order = m_faults.order;
     if (order.n == 0 || (order.kind.has_value() && *order.kind != kind)) return false;
     if (order.n > 1) {
@@ -113,7 +116,7 @@ class FaultInjectionFiles::State {
     return true;
   }
 
-  Verdict DecideByRoom(std::size_t size) {
+  Verdict DecideByRoom(std::size_t size) ZELBASE_REQUIRES(m_mutex) {
     if (!m_faults.room.has_value()) return {};
     const unsigned long long fitting = std::min<unsigned long long>(*m_faults.room, size);
     *m_faults.room -= fitting;
@@ -121,10 +124,10 @@ class FaultInjectionFiles::State {
     return {FileResult::DiskFull, static_cast<std::size_t>(fitting)};
   }
 
-  mutable std::mutex m_mutex;
-  Faults m_faults;
-  Counts m_counts;
-  int m_openFiles = 0;
+  mutable zelbase::detail::Mutex m_mutex;
+  Faults m_faults ZELBASE_GUARDED_BY(m_mutex);
+  Counts m_counts ZELBASE_GUARDED_BY(m_mutex);
+  int m_openFiles ZELBASE_GUARDED_BY(m_mutex) = 0;
 };
 
 class FaultInjectionFiles::File final : public PlatformFile {

@@ -2,11 +2,11 @@
 // in force, so that a simulated clock can end the wait.
 #pragma once
 
-#include <condition_variable>
-#include <mutex>
 #include <vector>
 
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 // A flag with waiters. A manual-reset event stays set, and lets every waiter pass, until Reset; an auto-reset event
 // lets one waiter pass and is then clear again. Any thread may call any operation. Not copyable. It may be destroyed as
@@ -49,11 +49,11 @@ class ZELBASE_API PlatformEvent {
   void RemoveObserver(Observer& observer);
 
  private:
-  bool TakeIfSet();
+  bool TakeIfSet() ZELBASE_REQUIRES(m_mutex);
 
   const Mode m_mode;
-  bool m_set = false;
-  std::mutex m_mutex;
-  std::condition_variable m_condition;
-  std::vector<Observer*> m_observers;
+  zelbase::detail::Mutex m_mutex;
+  zelbase::detail::Condition m_condition;
+  bool m_set ZELBASE_GUARDED_BY(m_mutex) = false;
+  std::vector<Observer*> m_observers ZELBASE_GUARDED_BY(m_mutex);
 };

@@ -5,11 +5,12 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "zelbase/platform/PlatformThreads.h"
+#include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 // Passes on to the system what it does not refuse. May be called from any thread.
 class ZELBASE_API RefusingThreads : public PlatformThreads {
@@ -43,9 +44,9 @@ class ZELBASE_API RefusingThreads : public PlatformThreads {
   void NameThread(unsigned long id, const std::string& name) override;
 
  private:
-  mutable std::mutex m_mutex;
-  bool m_refuseAll = false;
-  std::size_t m_untilRefusal = 0;  // creations up to and with the one to refuse; 0: none
-  std::vector<Request> m_requests;
-  std::vector<Naming> m_namings;
+  mutable zelbase::detail::Mutex m_mutex;
+  bool m_refuseAll ZELBASE_GUARDED_BY(m_mutex) = false;
+  std::size_t m_untilRefusal ZELBASE_GUARDED_BY(m_mutex) = 0;  // creations up to and with the one to refuse; 0: none
+  std::vector<Request> m_requests ZELBASE_GUARDED_BY(m_mutex);
+  std::vector<Naming> m_namings ZELBASE_GUARDED_BY(m_mutex);
 };

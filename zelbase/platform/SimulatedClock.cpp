@@ -2,19 +2,23 @@
 
 #include <algorithm>
 #include <cmath>
-#include <condition_variable>
 #include <limits>
 #include <map>
-#include <mutex>
 #include <set>
 #include <thread>
 #include <utility>
 
+#include "zelbase/platform/LockGuard.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/detail/CivilDate.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace {
 
+using zelbase::detail::Condition;
 using zelbase::detail::FloorDivide;
+using zelbase::detail::Mutex;
+using zelbase::detail::PausableGuard;
 
 constexpr long long kNanosecondsPerMillisecond = 1000000;
 constexpr long long kNanosecondsPerSecond = 1000000000;
@@ -43,19 +47,19 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   // Readings
 
   long long Counter() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return CounterNow();
   }
   long long Frequency() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_frequency;
   }
   unsigned int Tick() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_tickOffset + static_cast<unsigned int>(m_now / kNanosecondsPerMillisecond);
   }
   WallClockReading WallClock() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     const long long wall = WallNow();
     WallClockReading reading;
     reading.seconds = FloorDivide(wall, kMicrosecondsPerSecond);
@@ -64,31 +68,31 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     return reading;
   }
   long Zone() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_zone;
   }
   bool Daylight() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_daylight;
   }
   double Elapsed() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return ToMilliseconds(m_now);
   }
   std::size_t Sleepers() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_sleepers.size();
   }
   unsigned long long Waits() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_waits;
   }
   double ShortestBetweenWakes() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_shortest == kNever ? std::numeric_limits<double>::infinity() : ToMilliseconds(m_shortest);
   }
   std::vector<SYSTEMTIME> ClockSettings() const {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_settings;
   }
 
@@ -96,48 +100,48 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
 
   void SetFrequency(long long countsPerSecond) {
     if (countsPerSecond < 1000 || countsPerSecond > kNanosecondsPerSecond) return;
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     AnchorCounter(CounterNow());
     m_frequency = countsPerSecond;
   }
   void SetCounter(long long counts) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     AnchorCounter(counts);
   }
   void SetTick(unsigned int milliseconds) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_tickOffset = milliseconds - static_cast<unsigned int>(m_now / kNanosecondsPerMillisecond);
   }
   void SetWall(double milliseconds) {
     if (std::isnan(milliseconds)) return;
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     AnchorWall(milliseconds, 0);
   }
   void StepWall(double milliseconds) {
     if (std::isnan(milliseconds)) return;
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     AnchorWall(milliseconds, WallNow());
   }
   void SetZone(long secondsWest) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_zone = std::clamp(secondsWest, -86400L, 86400L);
   }
   void SetDaylight(bool inForce) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_daylight = inForce;
   }
   void SetDrift(double partsPerMillion) {
     if (std::isnan(partsPerMillion)) return;
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     AnchorWall(0.0, WallNow());
     m_drift = std::clamp(partsPerMillion, -kGreatestDrift, kGreatestDrift) * 1e-6;
   }
   void RefuseSetting(bool refuse) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_refuse = refuse;
   }
   bool SetSystemClock(const SYSTEMTIME& utc) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     if (m_refuse || !zelbase::detail::IsValidSystemTime(utc)) return false;
     m_settings.push_back(utc);
     const long long seconds = zelbase::detail::SecondsFromSystemTime(utc);
@@ -145,11 +149,11 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     return true;
   }
   void At(double milliseconds, std::function<void()> action) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_actions.emplace(ToNanoseconds(milliseconds), std::move(action));
   }
   void ResetCounts() {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_waits = 0;
     m_shortest = kNever;
     for (auto& [id, participant] : m_participants) participant.lastWake = kNever;
@@ -158,72 +162,72 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   // Movement
 
   void Advance(double milliseconds) {
-    std::unique_lock lock(m_mutex);
-    if (!BeginMovement(lock)) return;
+    const LockGuard guard(m_mutex);
+    if (!BeginMovement()) return;
     const long long goal = std::min(m_now + ToNanoseconds(milliseconds), kEndOfTime);
-    while (!m_actions.empty() && m_actions.begin()->first <= goal) RunFirstAction(lock);
-    JumpTo(goal, lock);
+    while (!m_actions.empty() && m_actions.begin()->first <= goal) RunFirstAction();
+    JumpTo(goal);
   }
 
   void Suspend(double milliseconds, Suspended mode) {
     if (!(milliseconds > 0.0)) return;
     if (mode == Suspended::WallOnly) return StepWall(milliseconds);
-    std::unique_lock lock(m_mutex);
-    if (!BeginMovement(lock)) return;
+    const LockGuard guard(m_mutex);
+    if (!BeginMovement()) return;
     m_now = std::min(m_now + ToNanoseconds(milliseconds), kEndOfTime);
-    while (!m_actions.empty() && m_actions.begin()->first <= m_now) RunFirstAction(lock);
-    JumpTo(m_now, lock);
+    while (!m_actions.empty() && m_actions.begin()->first <= m_now) RunFirstAction();
+    JumpTo(m_now);
   }
 
   std::size_t RunTo(double milliseconds, bool fromNow) {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     if (ActingHere()) return m_sleepers.size();
     LeaveHolding();
     const long long goal = Goal(milliseconds, fromNow);
     const auto place = m_runGoals.insert(goal);
     for (;;) {
-      MoveOn(lock);
+      MoveOn();
       if (m_now >= goal && IsSettled()) break;
-      m_settled.wait(lock);
+      m_settled.Wait(m_mutex);
     }
     m_runGoals.erase(place);
     return m_sleepers.size();
   }
 
   void LetRunTo(double milliseconds, bool fromNow) {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     m_allowed = std::max(m_allowed, Goal(milliseconds, fromNow));
-    MoveOn(lock);
+    MoveOn();
   }
 
   void Leave() {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     LeaveHolding();
-    MoveOn(lock);
+    MoveOn();
   }
 
   void WaitForSleepers(std::size_t count) {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     if (ActingHere()) return;
     LeaveHolding();
-    MoveOn(lock);
-    m_sleeperCame.wait(lock, [&] { return m_sleepers.size() >= count; });
+    MoveOn();
+    while (m_sleepers.size() < count) m_sleeperCame.Wait(m_mutex);
   }
 
   // Sleeping. Without an event the result is false.
   bool Sleep(unsigned int milliseconds, PlatformEvent* event);
 
   void Close() {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_closed = true;
     while (!m_sleepers.empty()) Rouse(*m_sleepers.back());
   }
 
   void ThreadEnds() {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     LeaveHolding();
     m_participants.erase(std::this_thread::get_id());
-    MoveOn(lock);
+    MoveOn();
   }
 
  private:
@@ -237,7 +241,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   struct Sleeper : PlatformEvent::Observer {
     explicit Sleeper(State& owner) : state(owner) {}
     void OnSet() override {
-      const std::lock_guard guard(state.m_mutex);
+      const LockGuard guard(state.m_mutex);
       signalled = true;
       if (asleep) state.Rouse(*this);
     }
@@ -247,12 +251,13 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     long long limit = kNever;
     bool asleep = false;
     bool signalled = false;  // the event was set since it was last looked at
-    std::condition_variable roused;
+    Condition roused;
   };
 
-  // The functions below are called with the mutex held; those that take the lock let it go while an action runs.
+  // The functions below are called with the mutex held; RunFirstAction lets it go while the action runs, and so do those
+  // that call it.
 
-  long long CounterNow() const {
+  long long CounterNow() const ZELBASE_REQUIRES(m_mutex) {
     const long long elapsed = m_now - m_counterSince;
     const long long counts = elapsed / kNanosecondsPerSecond * m_frequency +
                              elapsed % kNanosecondsPerSecond * m_frequency / kNanosecondsPerSecond;
@@ -260,76 +265,76 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
                                   static_cast<unsigned long long>(counts));
   }
 
-  void AnchorCounter(long long counts) {
+  void AnchorCounter(long long counts) ZELBASE_REQUIRES(m_mutex) {
     m_counterBase = counts;
     m_counterSince = m_now;
   }
 
   // Microseconds since 1970. Always from the last anchor, so that it does not matter how often the clock is read.
-  long long WallNow() const {
+  long long WallNow() const ZELBASE_REQUIRES(m_mutex) {
     const long long elapsed = m_now - m_wallSince;
     const long long gained = std::llround(static_cast<double>(elapsed) * m_drift);
     return m_wallBase + FloorDivide(elapsed + gained, 1000);
   }
 
-  void AnchorWall(double milliseconds, long long fromMicroseconds) {
+  void AnchorWall(double milliseconds, long long fromMicroseconds) ZELBASE_REQUIRES(m_mutex) {
     constexpr long long kLast = static_cast<long long>(kLastWallMilliseconds) * 1000;
     const double bounded = std::clamp(milliseconds, -2.0 * kLastWallMilliseconds, 2.0 * kLastWallMilliseconds);
     m_wallBase = std::clamp(fromMicroseconds + std::llround(bounded * 1e3), -kLast, kLast);
     m_wallSince = m_now;
   }
 
-  long long Goal(double milliseconds, bool fromNow) const {
+  long long Goal(double milliseconds, bool fromNow) const ZELBASE_REQUIRES(m_mutex) {
     return std::min(ToNanoseconds(milliseconds) + (fromNow ? m_now : 0), kEndOfTime);
   }
 
-  bool ActingHere() const { return m_acting && m_actor == std::this_thread::get_id(); }
+  bool ActingHere() const ZELBASE_REQUIRES(m_mutex) { return m_acting && m_actor == std::this_thread::get_id(); }
 
   // Waits until no other thread runs an action. False for a caller inside an action.
-  bool BeginMovement(std::unique_lock<std::mutex>& lock) {
+  bool BeginMovement() ZELBASE_REQUIRES(m_mutex) {
     if (ActingHere()) return false;
     LeaveHolding();
-    m_settled.wait(lock, [&] { return !m_acting; });
+    while (m_acting) m_settled.Wait(m_mutex);
     return true;
   }
 
-  void JumpTo(long long goal, std::unique_lock<std::mutex>& lock) {
+  void JumpTo(long long goal) ZELBASE_REQUIRES(m_mutex) {
     m_now = std::max(m_now, goal);
     RouseDue();
-    MoveOn(lock);
+    MoveOn();
   }
 
-  void RunFirstAction(std::unique_lock<std::mutex>& lock) noexcept {
+  void RunFirstAction() noexcept ZELBASE_REQUIRES(m_mutex) {
     m_now = std::max(m_now, m_actions.begin()->first);
     const std::function<void()> action = std::move(m_actions.begin()->second);
     m_actions.erase(m_actions.begin());
     if (!action) return;
     m_acting = true;
     m_actor = std::this_thread::get_id();
-    lock.unlock();
+    m_mutex.unlock();
     action();
-    lock.lock();
+    m_mutex.lock();
     m_acting = false;
-    m_settled.notify_all();
+    m_settled.NotifyAll();
   }
 
-  long long NextAction() const { return m_actions.empty() ? kNever : m_actions.begin()->first; }
+  long long NextAction() const ZELBASE_REQUIRES(m_mutex) { return m_actions.empty() ? kNever : m_actions.begin()->first; }
 
-  long long EarliestLimit() const {
+  long long EarliestLimit() const ZELBASE_REQUIRES(m_mutex) {
     long long earliest = kNever;
     for (const Sleeper* const sleeper : m_sleepers) earliest = std::min(earliest, sleeper->limit);
     return earliest;
   }
 
   // How far the clock may go by itself: to the goal of a run, or with a sleeper that was allowed to carry it.
-  long long Reach() const {
+  long long Reach() const ZELBASE_REQUIRES(m_mutex) {
     const long long carried = EarliestLimit();
     const long long byRun = m_runGoals.empty() ? m_now : *m_runGoals.rbegin();
     return std::max({m_now, byRun, carried <= m_allowed ? carried : m_now});
   }
 
   // Moves from event to event while nobody is awake, as far as the clock may go.
-  void MoveOn(std::unique_lock<std::mutex>& lock) {
+  void MoveOn() ZELBASE_REQUIRES(m_mutex) {
     if (m_acting) return;  // that thread goes on from here
     while (m_awake == 0) {
       const long long reach = Reach();
@@ -337,11 +342,11 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
       const long long limit = EarliestLimit();
       if (std::min(action, limit) > reach) {
         m_now = reach;
-        m_settled.notify_all();
+        m_settled.NotifyAll();
         return;
       }
       if (action <= limit) {
-        RunFirstAction(lock);
+        RunFirstAction();
       } else {
         m_now = std::max(m_now, limit);
         RouseDue();
@@ -349,78 +354,78 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     }
   }
 
-  bool IsSettled() const {
+  bool IsSettled() const ZELBASE_REQUIRES(m_mutex) {
     return m_awake == 0 && !m_acting && EarliestLimit() > m_now && NextAction() > m_now;
   }
 
-  void RouseDue() {
+  void RouseDue() ZELBASE_REQUIRES(m_mutex) {
     for (std::size_t i = m_sleepers.size(); i-- > 0;) {
       if (m_sleepers[i]->limit <= m_now) Rouse(*m_sleepers[i]);
     }
   }
 
-  void Rouse(Sleeper& sleeper) {
+  void Rouse(Sleeper& sleeper) ZELBASE_REQUIRES(m_mutex) {
     m_sleepers.erase(std::find(m_sleepers.begin(), m_sleepers.end(), &sleeper));
     sleeper.asleep = false;
     SetAwake(*sleeper.who, true);
-    sleeper.roused.notify_one();
+    sleeper.roused.NotifyOne();
   }
 
-  void FallAsleep(Sleeper& sleeper) {
+  void FallAsleep(Sleeper& sleeper) ZELBASE_REQUIRES(m_mutex) {
     SetAwake(*sleeper.who, false);
     sleeper.asleep = true;
     m_sleepers.push_back(&sleeper);
-    m_sleeperCame.notify_all();
+    m_sleeperCame.NotifyAll();
   }
 
-  void SetAwake(Participant& participant, bool awake) {
+  void SetAwake(Participant& participant, bool awake) ZELBASE_REQUIRES(m_mutex) {
     if (participant.awake == awake) return;
     participant.awake = awake;
     m_awake += awake ? 1 : -1;
   }
 
-  void LeaveHolding() {
+  void LeaveHolding() ZELBASE_REQUIRES(m_mutex) {
     const auto found = m_participants.find(std::this_thread::get_id());
     if (found != m_participants.end()) SetAwake(found->second, false);
   }
 
-  Participant& EnterHolding();
+  Participant& EnterHolding() ZELBASE_REQUIRES(m_mutex);
 
-  void CountWake(Participant& participant) {
+  void CountWake(Participant& participant) ZELBASE_REQUIRES(m_mutex) {
     if (participant.lastWake != kNever) m_shortest = std::min(m_shortest, m_now - participant.lastWake);
     participant.lastWake = m_now;
   }
 
-  mutable std::mutex m_mutex;
-  std::condition_variable m_settled;      // a run may be over, or an action is
-  std::condition_variable m_sleeperCame;
+  mutable Mutex m_mutex;
+  Condition m_settled;      // a run may be over, or an action is
+  Condition m_sleeperCame;
 
-  long long m_now = 0;  // nanoseconds
-  long long m_frequency = 10000000;
-  long long m_counterBase = 0;   // the counter at m_counterSince
-  long long m_counterSince = 0;
-  unsigned int m_tickOffset = 0;
-  long long m_wallBase = 0;      // the wall clock at m_wallSince, microseconds
-  long long m_wallSince = 0;
-  double m_drift = 0.0;          // gain per unit of counter time
-  long m_zone = 0;
-  bool m_daylight = false;
-  bool m_refuse = false;
-  std::vector<SYSTEMTIME> m_settings;
+  long long m_now ZELBASE_GUARDED_BY(m_mutex) = 0;  // nanoseconds
+  long long m_frequency ZELBASE_GUARDED_BY(m_mutex) = 10000000;
+  long long m_counterBase ZELBASE_GUARDED_BY(m_mutex) = 0;   // the counter at m_counterSince
+  long long m_counterSince ZELBASE_GUARDED_BY(m_mutex) = 0;
+  unsigned int m_tickOffset ZELBASE_GUARDED_BY(m_mutex) = 0;
+  long long m_wallBase ZELBASE_GUARDED_BY(m_mutex) = 0;      // the wall clock at m_wallSince, microseconds
+  long long m_wallSince ZELBASE_GUARDED_BY(m_mutex) = 0;
+  double m_drift ZELBASE_GUARDED_BY(m_mutex) = 0.0;          // gain per unit of counter time
+  long m_zone ZELBASE_GUARDED_BY(m_mutex) = 0;
+  bool m_daylight ZELBASE_GUARDED_BY(m_mutex) = false;
+  bool m_refuse ZELBASE_GUARDED_BY(m_mutex) = false;
+  std::vector<SYSTEMTIME> m_settings ZELBASE_GUARDED_BY(m_mutex);
 
-  std::multimap<long long, std::function<void()>> m_actions;
-  bool m_acting = false;         // a thread runs an action, without the mutex
-  std::thread::id m_actor;
+  std::multimap<long long, std::function<void()>> m_actions ZELBASE_GUARDED_BY(m_mutex);
+  bool m_acting ZELBASE_GUARDED_BY(m_mutex) = false;         // a thread runs an action, without the mutex
+  std::thread::id m_actor ZELBASE_GUARDED_BY(m_mutex);
 
-  std::multiset<long long> m_runGoals;  // of the runs under way
-  long long m_allowed = 0;              // by LetRunUntil
-  std::vector<Sleeper*> m_sleepers;
-  std::map<std::thread::id, Participant> m_participants;
-  int m_awake = 0;               // participants awake
-  bool m_closed = false;         // the clock is destroyed: nobody sleeps any more
+  std::multiset<long long> m_runGoals ZELBASE_GUARDED_BY(m_mutex);  // of the runs under way
+  long long m_allowed ZELBASE_GUARDED_BY(m_mutex) = 0;              // by LetRunUntil
+  std::vector<Sleeper*> m_sleepers ZELBASE_GUARDED_BY(m_mutex);
+  std::map<std::thread::id, Participant> m_participants ZELBASE_GUARDED_BY(m_mutex);
+  int m_awake ZELBASE_GUARDED_BY(m_mutex) = 0;               // participants awake
+  bool m_closed ZELBASE_GUARDED_BY(m_mutex) = false;         // the clock is destroyed: nobody sleeps any more
 
-  unsigned long long m_waits = 0;
-  long long m_shortest = kNever;
+  unsigned long long m_waits ZELBASE_GUARDED_BY(m_mutex) = 0;
+  long long m_shortest ZELBASE_GUARDED_BY(m_mutex) = kNever;
 };
 
 namespace {
@@ -467,7 +472,7 @@ SimulatedClock::State::Participant& SimulatedClock::State::EnterHolding() {
 bool SimulatedClock::State::Sleep(unsigned int milliseconds, PlatformEvent* event) {
   const std::shared_ptr<State> alive = shared_from_this();  // the clock may be destroyed meanwhile
   Sleeper sleeper(*this);
-  std::unique_lock lock(m_mutex);
+  PausableGuard lock(m_mutex);
   if (ActingHere()) {
     lock.unlock();
     return event != nullptr && event->TryWait();
@@ -495,8 +500,8 @@ bool SimulatedClock::State::Sleep(unsigned int milliseconds, PlatformEvent* even
       break;
     } else {
       FallAsleep(sleeper);
-      MoveOn(lock);
-      sleeper.roused.wait(lock, [&] { return !sleeper.asleep; });
+      MoveOn();
+      while (sleeper.asleep) sleeper.roused.Wait(m_mutex);
     }
   }
   CountWake(*sleeper.who);

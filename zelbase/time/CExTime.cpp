@@ -2,12 +2,12 @@
 
 #include <array>
 #include <cmath>
-#include <mutex>
 #include <string_view>
 
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/NumberText.h"
 #include "zelbase/platform/CAtlException.h"
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/detail/CivilDate.h"
 #include "zelbase/time/CExTimeSync.h"
 #include "zelbase/time/detail/TimeText.h"
@@ -48,8 +48,6 @@ constexpr unsigned int kInvalidArgument = 0x80070057u;
 using MonthEnds = std::array<int, 13>;
 constexpr MonthEnds kCommonYear = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
 constexpr MonthEnds kLeapYear = {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335, 366};
-
-using Guard = std::lock_guard<Locker>;
 
 // Writers release each value, readers acquire it: who has seen one value of a change also sees that it has begun.
 double Read(const std::atomic<double>& member) { return member.load(std::memory_order_acquire); }
@@ -205,7 +203,7 @@ bool CExTime::TryGetExTime(double counterMilliseconds, double& time) {
 double CExTime::GetExTime(double counterMilliseconds) const {
   double time = 0.0;
   if (TryGetExTime(counterMilliseconds, time)) return time;
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   if (!m_bTimeSyncDone.load(std::memory_order_relaxed)) EstablishBase();
   const double base = Read(m_time1970Base);
   const double raw = base + counterMilliseconds;
@@ -214,7 +212,7 @@ double CExTime::GetExTime(double counterMilliseconds) const {
 }
 
 double CExTime::GetZelTime(double time) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   const double a0 = Read(m_a0), a1 = Read(m_a1);
   // Kept: a0 = 0.0 does not switch the model off here, unlike GetExTime; and the base stays in, callers take it off.
   if (std::isnan(a0) || std::isnan(a1) || a1 == 0.0) return time;
@@ -233,7 +231,7 @@ void CExTime::GetCurTime(CTime& seconds, int& milliseconds) const {
 double CExTime::GetCurSystemTime() const { return CounterMilliseconds(CurrentClock()); }
 
 unsigned long CExTime::GetWinTime(double time) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   // Kept: the base alone is taken off, not the model.
   double difference = time - m_time1970Base.load(std::memory_order_relaxed);
   if (difference < 0.0) difference += kWrap;
@@ -245,7 +243,7 @@ double CExTime::GetWin1970BaseTime() const { return m_time1970Base.load(std::mem
 
 bool CExTime::SetBaseTime(double base) const {
   m_bTimeSyncDone.store(true, std::memory_order_release);
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   m_masterClock = false;
   const double now = GetCurSystemTime();
   const Change change;
@@ -264,7 +262,7 @@ void CExTime::SetModel(double a0, double a1, double p0, double utcUpdate) {
 }
 
 bool CExTime::SetUtcCoeffs(double a0, double a1, double p0) const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   SetModel(a0, a1, p0, GetCurSystemTime());
   return true;
 }
@@ -274,7 +272,7 @@ double CExTime::GetUtcUpdateAge() const {
 }
 
 bool CExTime::AdjustRTC() const {
-  const Guard guard(m_lock);
+  const LockGuard guard(m_lock);
   PlatformClock& clock = CurrentClock();
   clock.Sleep(kSettleMilliseconds);
   const double time = GetExTime(CounterMilliseconds(clock));

@@ -10,6 +10,7 @@
 #include "zelbase/platform/COleDateTime.h"
 #include "zelbase/platform/CTime.h"
 #include "zelbase/platform/PlatformClock.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 #include "zelbase/time/Time5Q.h"
 
@@ -185,11 +186,11 @@ class ZELBASE_API CExTime {
   friend class CExTimeSync;
 
   static double MakeMilliSec(const WallClockReading& wall);  // milliseconds since 1970
-  static void EstablishBase();                         // finds the base from the wall clock; lock held
+  static void EstablishBase() ZELBASE_REQUIRES(m_lock);  // finds the base from the wall clock
   static bool TryGetExTime(double counterMilliseconds, double& time);  // the common case, without the lock
-  static double Remember(double base, double raw);     // places a raw time by the reference; lock held
+  static double Remember(double base, double raw) ZELBASE_REQUIRES(m_lock);  // places a raw time by the reference
   static double ApplyModel(double raw);
-  static void SetModel(double a0, double a1, double p0, double utcUpdate);  // lock held
+  static void SetModel(double a0, double a1, double p0, double utcUpdate) ZELBASE_REQUIRES(m_lock);
   static std::string FormatStamp(long long counter);
   int LeapYear(int year) const;                        // 1 or 0
 
@@ -205,7 +206,7 @@ class ZELBASE_API CExTime {
   static std::atomic<double> m_a1;             // model: slope
   static std::atomic<double> m_p0;             // model: reference point, raw time
   static std::atomic<double> m_lastUtcUpdate;  // counter reading at the last SetUtcCoeffs; 0.0: none ever
-  static bool m_masterClock;                   // false once SetBaseTime was called; read with the lock held
+  static bool m_masterClock ZELBASE_GUARDED_BY(m_lock);  // false once SetBaseTime was called
   static std::atomic<bool> m_bTimeSyncDone;    // the base is established
   static bool m_firstTimeInit;                 // in nobody's use; part of the declared shape
   static Locker m_lock;

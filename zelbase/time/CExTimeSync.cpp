@@ -3,11 +3,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
-#include <mutex>
 #include <new>
 
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/platform/PlatformProcesses.h"
+#include "zelbase/platform/ThreadSafety.h"
 
 constinit CExTimeSync::SampleStore CExTimeSync::m_samples;
 
@@ -18,14 +19,12 @@ constexpr double kLargestDifference = 1000.0;  // milliseconds
 constexpr double kLargestSlope = 1.1;
 constexpr double kSmallestSlope = 0.9;
 
-using Guard = std::lock_guard<Locker>;
-
 // The object has storage of its own: a function-local static may not be reached again from its own constructor, and
 // this one's is, by way of its CExTime.
 alignas(CExTimeSync) constinit std::byte g_storage[sizeof(CExTimeSync)]{};
-constinit bool g_begun = false;                          // guarded by g_lock
 constinit std::atomic<CExTimeSync*> g_complete{nullptr};
-constinit Locker g_lock;                                 // making, starting and ending
+constinit Locker g_lock;  // making, starting and ending
+constinit bool g_begun ZELBASE_GUARDED_BY(g_lock) = false;
 
 CExTimeSync* Storage() { return std::launder(reinterpret_cast<CExTimeSync*>(g_storage)); }
 
@@ -43,7 +42,7 @@ double Mean(const double* values, int count) {
 
 CExTimeSync& CExTimeSync::GetExTimeSync() {
   if (CExTimeSync* const complete = g_complete.load(std::memory_order_acquire)) return *complete;
-  const Guard guard(g_lock);
+  const LockGuard guard(g_lock);
   if (g_begun) return *Storage();
   g_begun = true;
   CExTimeSync* const made = new (g_storage) CExTimeSync;
@@ -63,7 +62,7 @@ CExTimeSync::~CExTimeSync() {
 }
 
 bool CExTimeSync::StartSync() {
-  const Guard guard(g_lock);
+  const LockGuard guard(g_lock);
   if (m_pThread != nullptr || m_atExit) return true;
   m_bStop = false;
   m_processId = ProcessId();
@@ -74,7 +73,7 @@ bool CExTimeSync::StartSync() {
 }
 
 void CExTimeSync::EndAtExit() {
-  const Guard guard(g_lock);
+  const LockGuard guard(g_lock);
   g_complete.load()->m_atExit = true;
   g_complete.load()->End();
 }
@@ -107,7 +106,7 @@ void CExTimeSync::ThreadFunction() {
 
 // False when an outside source has taken over meanwhile: its model stands.
 bool CExTimeSync::Publish(double a0, double a1, double p0) const {
-  const Guard guard(CExTime::m_lock);
+  const LockGuard guard(CExTime::m_lock);
   const double utcUpdate = CExTime::m_lastUtcUpdate.load(std::memory_order_relaxed);
   if (utcUpdate != 0.0) return false;
   CExTime::SetModel(a0, a1, p0, utcUpdate);

@@ -6,6 +6,7 @@
 
 #include "zelbase/config/detail/QuietOpen.h"
 #include "zelbase/frame/detail/Characters.h"
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/PlatformHelp.h"
 #include "zelbase/platform/PlatformModules.h"
 #include "zelbase/platform/detail/FolderOf.h"
@@ -39,7 +40,7 @@ std::string HelpProvider::Trim(const std::string& text) { return std::string(zel
 
 void HelpProvider::SetHelpFilename(const std::string& name) {
   std::string path = GetAppPath() + kHelpFolder + name;
-  const std::lock_guard<std::mutex> guard(m_mutex);
+  const LockGuard guard(m_mutex);
   m_helpFile.swap(path);
 }
 
@@ -61,7 +62,7 @@ bool HelpProvider::ShowHelpfile(CWnd* window) {
 bool HelpProvider::ShowHelpfileImp(const std::string& topic) {
   std::string file;
   {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     file = m_helpFile;
   }
   PlatformHelp& help = PlatformService<PlatformHelp>::Current();

@@ -2,12 +2,13 @@
 // that shows it; zelbase/platform/CWnd.h, the window.
 #pragma once
 
-#include <mutex>
 #include <string>
 
 #include "zelbase/config/FileObject.h"
 #include "zelbase/platform/CWnd.h"
+#include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 // The help document is "html help\ZELCORE.chm" in the folder of the program, until SetHelpFilename chooses another. Which
 // topic belongs to which window stands beside the program in "zelcorehelp.ini", so that it can change without a new build:
@@ -46,7 +47,7 @@ class ZELBASE_API HelpProvider {
   static std::string Trim(const std::string& text);
   bool ShowHelpfileImp(const std::string& topic);
 
-  std::mutex m_mutex;  // for the path
-  std::string m_helpFile;
+  zelbase::detail::Mutex m_mutex;
+  std::string m_helpFile ZELBASE_GUARDED_BY(m_mutex);
   FileObject m_topics;
 };

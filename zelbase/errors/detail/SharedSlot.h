@@ -2,8 +2,11 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <utility>
+
+#include "zelbase/platform/LockGuard.h"
+#include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace zelbase::detail {
 
@@ -12,20 +15,20 @@ template <class T>
 class SharedSlot {
  public:
   std::shared_ptr<T> Get() const {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     return m_object;
   }
 
   // Puts `object` in and gives what was there. The former object is not destroyed under the lock.
   std::shared_ptr<T> Exchange(std::shared_ptr<T> object) {
-    const std::lock_guard<std::mutex> guard(m_mutex);
+    const LockGuard guard(m_mutex);
     std::swap(m_object, object);
     return object;
   }
 
  private:
-  mutable std::mutex m_mutex;
-  std::shared_ptr<T> m_object;
+  mutable Mutex m_mutex;
+  std::shared_ptr<T> m_object ZELBASE_GUARDED_BY(m_mutex);
 };
 
 }  // namespace zelbase::detail

@@ -6,12 +6,13 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <new>
 #include <utility>
 
+#include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/PlatformThreads.h"
+#include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace {
 
@@ -56,52 +57,53 @@ class ThreadState {
     IdOfThisThread() = m_id;
     if (AwaitStart()) m_function();
     m_function = nullptr;  // what it holds goes before anybody is told
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_systemId = 0;
     m_finished = true;
-    m_changed.notify_all();
+    m_changed.NotifyAll();
   }
 
   void Start() { Decide(Decision::Run); }
   void Drop() { Decide(Decision::Drop); }
 
   void SetPriority(int priority) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     m_priority = priority;
     ApplyPriority();
   }
 
   bool AwaitFinish(unsigned long milliseconds) {
-    std::unique_lock lock(m_mutex);
-    const auto finished = [this] { return m_finished; };
+    const LockGuard guard(m_mutex);
     if (milliseconds >= PlatformThread::kNoLimit) {
-      m_changed.wait(lock, finished);
+      while (!m_finished) m_changed.Wait(m_mutex);
       return true;
     }
     const auto limit = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    return m_changed.wait_until(lock, limit, finished);
+    while (!m_finished && m_changed.WaitUntil(m_mutex, limit)) {
+    }
+    return m_finished;
   }
 
  private:
   enum class Decision { None, Run, Drop };
 
   bool AwaitStart() {
-    std::unique_lock lock(m_mutex);
+    const LockGuard guard(m_mutex);
     m_systemId = gettid();
     ApplyPriority();
-    m_changed.wait(lock, [this] { return m_decision != Decision::None; });
+    while (m_decision == Decision::None) m_changed.Wait(m_mutex);
     return m_decision == Decision::Run;
   }
 
   void Decide(Decision decision) {
-    const std::lock_guard guard(m_mutex);
+    const LockGuard guard(m_mutex);
     if (m_decision != Decision::None) return;
     m_decision = decision;
-    m_changed.notify_all();
+    m_changed.NotifyAll();
   }
 
-  // With the mutex held. Refusals are of no interest: the priority is a hint.
-  void ApplyPriority() {
+  // Refusals are of no interest: the priority is a hint.
+  void ApplyPriority() ZELBASE_REQUIRES(m_mutex) {
     if (m_systemId == 0) return;
     const id_t thread = static_cast<id_t>(m_systemId);
     const int nice = NiceFor(m_priority);
@@ -109,12 +111,12 @@ class ThreadState {
   }
 
   std::function<void()> m_function;
-  std::mutex m_mutex;
-  std::condition_variable m_changed;
-  Decision m_decision = Decision::None;
-  bool m_finished = false;
-  int m_priority;
-  pid_t m_systemId = 0;  // 0 before the thread's first step and after its last
+  zelbase::detail::Mutex m_mutex;
+  zelbase::detail::Condition m_changed;
+  Decision m_decision ZELBASE_GUARDED_BY(m_mutex) = Decision::None;
+  bool m_finished ZELBASE_GUARDED_BY(m_mutex) = false;
+  int m_priority ZELBASE_GUARDED_BY(m_mutex);
+  pid_t m_systemId ZELBASE_GUARDED_BY(m_mutex) = 0;  // 0 before the thread's first step and after its last
   const unsigned long m_id;
 };
 
@@ -134,7 +136,7 @@ class PosixThread final : public PlatformThread {
   bool Wait(unsigned long milliseconds) override {
     if (EnsureId() == m_state->Id()) return false;
     if (!m_state->AwaitFinish(milliseconds)) return false;
-    const std::lock_guard guard(m_joining);
+    const LockGuard guard(m_joining);
     if (!m_joined) m_joined = pthread_join(m_thread, nullptr) == 0;
     return true;
   }
@@ -142,8 +144,8 @@ class PosixThread final : public PlatformThread {
  private:
   const std::shared_ptr<ThreadState> m_state;
   const pthread_t m_thread;
-  std::mutex m_joining;
-  bool m_joined = false;  // guarded by m_joining, and by nobody once the object goes
+  zelbase::detail::Mutex m_joining;
+  bool m_joined ZELBASE_GUARDED_BY(m_joining) = false;  // by nobody once the object goes
 };
 
 extern "C" void* ZelBaseThreadEntry(void* argument) {
