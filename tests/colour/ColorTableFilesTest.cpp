@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/colour/SecondColorTable.h"
+#include "tests/colour/ColorTableTestHelp.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/support/CommaLocale.h"
 #include "zelbase/colour/ColorTable.h"
@@ -197,7 +197,8 @@ TEST(ColorTableFiles, OpeningDoesNotClearTheLowColoursName) {
 }
 
 TEST(ColorTableFiles, AMissingColourEndsWithFalseAndKeepsWhatWasRead) {
-  const std::string bad[] = {"", "1=\n", "1=red\n", "1=1, 2\n", "1=1 2 3\n", "1=1 , 2, 3\n", "1=1; 2; 3\n", "1=1, x, 3\n"};
+  const std::string bad[] = {"",           "1=\n",          "1=red\n",      "1=1, 2\n",
+                             "1=1 2 3\n", "1=1 , 2, 3\n", "1=1; 2; 3\n", "1=1, x, 3\n"};
   for (const std::string& row : bad) {
     ColorTable table;
     table.AddEntry(77, 7, true, "goes");
@@ -225,7 +226,8 @@ TEST(ColorTableFiles, AnEarlyFalseLeavesHasOpenedAndTheDredgeFlag) {
 
 TEST(ColorTableFiles, TheListEndsAtAValueThatIsMissingOrDoesNotParse) {
   for (const char* const value : {"2=\n", "2=x\n", "2=nan\n", "2=inf\n", "", "2=\n3=4\n"}) {
-    const ColorTable table = Opened(std::string("[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n[Values]\n0=1\n1=2e0x\n") + value);
+    const std::string front = "[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n[Values]\n0=1\n1=2e0x\n";
+    const ColorTable table = Opened(front + value);
     ASSERT_EQ(table.NumEntries(), 2) << value;
     EXPECT_EQ(table.EntryValue(1), 2.0);
     EXPECT_TRUE(table.HasOpened());
@@ -233,7 +235,8 @@ TEST(ColorTableFiles, TheListEndsAtAValueThatIsMissingOrDoesNotParse) {
 }
 
 TEST(ColorTableFiles, RowsOutOfOrderAreDroppedSilently) {
-  const ColorTable table = Opened("[Values]\n0=1\n1=1\n2=0\n3=1e999\n4=5\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n4=5,5,5\n");
+  const ColorTable table = Opened(
+      "[Values]\n0=1\n1=1\n2=0\n3=1e999\n4=5\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n4=5,5,5\n");
   ASSERT_EQ(table.NumEntries(), 2);
   EXPECT_EQ(table.EntryColor(0), Rgb(1, 1, 1));
   EXPECT_EQ(table.EntryValue(1), std::numeric_limits<double>::infinity());
@@ -241,7 +244,8 @@ TEST(ColorTableFiles, RowsOutOfOrderAreDroppedSilently) {
 }
 
 TEST(ColorTableFiles, NumbersOfAColourGiveTheirLowByte) {
-  const ColorTable table = Opened("[Colors]\nALowColor = 300, -1, 511\n0=  +256,4294967297,-256 and more\n[Values]\n0=1\n");
+  const ColorTable table =
+      Opened("[Colors]\nALowColor = 300, -1, 511\n0=  +256,4294967297,-256 and more\n[Values]\n0=1\n");
   EXPECT_EQ(table.LowColor(), Rgb(44, 255, 255));
   EXPECT_EQ(table.EntryColor(0), Rgb(0, 1, 0));
 }
@@ -253,8 +257,9 @@ TEST(ColorTableFiles, ABadLowColourIsBlackAndDoesNotFail) {
 }
 
 TEST(ColorTableFiles, MissingLocksAndNamesAreFalseAndEmpty) {
-  const ColorTable table =
-      Opened("[Values]\n0=1\n1=2\n2=3\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n[Locks]\n0=7\n1=yes\n[Names]\n1= two words \n");
+  const ColorTable table = Opened(
+      "[Values]\n0=1\n1=2\n2=3\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n"
+      "[Locks]\n0=7\n1=yes\n[Names]\n1= two words \n");
   EXPECT_TRUE(table.EntryLocked(0));
   EXPECT_FALSE(table.EntryLocked(1));
   EXPECT_FALSE(table.EntryLocked(2));
@@ -265,7 +270,8 @@ TEST(ColorTableFiles, MissingLocksAndNamesAreFalseAndEmpty) {
 TEST(ColorTableFiles, AMissingDredgeColourIsBlackAndAMissingNumberStays) {
   ColorTable table;
   table.SetSyncWithDesignModel(true);
-  EXPECT_TRUE(table.FileOpen(SettingsOf("[DredgeDiff]\nNumColorsOverDredge = 0x10\nMinInToleranceColor=1,2,3\nUnderDredgeLimit=?\n")));
+  EXPECT_TRUE(table.FileOpen(
+      SettingsOf("[DredgeDiff]\nNumColorsOverDredge = 0x10\nMinInToleranceColor=1,2,3\nUnderDredgeLimit=?\n")));
   const SecondColorTable second(table);
   EXPECT_EQ(second.under.min, 0u);
   EXPECT_EQ(second.under.max, 0u);

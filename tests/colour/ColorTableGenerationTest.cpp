@@ -4,7 +4,7 @@
 #include <random>
 #include <vector>
 
-#include "tests/colour/SecondColorTable.h"
+#include "tests/colour/ColorTableTestHelp.h"
 #include "zelbase/colour/ColorTable.h"
 
 namespace {

@@ -2,13 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
+#include <thread>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "tests/colour/SecondColorTable.h"
+#include "tests/colour/ColorTableTestHelp.h"
 
 namespace {
 
@@ -378,6 +382,18 @@ TEST(ColorTable, ASpanBeyondAllNumbersIsNotConvertedToAnIndex) {
   EXPECT_EQ(TableOf({0, 1, kInfinity}).GetColor(kInfinity), 1000u);
 }
 
+// (0 + 1e300) * 2 / 1e300 is 2, the last place, though the last entry is 5.
+TEST(ColorTable, ANumberWithinRoundingOfTheLastEntryHasItsColourAlready) {
+  const ColorTable table = TableOf({-1e300, 0, 5});
+  for (int pass = 0; pass < 2; ++pass) {
+    EXPECT_EQ(table.GetColor(-1e299), 1u);
+    EXPECT_EQ(table.GetColor(-1e280), 3u);
+    EXPECT_EQ(table.GetColor(0), 3u);
+    EXPECT_EQ(table.GetColor(5), 3u);
+    EXPECT_EQ(table.GetName(-1e280), "3");
+  }
+}
+
 TEST(ColorTable, FindColorSearchesWithinTheGivenEntries) {
   const OpenColorTable table = TableOf({0, 10, 20, 30, 40});
   EXPECT_EQ(table.FindColor(15, 0, 4), 2u);
@@ -450,6 +466,143 @@ TEST(ColorTable, LooksUpLikeTheSecondTableInOrderedTables) {
       if (kind > 2) value += static_cast<double>(random() % 64) / 16;
     }
     ExpectSameLookUp(table, SecondColorTable(table));
+  }
+}
+
+// --- Rows and the index --------------------------------------------------------------------------------------------
+
+// Makes the table's index.
+void LookUpOften(const ColorTable& table) {
+  for (int i = 0; i <= table.NumEntries(); ++i) table.GetColor(0.5);
+}
+
+TEST(ColorTable, ARowIsColouredValueByValue) {
+  std::mt19937_64 random(13);
+  for (int round = 0; round < 60; ++round) {
+    ColorTable table;
+    table.SetLogRange(1e6, static_cast<int>(random() % 70), round % 2 == 0);
+    if (round % 3 == 0) table.SetRangeRGB(0.0, 10.0, static_cast<int>(random() % 70), 0u, 0xFFFFFFu);
+    const SecondColorTable second(table);
+    std::vector<double> values(random() % 100);
+    for (double& value : values) value = std::pow(10.0, static_cast<double>(random() % 8000) / 1000 - 1);
+    if (!values.empty()) values.back() = kNan;
+    std::vector<unsigned int> colors(values.size());
+    table.GetColors(values, colors);
+    for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(colors[i], second.Color(values[i])) << values[i];
+  }
+}
+
+TEST(ColorTable, OfTwoLengthsTheShorterCounts) {
+  const ColorTable table = TableOf({0, 1, 2});
+  const std::vector<double> values = {0.5, 1.5, 2.5, 0.5, 1.5, 2.5, 0.5};
+  std::vector<unsigned int> colors(9, 77);
+  table.GetColors(values, colors);
+  EXPECT_EQ(colors, (std::vector<unsigned int>{1, 2, 3, 1, 2, 3, 1, 77, 77}));
+  std::vector<unsigned int> few(2, 77);
+  table.GetColors(values, few);
+  EXPECT_EQ(few, (std::vector<unsigned int>{1, 2}));
+  table.GetColors({}, colors);
+  table.GetColors(values, {});
+  EXPECT_EQ(colors[0], 1u);
+}
+
+TEST(ColorTable, EveryChangeIsSeenByTheNextLookUp) {
+  const auto changed = [](auto change) {
+    OpenColorTable table = TableOf({0, 1, 2, 4, 8});
+    table.SetEntryName(0, "x");
+    LookUpOften(table);
+    change(table);
+    ExpectSameLookUp(table, SecondColorTable(table));
+    LookUpOften(table);
+    change(table);
+    ExpectSameLookUp(table, SecondColorTable(table));
+  };
+  changed([](ColorTable& table) { table.SetLowColor(5); });
+  changed([](ColorTable& table) { table.SetEntryColor(2, 55); });
+  changed([](ColorTable& table) { table.SetEntryValue(2, 3.5); });
+  changed([](ColorTable& table) { table.InsertEntry(2.5, 55, true); });
+  changed([](ColorTable& table) { table.AddEntry(9, 55, false, ""); });
+  changed([](ColorTable& table) { table.RemoveEntry(1); });
+  changed([](ColorTable& table) { table.ClearEntries(false); });
+  changed([](ColorTable& table) { table.Clear(); });
+  changed([](ColorTable& table) { table.SetRange(0.0, 3.0, 1.0, 1u, 2u); });
+  changed([](ColorTable& table) { table.AddRange(0.0, 3.0, 0.5, 1u, 2u, true); });
+  changed([](ColorTable& table) { table.AddRange(-3.0, -2.0, -1.0, 99u, 2u, true); });
+  changed([](ColorTable& table) { table.SetLogRange(100, 9, true); });
+  changed([](ColorTable& table) { table.MakeFileColors(20, 1, 2); });
+  changed([](ColorTable& table) { table.MakeFileColors(1, 9, 2); });
+  changed([](ColorTable& table) { table.GenerateDredgeDiffColorTable(); });
+  changed([](ColorTable& table) { table = TableOf({3, 4}); });
+  changed([](ColorTable& table) { table = ColorTable(table); });
+}
+
+TEST(ColorTable, ACopyAndAMovedTableHaveAnIndexOfTheirOwn) {
+  OpenColorTable table = TableOf({0, 1, 2});
+  LookUpOften(table);
+  ColorTable copy = table;
+  copy.SetEntryColor(1, 50);
+  EXPECT_EQ(table.GetColor(1.5), 2u);
+  EXPECT_EQ(copy.GetColor(1.5), 50u);
+  ColorTable moved = std::move(table);
+  EXPECT_EQ(moved.GetColor(1.5), 2u);
+  moved = std::move(copy);
+  EXPECT_EQ(moved.GetColor(1.5), 50u);
+  moved = ColorTable();
+  EXPECT_EQ(moved.GetColor(1.5), 0u);
+}
+
+TEST(ColorTable, TablesOfEverySizeAndSpacingGiveTheStatedColours) {
+  std::mt19937_64 random(14);
+  for (const int size : {2, 3, 4, 5, 63, 64, 65, 300, 5000}) {
+    for (int kind = 0; kind < 6; ++kind) {
+      ColorTable table;
+      table.SetLowColor(0xFFFFFF);
+      double value = kind == 3 ? -1e-300 : -100;
+      for (int i = 0; i < size; ++i) {
+        table.AddEntry(value, static_cast<unsigned int>(i), false, "");
+        if (kind == 0) value += 1;
+        if (kind == 1) value += static_cast<double>(random() % 1000 + 1) / 7;
+        if (kind == 2) value = std::nextafter(value, kInfinity);
+        if (kind == 3) value = value < 0 ? 5e-324 : value * 1.1 + 5e-324;
+        if (kind == 4) value += random() % 50 == 0 ? 1e6 : 1e-6;
+        if (kind == 5) value = std::nextafter(value, kInfinity) + (random() % 3 == 0 ? 3 : 0);
+      }
+      const SecondColorTable second(table);
+      std::vector<double> probes = ProbesOf(table);
+      for (int i = 0; i < 200; ++i) probes.push_back(-150 + static_cast<double>(random() % 100000) / 300);
+      std::vector<unsigned int> row(probes.size());
+      table.GetColors(probes, row);
+      for (std::size_t i = 0; i < probes.size(); ++i) {
+        ASSERT_EQ(row[i], second.Color(probes[i])) << size << ' ' << kind << ' ' << probes[i];
+        ASSERT_EQ(table.GetColor(probes[i]), row[i]);
+      }
+    }
+  }
+}
+
+// Under the thread sanitizer: the table makes its index while all of them read.
+TEST(ColorTable, SeveralThreadsMayLookUpAtOnce) {
+  for (int round = 0; round < 50; ++round) {
+    ColorTable table;
+    table.SetRange(0.0, 10.0, 1.0 / 16, 0u, 0xFFFFFFu);
+    const ColorTable reference = table;
+    std::vector<std::thread> threads;
+    std::atomic<int> numWrong = 0;
+    for (int i = 0; i < 4; ++i) {
+      threads.emplace_back([&table, &reference, &numWrong, i] {
+        std::vector<double> row(40);
+        std::vector<unsigned int> colors(40);
+        for (std::size_t k = 0; k < row.size(); ++k) row[k] = 0.25 * static_cast<double>(k) + i;
+        for (int pass = 0; pass < 20; ++pass) {
+          table.GetColors(row, colors);
+          for (std::size_t k = 0; k < row.size(); ++k) {
+            if (colors[k] != reference.GetColor(row[k]) || table.GetColor(row[k]) != colors[k]) ++numWrong;
+          }
+        }
+      });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(numWrong, 0);
   }
 }
 

@@ -1,8 +1,6 @@
 // A second colour table, slow and plain: one row after the other, every search by its words, every entry inserted by itself.
-// The tests hold the library's table against it.
+// The tests hold the library's table against it, with the comparisons of ColorTableTestHelp.h; the fuzzer does, too.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
@@ -380,19 +378,6 @@ inline bool SameDouble(double a, double b) {
   return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b) || (std::isnan(a) && std::isnan(b));
 }
 
-inline void ExpectSameTable(const ColorTable& table, const SecondColorTable& second) {
-  EXPECT_EQ(table.LowColor(), second.low);
-  EXPECT_EQ(table.LowColorName(), second.lowName);
-  ASSERT_EQ(table.NumEntries(), static_cast<int>(second.rows.size()));
-  for (int i = 0; i < table.NumEntries(); ++i) {
-    const SecondColorTable::Row& row = second.rows[static_cast<std::size_t>(i)];
-    ASSERT_TRUE(SameDouble(table.EntryValue(i), row.value)) << i << ": " << table.EntryValue(i) << ", " << row.value;
-    ASSERT_EQ(table.EntryColor(i), row.color) << i;
-    ASSERT_EQ(table.EntryLocked(i), row.locked) << i;
-    ASSERT_EQ(table.EntryName(i), row.name) << i;
-  }
-}
-
 // Values that lie on entries, next to them, between them, outside, and such that are no place at all.
 inline std::vector<double> ProbesOf(const ColorTable& table) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -406,11 +391,4 @@ inline std::vector<double> ProbesOf(const ColorTable& table) {
     probes.push_back(value / 2 + table.EntryValue(i + 1) / 2);
   }
   return probes;
-}
-
-inline void ExpectSameLookUp(const ColorTable& table, const SecondColorTable& second) {
-  for (const double value : ProbesOf(table)) {
-    ASSERT_EQ(table.GetColor(value), second.Color(value)) << value;
-    ASSERT_EQ(table.GetName(value), second.Name(value)) << value;
-  }
 }

@@ -1,16 +1,11 @@
-// The fields of a ColorTable, its entries, and the look-up.
+// The fields of a ColorTable and its entries.
 #include "zelbase/colour/ColorTable.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace {
-
-constexpr int kBelowAll = -1;  // the place of the low colour and its name
-
-std::size_t Place(int index) { return static_cast<std::size_t>(index); }
 
 std::ptrdiff_t Offset(int index) { return static_cast<std::ptrdiff_t>(index); }
 
@@ -34,7 +29,10 @@ bool ColorTable::HasOpened() const { return m_hasOpened; }
 
 COLORREF ColorTable::LowColor() const { return m_lowColor; }
 
-void ColorTable::SetLowColor(COLORREF color) { m_lowColor = color; }
+void ColorTable::SetLowColor(COLORREF color) {
+  m_lowColor = color;
+  m_lookup.Forget();
+}
 
 std::string ColorTable::LowColorName() const { return m_lowColorName; }
 
@@ -78,7 +76,9 @@ void ColorTable::SetUnderDredgeColorRange(COLORREF min, COLORREF max, unsigned i
   m_underDredge = {min, max, count};
 }
 
-void ColorTable::SetInTolColorRange(COLORREF min, COLORREF max, unsigned int count) { m_inTolerance = {min, max, count}; }
+void ColorTable::SetInTolColorRange(COLORREF min, COLORREF max, unsigned int count) {
+  m_inTolerance = {min, max, count};
+}
 
 void ColorTable::SetOverDredgeColorRange(COLORREF min, COLORREF max, unsigned int count) {
   m_overDredge = {min, max, count};
@@ -103,6 +103,7 @@ int ColorTable::NumLocked() const { return static_cast<int>(std::count(m_locked.
 bool ColorTable::SetEntryColor(int index, COLORREF color) {
   if (!HasEntry(index)) return false;
   m_colors[Place(index)] = color;
+  m_lookup.Forget();
   return true;
 }
 
@@ -117,18 +118,20 @@ bool ColorTable::SetEntryValue(int index, double value) {
   if (HasEntry(index - 1) && m_values[Place(index - 1)] >= value) return false;
   if (HasEntry(index + 1) && m_values[Place(index + 1)] <= value) return false;
   m_values[Place(index)] = value;
+  m_lookup.Forget();
   return true;
 }
 
 int ColorTable::InsertEntry(double value, COLORREF color, bool locked) {
-  // Kept: before the first that is not below, so that an equal value goes in front of the one that was there. The walk is
-  // not a binary search: values that are not numbers stop it.
+  // Kept: before the first that is not below, so that an equal value goes in front of the one that was there. The walk
+  // is not a binary search: values that are not numbers stop it.
   const auto at = std::find_if(m_values.begin(), m_values.end(), [value](double entry) { return !(entry < value); });
   const int index = static_cast<int>(at - m_values.begin());
   m_values.insert(at, value);
   m_colors.insert(m_colors.begin() + Offset(index), color);
   m_locked.insert(m_locked.begin() + Offset(index), locked);
   m_names.insert(m_names.begin() + Offset(index), std::string());
+  m_lookup.Forget();
   return index;
 }
 
@@ -144,6 +147,7 @@ void ColorTable::PushEntry(double value, COLORREF color, bool locked, std::strin
   m_colors.push_back(color);
   m_locked.push_back(locked);
   m_names.push_back(std::move(name));
+  m_lookup.Forget();
 }
 
 void ColorTable::RemoveEntry(int index) {
@@ -152,6 +156,7 @@ void ColorTable::RemoveEntry(int index) {
   m_colors.erase(m_colors.begin() + Offset(index));
   m_locked.erase(m_locked.begin() + Offset(index));
   m_names.erase(m_names.begin() + Offset(index));
+  m_lookup.Forget();
 }
 
 void ColorTable::RemoveEntries(const std::vector<bool>& dropped) {
@@ -159,11 +164,12 @@ void ColorTable::RemoveEntries(const std::vector<bool>& dropped) {
   Compact(m_colors, dropped);
   Compact(m_locked, dropped);
   Compact(m_names, dropped);
+  m_lookup.Forget();
 }
 
 void ColorTable::ClearEntries(bool all) {
   // Kept: the low colour goes whether or not locked entries stay.
-  m_lowColor = 0;
+  SetLowColor(0);
   std::vector<bool> dropped(m_values.size(), true);
   if (!all) {
     dropped = m_locked;
@@ -175,88 +181,7 @@ void ColorTable::ClearEntries(bool all) {
 void ColorTable::Clear() {
   // Kept: colours, limits and flag of dredging stay.
   ClearEntries(true);
-  m_lowColor = LOWCOLOR_DEFAULT;
+  SetLowColor(LOWCOLOR_DEFAULT);
   m_lowColorName.clear();
   m_hasOpened = false;
 }
-
-// --- Look-up -------------------------------------------------------------------------------------------------------
-
-// What GetColor and GetName do alike before they search: the guess tells the end of the table at which `value` lies. The
-// guess stays a double until it is known to be an index.
-int ColorTable::GuessedIndex(double guess) const {
-  const int last = NumEntries() - 1;
-  if (!(guess >= 0)) return kBelowAll;
-  return guess >= last ? last : static_cast<int>(guess);
-}
-
-int ColorTable::ColorIndex(double value) const {
-  if (m_values.empty() || value < m_values.front()) return kBelowAll;
-  const int last = NumEntries() - 1;
-  if (last == 0) return last;
-  const double span = m_values.back() - m_values.front();
-  const int i = GuessedIndex(span == 0 ? 0 : (value - m_values.front()) * last / span);
-  if (i < 0 || i == last) return i;
-  return value >= m_values[Place(i + 1)] ? FindColorIndex(value, i + 1, last) : FindColorIndex(value, 0, i);
-}
-
-int ColorTable::NameIndex(double value) const {
-  if (m_values.empty() || value < m_values.front()) return kBelowAll;
-  const int last = NumEntries() - 1;
-  if (last == 0) return last;
-  // Kept: a span of 0 is not looked for, so that 0 / 0 gives the low colour's name where GetColor gives the last colour.
-  const int i = GuessedIndex((value - m_values.front()) * last / (m_values.back() - m_values.front()));
-  if (i < 0 || i == last) return i;
-  return value >= m_values[Place(i + 1)] ? FindNameIndex(value, i + 1, last) : FindNameIndex(value, 0, i);
-}
-
-int ColorTable::FindColorIndex(double value, int low, int high) const {
-  if (!HasEntry(low) || !HasEntry(high)) return kBelowAll;
-  while (high >= 0) {
-    if (m_values[Place(high)] <= value) return high;
-    const int mid = low + (high - low) / 2;
-    // Kept: an entry equal to `value` that is met here is passed by, and the one before it gives the colour.
-    if (m_values[Place(mid)] >= value) {
-      if (mid - 1 == high) return kBelowAll;  // would go round for ever, among values that are not numbers
-      high = mid - 1;
-    } else {
-      low = mid;
-      --high;
-    }
-  }
-  return kBelowAll;
-}
-
-int ColorTable::FindNameIndex(double value, int low, int high) const {
-  if (!HasEntry(low) || !HasEntry(high)) return kBelowAll;
-  while (high >= 0) {
-    if (value >= m_values[Place(high)]) return high;
-    const int mid = low + (high - low) / 2;
-    // Kept: strictly below, so that a name begins at its value where a colour may not.
-    if (value < m_values[Place(mid)]) {
-      if (mid - 1 == high) return kBelowAll;  // as above
-      high = mid - 1;
-    } else {
-      low = mid;
-      --high;
-    }
-  }
-  return kBelowAll;
-}
-
-COLORREF ColorTable::ColorAt(int index) const { return index < 0 ? m_lowColor : m_colors[Place(index)]; }
-
-std::string ColorTable::NameAt(int index) const { return index < 0 ? m_lowColorName : m_names[Place(index)]; }
-
-COLORREF ColorTable::FindColor(double value, int low, int high) const { return ColorAt(FindColorIndex(value, low, high)); }
-
-std::string ColorTable::FindName(double value, int low, int high) const { return NameAt(FindNameIndex(value, low, high)); }
-
-COLORREF ColorTable::GetColor(double value) const { return ColorAt(ColorIndex(value)); }
-
-void ColorTable::GetColors(std::span<const double> values, std::span<COLORREF> colors) const {
-  const std::size_t count = std::min(values.size(), colors.size());
-  for (std::size_t i = 0; i < count; ++i) colors[i] = GetColor(values[i]);
-}
-
-std::string ColorTable::GetName(double value) const { return NameAt(NameIndex(value)); }

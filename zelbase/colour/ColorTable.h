@@ -1,12 +1,15 @@
-// A table from numbers to colours: a depth, a difference in height or the number of a file takes the colour and the name of
-// its step; also the conversions between colour models. Neighbours: COLORREF.h, the colour itself; FileObject.h, the
-// settings text that a table is read from and written to.
+// A table from numbers to colours: a depth, a difference in height or the number of a file takes the colour and the
+// name of its step; also the conversions between colour models. Neighbours: COLORREF.h, the colour itself;
+// FileObject.h, the settings text that a table is read from and written to.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "zelbase/colour/detail/ColorLookupSlot.h"
 #include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
@@ -15,33 +18,39 @@ class FileObject;
 // The colour below the first entry of a new table: black.
 inline constexpr COLORREF LOWCOLOR_DEFAULT = 0;
 
-// A step table. Each entry holds a value and a colour, and a number takes the colour of the highest entry that is not above
-// it. Numbers below the first entry take the low colour, numbers above the last entry the last colour.
+// A step table. Each entry holds a value and a colour, and a number takes the colour of the highest entry that is not
+// above it. Numbers below the first entry take the low colour, numbers above the last entry the last colour.
 //
 //   ColorTable table;
 //   table.SetRange(0.0, 10.0, 2.0, 0xFF0000u, 0x0000FFu);   // entries at 0, 2, 4, 6, 8, 10; blue to red
 //   COLORREF color = table.GetColor(depth);
 //   table.GetColors(row, colors);                           // a whole row at once
 //
-// A colour is an unsigned 32-bit number, red in the low byte, then green, then blue, 0 in the top byte: 0xFF0000 is blue.
+// A colour is an unsigned 32-bit number, red in the low byte, then green, then blue, 0 in the top byte: 0xFF0000 is
+// blue.
 //
 // What surprises:
-// (1) A number exactly equal to an entry may take the colour of the entry BEFORE it: it depends on the place where the search
-//     meets the entry. On {40, 41, 42, 82, 92, 102} GetColor(41) is the colour of 40, and GetName(41) the name of 41.
-//     Pictures in use were drawn by this rule.
-// (2) The third argument chooses between two meanings: SetRange(0.0, 10.0, 2.0, ...) has steps of 2.0, SetRange(0.0, 10.0,
-//     2, ...) makes two colours. The fourth and fifth choose, too: unsigned numbers are colours, bools a scheme. A literal
-//     colour needs its "u", or the call is ambiguous.
-// (3) Entries are in ascending order, equal values allowed; InsertEntry puts an equal one in front, AddEntry refuses it.
-//     A value that is not a number can be brought in, and then the order is the one that the walks described below give.
+// (1) A number exactly equal to an entry may take the colour of the entry BEFORE it: it depends on the place where the
+//     search meets the entry. On {40, 41, 42, 82, 92, 102} GetColor(41) is the colour of 40, and GetName(41) the name
+//     of 41. Pictures in use were drawn by this rule.
+// (2) The third argument chooses between two meanings: SetRange(0.0, 10.0, 2.0, ...) has steps of 2.0,
+//     SetRange(0.0, 10.0, 2, ...) makes two colours. The fourth and fifth choose, too: unsigned numbers are colours,
+//     bools a scheme. A literal colour needs its "u", or the call is ambiguous.
+// (3) Entries are in ascending order, equal values allowed; InsertEntry puts an equal one in front, AddEntry refuses
+//     it. A value that is not a number can be brought in, and then the order is the one that the walks described below
+//     give.
 // (4) In HSV the colours at the ends are not those that were given: both go through the correction of the rainbow.
 //
-// Failure: nothing is reported and nothing throws (but std::bad_alloc). An index outside the table reads 0, an empty text
-// or false, and changes nothing. Runs of more than MOST_RUN_ENTRIES entries, or whose number of entries is not a number, add
-// none.
+// Failure: nothing is reported and nothing throws (but std::bad_alloc). An index outside the table reads 0, an empty
+// text or false, and changes nothing. Runs of more than MOST_RUN_ENTRIES entries, or whose number of entries is not a
+// number, add none.
 //
-// Copies copy everything. Threads: no lock. Several threads may look up at once while nobody changes the table; FileSave
-// counts as a change, for it sets HasOpened.
+// A look-up costs the logarithm of the number of entries. After as many look-ups as there are entries, without a change
+// between, the table makes an index of its own, and they cost a few nanoseconds, with the same answers. It makes none
+// when values are equal, out of order or not finite.
+//
+// Copies copy everything. Threads: no lock. Several threads may look up at once while nobody changes the table;
+// FileSave counts as a change, for it sets HasOpened.
 class ZELBASE_API ColorTable {
  public:
   // The most entries that one run of a generator makes, and the most colours of one band or of MakeFileColors.
@@ -83,8 +92,8 @@ class ZELBASE_API ColorTable {
   std::string LowColorName() const;
   void SetLowColorName(std::string name);
 
-  // Whether this is a table for dredge differences: what FileSave writes the section "DredgeDiff" for, and what FileOpen
-  // makes true when that section exists. At first false.
+  // Whether this is a table for dredge differences: what FileSave writes the section "DredgeDiff" for, and what
+  // FileOpen makes true when that section exists. At first false.
   bool HasDredgeDiffSection() const;
   void SetDredgeDiffColTab(bool isDredgeDiff);
 
@@ -125,12 +134,12 @@ class ZELBASE_API ColorTable {
   bool SetEntryColor(int index, COLORREF color);
   bool SetEntryName(int index, std::string name);
 
-  // False, and nothing changed, when the entry before holds a value greater than or equal to `value`, or the entry after one
-  // less than or equal to it: so an edit keeps the order strict. NaN is neither, and goes in.
+  // False, and nothing changed, when the entry before holds a value greater than or equal to `value`, or the entry
+  // after one less than or equal to it: so an edit keeps the order strict. NaN is neither, and goes in.
   bool SetEntryValue(int index, double value);
 
-  // Walks from the first entry and inserts, with an empty name, before the first that is not below `value`: in FRONT of an
-  // equal one. NaN goes to the very front, and nothing passes a NaN. Gives the index.
+  // Walks from the first entry and inserts, with an empty name, before the first that is not below `value`: in FRONT of
+  // an equal one. NaN goes to the very front, and nothing passes a NaN. Gives the index.
   int InsertEntry(double value, COLORREF color, bool locked);
 
   // Appends when the table is empty or its last value is strictly below `value`; otherwise false, and nothing is added.
@@ -146,43 +155,45 @@ class ZELBASE_API ColorTable {
 
   // --- Look-up -----------------------------------------------------------------------------------------------------
 
-  // The colour of `value`, by the rule at the top. An empty table gives the low colour. NaN gives the low colour; in a table of
-  // a single entry its colour. With n entries:
-  //   g = (value - first value) * (n - 1) / (last value - first value), or 0 when these are equal; not a number or below
-  //   0: the low colour; n - 1 or more: the last colour; otherwise, i being g without its fraction, the search is
-  //   FindColor(value, i + 1, n - 1) when `value` is not below the value at i + 1, and FindColor(value, 0, i) when it is.
-  // So a table of equal values gives its last colour at that value and above.
+  // The colour of `value`, by the rule at the top. An empty table gives the low colour. NaN gives the low colour; in a
+  // table of a single entry its colour. With n entries:
+  //   g = (value - first value) * (n - 1) / (last value - first value), or 0 when these are equal. Not a number or
+  //   below 0: the low colour. n - 1 or more: the last colour. Otherwise, i being g without its fraction, the search is
+  //   FindColor(value, i + 1, n - 1) when `value` is not below the value at i + 1, else FindColor(value, 0, i).
+  // So a table of equal values gives its last colour at that value and above; and a number that lies below the last
+  // entry by no more than g is rounded has the last colour already.
   COLORREF GetColor(double value) const;
 
-  // GetColor of each value, the fast way to colour a row. When the lengths differ, as many as the shorter has; the rest of
-  // `colors` is untouched.
+  // GetColor of each value, the fast way to colour a row. When the lengths differ, as many as the shorter has; the rest
+  // of `colors` is untouched.
   void GetColors(std::span<const double> values, std::span<COLORREF> colors) const;
 
-  // As GetColor, with FindName; but in a table of equal values the value itself has the low colour's name (the quotient is
-  // 0 / 0), and only what is above it the last name.
+  // As GetColor, with FindName; but in a table of equal values the value itself has the low colour's name (the quotient
+  // is 0 / 0), and only what is above it the last name.
   std::string GetName(double value) const;
 
   // --- Generation --------------------------------------------------------------------------------------------------
   //
-  // SetRange, SetRangeRGB and SetRangeRGB3 replace all entries that are not locked. With n = ceil((max - min) / step) + 2,
-  // truncated, the two-colour forms make n - 1 entries, the three-colour forms n - 2, at min, min + step, min + 2 * step and
-  // so on; the last entry of the two-colour forms is the first multiple at or above `max`. n below 3 makes none, and only
-  // drops the old ones and sets the low colour. When `step` is 0 or `max` equals `min` there is one entry at `min` with
-  // the colour `high`, as it is. A step of the same sign as max - min is meant; both may be negative.
+  // SetRange, SetRangeRGB and SetRangeRGB3 replace all entries that are not locked. With n = ceil((max - min) / step) +
+  // 2, truncated, the two-colour forms make n - 1 entries, the three-colour forms n - 2, at min, min + step, min + 2 *
+  // step and so on; the last entry of the two-colour forms is the first multiple at or above `max`. n below 3 makes
+  // none, and only drops the old ones and sets the low colour. When `step` is 0 or `max` equals `min` there is one
+  // entry at `min` with the colour `high`, as it is. A step of the same sign as max - min is meant; both may be
+  // negative.
   //
   // The first entry is already one step away from the colour `low`, which is the low colour.
   //
   // Forms with a count: step = (max - min) / (the larger of count and 3, less 2). Mostly that makes count - 1 entries;
   // where the rounded quotient is a little more than a whole number, one more.
 
-  // Through HSV: saturation and value go straight, the hue goes the short way round the circle when the hues differ by at
-  // most 25 or at least 335 degrees, otherwise the LONG way (half the circle as it is), which shows more colours. A grey
-  // takes the hue of the other end. Low colour and entries go through NiceRainbowCorrection.
+  // Through HSV: saturation and value go straight, the hue goes the short way round the circle when the hues differ by
+  // at most 25 or at least 335 degrees, otherwise the LONG way (half the circle as it is), which shows more colours. A
+  // grey takes the hue of the other end. Low colour and entries go through NiceRainbowCorrection.
   void SetRange(double min, double max, double step, COLORREF low, COLORREF high);
   void SetRange(double min, double max, int count, COLORREF low, COLORREF high);
 
-  // Ready schemes, low to high, by (a, b): false, false: black to white; true, false: blue to red; false, true: white to
-  // black; true, true: red to blue.
+  // Ready schemes, low to high, by (a, b): false, false: black to white; true, false: blue to red; false, true: white
+  // to black; true, true: red to blue.
   void SetRange(double min, double max, double step, bool a, bool b);
   void SetRange(double min, double max, int count, bool a, bool b);
 
@@ -194,38 +205,41 @@ class ZELBASE_API ColorTable {
   void SetRangeRGB3(double min, double max, double step, COLORREF low, COLORREF mid, COLORREF high);
   void SetRangeRGB3(double min, double max, int count, COLORREF low, COLORREF mid, COLORREF high);
 
-  // Replaces what lies within [min, max], locked or not, by a run as SetRangeRGB's (`rgb`) or SetRange's; all else stays.
-  // The low colour becomes `low`, uncorrected, when no entry is left or `min` is not above the first one. With a step of 0 or
-  // `max` equal to `min` nothing at all is done; with a step of the wrong sign everything but adding is done.
-  // The last entry may lie above `max`, in front of an old one of the same value.
+  // Replaces what lies within [min, max], locked or not, by a run as SetRangeRGB's (`rgb`) or SetRange's; all else
+  // stays. The low colour becomes `low`, uncorrected, when no entry is left or `min` is not above the first one. With a
+  // step of 0 or `max` equal to `min` nothing at all is done; with a step of the wrong sign everything but adding is
+  // done. The last entry may lie above `max`, in front of an old one of the same value.
   void AddRange(double min, double max, double step, COLORREF low, COLORREF high, bool rgb);
   void AddRange(double min, double max, int count, COLORREF low, COLORREF high, bool rgb);
   void AddRange3(double min, double max, double step, COLORREF low, COLORREF mid, COLORREF high);
   void AddRange3(double min, double max, int count, COLORREF low, COLORREF mid, COLORREF high);
 
-  // Clears, then count - 1 entries whose values go from 1 to `maximum` in equal ratios; blue to red when `rainbow`, otherwise
-  // black to white, by SetRange. No entries for a maximum of 0 or less, or a count of 2 or less (unless the maximum is 1).
+  // Clears, then count - 1 entries whose values go from 1 to `maximum` in equal ratios; blue to red when `rainbow`,
+  // otherwise black to white, by SetRange. No entries for a maximum of 0 or less, or a count of 2 or less (unless the
+  // maximum is 1).
   void SetLogRange(double maximum, int count, bool rainbow);
 
-  // A colour for each of `count` files: the first has the low colour, file number 2, 3, ... the entry of that value. Beyond
-  // 12 files the colours come again: 13 has the low colour, each further one that of the number 11 less; the colour of 2 does
-  // not come again. A count below 2: no entries, the low colour is `first` uncorrected. Ends at MOST_RUN_ENTRIES entries.
+  // A colour for each of `count` files: the first has the low colour, file number 2, 3, ... the entry of that value.
+  // Beyond 12 files the colours come again: 13 has the low colour, each further one that of the number 11 less; the
+  // colour of 2 does not come again. A count below 2: no entries, the low colour is `first` uncorrected. Ends at
+  // MOST_RUN_ENTRIES entries.
   void MakeFileColors(int count, COLORREF first, COLORREF last);
 
-  // Makes the table from the three bands; all old entries go, locked ones too. Entries are unlocked. An over limit above 0
-  // is negated, limits in the wrong order change places, and both are kept so. N being the number of colours of a band:
-  //   under dredge  N >= 2: from under limit up in steps of 2.0 / (N - 1); N < 2: one, at the limit
-  //   in tolerance  N >= 3: from over limit up in steps of (under - over) / N; N = 2: at 0.0 and at over limit; N < 2: one,
-  //                 at over limit. None at all when the limits are equal
-  //   over dredge   N >= 2: N - 1 from over limit - 2.0 up in steps of 2.0 / (N - 1), beginning with the second colour, the
-  //                 first being the low colour; N < 2: none, the low colour is the colour at the upper end
+  // Makes the table from the three bands; all old entries go, locked ones too. Entries are unlocked. An over limit
+  // above 0 is negated, limits in the wrong order change places, and both are kept so. N being the number of colours of
+  // a band:
+  //   under dredge  N >= 2: from under limit up in steps of 2.0 / (N - 1). N < 2: one, at the limit
+  //   in tolerance  N >= 3: from over limit up in steps of (under - over) / N. N = 2: at 0.0 and at over limit. N < 2:
+  //                 one, at over limit. None at all when the limits are equal
+  //   over dredge   N >= 2: N - 1 from over limit - 2.0 up in steps of 2.0 / (N - 1), beginning with the second colour;
+  //                 the first is the low colour. N < 2: none, the low colour is the colour at the upper end
   // A band of more than MOST_RUN_ENTRIES colours adds none.
   void GenerateDredgeDiffColorTable();
 
   // --- Colour models -----------------------------------------------------------------------------------------------
   //
-  // Hue h of HSV in degrees [0, 360), -1 for a grey; h of HSL as a fraction [0, 1]; s, v and l in [0, 1]. What is above 1
-  // counts as 1. A channel is truncated to a byte; below 0 and not a number give 0.
+  // Hue h of HSV in degrees [0, 360), -1 for a grey; h of HSL as a fraction [0, 1]; s, v and l in [0, 1]. What is above
+  // 1 counts as 1. A channel is truncated to a byte; below 0 and not a number give 0.
 
   // Black for a hue below 0 (but -1) and from 360 on. -1 gives the grey of `v`, whatever `s` is.
   static COLORREF HSVtoRGB(double h, double s, double v);
@@ -250,27 +264,28 @@ class ZELBASE_API ColorTable {
 
   // --- Files -------------------------------------------------------------------------------------------------------
   //
-  // Sections "Values", "Colors", "Locks", "Names", with the keys "0", "1", ...; "ALowColor" in "Colors" and "Names" is what
-  // lies below the first entry; "DredgeDiff" has what belongs to dredging. A colour is "red, green, blue".
+  // Sections "Values", "Colors", "Locks", "Names", with the keys "0", "1", ...; "ALowColor" in "Colors" and "Names" is
+  // what lies below the first entry; "DredgeDiff" has what belongs to dredging. A colour is "red, green, blue".
 
-  // Reads a table. False when an entry's colour is missing or is not three numbers: then the entries before it are in the
-  // table, and HasOpened and what belongs to dredging are as they were. The list of entries ends, without failure, at the
-  // first value that is missing or does not parse. An entry out of order is dropped. The low colour's name stays when the
-  // file has none, or an empty one. Numbers of a colour are taken modulo 256.
+  // Reads a table. False when an entry's colour is missing or is not three numbers: then the entries before it are in
+  // the table, and HasOpened and what belongs to dredging are as they were. The list of entries ends, without failure,
+  // at the first value that is missing or does not parse. An entry out of order is dropped. The low colour's name stays
+  // when the file has none, or an empty one. Numbers of a colour are taken modulo 256.
   //
   // Never throws what GetItem throws under ThrowExceptions.
   bool FileOpen(const FileObject& settings);
 
-  // Writes a table into `settings`. False at the first entry that cannot be written; the section "DredgeDiff" is written
-  // only for a dredge difference table, and its failures are ignored. Clears nothing: the rows of an older, longer table
-  // stay, and are read again with this one. Values go through FileObject's item of double, which keeps up to 16 decimals.
+  // Writes a table into `settings`. False at the first entry that cannot be written; the section "DredgeDiff" is
+  // written only for a dredge difference table, and its failures are ignored. Clears nothing: the rows of an older,
+  // longer table stay, and are read again with this one. Values go through FileObject's item of double, which keeps up
+  // to 16 decimals.
   bool FileSave(FileObject& settings) const;
 
  protected:
-  // The search of GetColor from index `low` to `high`, both within the table. Repeats: the value at `high` not above `value`
-  // gives the colour at `high`; otherwise with mid = low + (high - low) / 2, truncated, `high` becomes mid - 1 when the value
-  // at mid is greater than OR EQUAL to `value`, else `low` becomes mid and `high` goes down by one. The low colour for an
-  // index outside the table, and where values that are not numbers leave nothing to find.
+  // The search of GetColor from index `low` to `high`, both within the table. Repeats: the value at `high` not above
+  // `value` gives the colour at `high`; otherwise with mid = low + (high - low) / 2, truncated, `high` becomes mid - 1
+  // when the value at mid is greater than OR EQUAL to `value`, else `low` becomes mid and `high` goes down by one. The
+  // low colour for an index outside the table, and where values that are not numbers leave nothing to find.
   COLORREF FindColor(double value, int low, int high) const;
 
   // The search of GetName: at mid it goes below only when `value` is strictly below. Otherwise as FindColor.
@@ -305,7 +320,11 @@ class ZELBASE_API ColorTable {
   static Run RgbRun(double min, double max, double step, COLORREF low, COLORREF high);
   static Run Rgb3Run(double min, double max, double step, COLORREF low, COLORREF mid, COLORREF high);
 
+  static std::size_t Place(int index) { return static_cast<std::size_t>(index); }
+
   bool HasEntry(int index) const;
+  double Span() const;
+  double Guess(double value) const;
   int GuessedIndex(double guess) const;
   int FindColorIndex(double value, int low, int high) const;
   int FindNameIndex(double value, int low, int high) const;
@@ -313,6 +332,10 @@ class ZELBASE_API ColorTable {
   int NameIndex(double value) const;
   COLORREF ColorAt(int index) const;
   std::string NameAt(int index) const;
+  const zelbase::detail::ColorLookup* LookupFor(std::size_t numLookups) const;
+  std::unique_ptr<const zelbase::detail::ColorLookup> MakeLookup() const;
+  bool HasPlainSteps() const;
+  double FirstOfLastColor() const;
 
   void PushEntry(double value, COLORREF color, bool locked, std::string name);
   void RemoveEntries(const std::vector<bool>& dropped);
@@ -346,4 +369,7 @@ class ZELBASE_API ColorTable {
   std::vector<COLORREF> m_colors;
   std::vector<bool> m_locked;
   std::vector<std::string> m_names;
+
+  // Of the values, colours and the low colour: whatever changes these forgets it.
+  zelbase::detail::ColorLookupSlot m_lookup;
 };

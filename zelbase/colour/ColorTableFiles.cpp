@@ -52,8 +52,8 @@ bool ScanColor(std::string_view text, COLORREF& color) {
   return true;
 }
 
-// GetItem of any type, without what it throws under ThrowExceptions: false instead. An item that is not there is looked for
-// first, since every list ends in one.
+// GetItem of any type, without what it throws under ThrowExceptions: false instead. An item that is not there is looked
+// for first, since every list ends in one.
 template <class Value>
 bool Read(const FileObject& settings, const std::string& section, const std::string& key, Value& value) {
   if (!settings.HasKey(section, key)) return false;
@@ -79,7 +79,9 @@ bool WriteColor(FileObject& settings, const std::string& section, const std::str
 
 bool ColorTable::FileOpen(const FileObject& settings) {
   ClearEntries(true);
-  ReadColor(settings, kColors, kLowColor, m_lowColor);
+  COLORREF lowColor = 0;
+  ReadColor(settings, kColors, kLowColor, lowColor);
+  SetLowColor(lowColor);
   // Kept: the name of an earlier file stays when this one has none; an empty one counts as none.
   Read(settings, kNames, kLowColor, m_lowColorName);
   // Kept: the entries read so far stay, and nothing below is done.

@@ -117,9 +117,9 @@ ColorTable::Run ColorTable::Rgb3Run(double min, double max, double step, COLORRE
   return run;
 }
 
-// As InsertEntry of one after the other, in a single pass. Among numbers, a later one of the same value stands in front of
-// an earlier one and both in front of what was there. Not a number goes to the very front, and nothing passes it: what
-// came earlier stays behind it.
+// As InsertEntry of one after the other, in a single pass. Among numbers, a later one of the same value stands in front
+// of an earlier one and both in front of what was there. Not a number goes to the very front, and nothing passes it:
+// what came earlier stays behind it.
 void ColorTable::InsertRun(Run run) {
   const auto isNumber = [](const RunEntry& entry) { return !std::isnan(entry.value); };
   const auto isBelow = [](const RunEntry& a, const RunEntry& b) { return a.value < b.value; };
@@ -144,13 +144,14 @@ void ColorTable::InsertRun(Run run) {
   m_colors = std::move(merged.m_colors);
   m_locked = std::move(merged.m_locked);
   m_names = std::move(merged.m_names);
+  m_lookup.Forget();
 }
 
 // --- Ranges --------------------------------------------------------------------------------------------------------
 
 void ColorTable::ReplaceUnlocked(double min, double max, double step, COLORREF low, COLORREF high, Run run) {
   ClearEntries(false);
-  m_lowColor = low;
+  SetLowColor(low);
   if (IsDegenerate(min, max, step)) {
     InsertEntry(min, high, false);
   } else {
@@ -166,7 +167,7 @@ void ColorTable::ReplaceWithin(double min, double max, double step, COLORREF low
   for (std::size_t i = 0; i < dropped.size(); ++i) dropped[i] = m_values[i] >= min && m_values[i] <= max;
   RemoveEntries(dropped);
   // Kept: as it is, though the entries of a run in HSV are corrected.
-  if (m_values.empty() || min <= m_values.front()) m_lowColor = low;
+  if (m_values.empty() || min <= m_values.front()) SetLowColor(low);
   InsertRun(std::move(run));
 }
 
@@ -227,6 +228,7 @@ void ColorTable::SetLogRange(double maximum, int count, bool rainbow) {
   const double step = logarithm / (static_cast<double>(count) - 2);
   SetRange(0.0, logarithm, step, rainbow ? kBlue : kBlack, rainbow ? kRed : kWhite);
   for (double& value : m_values) value = std::pow(10.0, value);
+  m_lookup.Forget();
 }
 
 // --- Colours for files ---------------------------------------------------------------------------------------------
@@ -234,7 +236,7 @@ void ColorTable::SetLogRange(double maximum, int count, bool rainbow) {
 void ColorTable::MakeFileColors(int count, COLORREF first, COLORREF last) {
   Clear();
   if (count < 2) {
-    m_lowColor = first;
+    SetLowColor(first);
     return;
   }
   const int numDifferent = std::clamp(count, 3, 12);
@@ -250,7 +252,7 @@ void ColorTable::AppendFileColors(int numEntries) {
   while (NumEntries() < numEntries) {
     const int i = NumEntries();
     // Kept: the first time round it is the low colour's turn, so that the colour of file 2 never comes again.
-    const COLORREF color = i == kPeriod ? m_lowColor : m_colors[static_cast<std::size_t>(i - kPeriod)];
+    const COLORREF color = i == kPeriod ? m_lowColor : m_colors[Place(i - kPeriod)];
     AddEntry(m_values.back() + 1, color, false, {});
   }
 }
@@ -260,7 +262,7 @@ void ColorTable::AppendFileColors(int numEntries) {
 void ColorTable::GenerateDredgeDiffColorTable() {
   PutLimitsInOrder();
   ClearEntries(true);
-  m_lowColor = m_underDredge.minColor;
+  SetLowColor(m_underDredge.minColor);
   Run run;
   AppendUnderDredgeBand(run);
   if (m_underDredgeLimit != m_overDredgeLimit) AppendToleranceBand(run);
@@ -305,10 +307,10 @@ void ColorTable::AppendToleranceBand(Run& run) const {
 
 void ColorTable::AppendOverDredgeBand(Run& run) {
   if (m_overDredge.numColors < 2) {
-    m_lowColor = m_overDredge.maxColor;
+    SetLowColor(m_overDredge.maxColor);
     return;
   }
-  m_lowColor = m_overDredge.minColor;
+  SetLowColor(m_overDredge.minColor);
   if (!IsWithinBound(m_overDredge.numColors)) return;
   const int number = static_cast<int>(m_overDredge.numColors);
   const double step = kDredgeBand / (number - 1);
