@@ -135,6 +135,10 @@
 #include "zelbase/numerics/Matrix.h"
 #include "zelbase/numerics/col_vector.h"
 
+#include "zelbase/data/BaseDataSource.h"
+#include "zelbase/data/XYZDataSource.h"
+#include "zelbase/data/XyzImporter.h"
+
 #include "zelbase/colour/ColorTable.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
