@@ -121,7 +121,7 @@ class ZELBASE_API Matrix {
   // False, with the results as they were, when m is less than n or n is more than 256; true otherwise. The results may be
   // this matrix, and one may be another: w is written last, v before it, u first. A column shorter than 1e-34 counts as
   // zero. A value that has not settled after 1000 sweeps is taken as it stands, so that not-a-numbers end as well. Cost: m
-  // times n squared, and memory for twice m by n.
+  // times n squared, and memory for three times m by n.
   bool SVD(Matrix& u, Matrix& w, Matrix& v) const;
 
   // Every element as "%f " with its blank, each row followed by a line feed; empty without elements. No locale changes it.

@@ -4,8 +4,8 @@
 //
 // Each sum runs in the published order in one lane; many columns, or rows, are summed side by side. The published algorithm
 // reflects and rotates a square block of as many columns as there are rows; a column of it never touches another one, so that
-// only the last ones, which are asked for, are kept. The rotations of several sweeps are collected and then
-// applied strip by strip, in their order.
+// only the last ones, which are asked for, are kept. Reflections of that block and rotations of several sweeps are collected
+// first and then applied strip by strip, each strip in their order while it is in the cache.
 #pragma once
 
 #include <algorithm>
@@ -47,12 +47,13 @@ struct Bidiagonal {
 struct Work {
   std::size_t m;
   std::size_t n;
-  Block a;         // m by n: the matrix, then its reflections, then v
-  Block left;      // m by n: the last n columns of the block that is reflected from the left
-  Block right;     // n by n: v transposed, so that a column of v is a row
-  double* column;  // m: a column of a, or the like, as one piece
-  double* q;       // n
-  double* e;       // n, and zeros up to a whole register
+  Block a;           // m by n: the matrix, then the reflections of its rows, then v transposed: a column of v is a row
+  Block left;        // m by n: the last n columns of the block that is reflected from the left
+  Block right;       // n by n: v
+  Block reflectors;  // n by m: the reflection of each column, then n by n of each row divided by its h
+  double* h;         // n: what the sum of a reflection is divided by; 0 where there is none
+  double* q;         // n
+  double* e;         // n, and zeros up to a whole register
 };
 
 // --- Strips ----------------------------------------------------------------------------------------------------------
@@ -91,25 +92,30 @@ struct Reflection {
 };
 
 template <int kLanes, int kRegisters>
+ZELBASE_KERNEL_INLINE void ReflectColumns(const Block& block, std::size_t column, const Reflection& reflection) {
+  Lanes<kLanes> sums[kRegisters];
+  ZELBASE_UNROLL
+  for (int v = 0; v < kRegisters; ++v) sums[v] = Lanes<kLanes>{};
+  for (std::size_t k = reflection.first; k < reflection.last; ++k) {
+    const double* const row = block.Row(k) + column;
+    ZELBASE_UNROLL
+    for (int v = 0; v < kRegisters; ++v) sums[v] = sums[v] + reflection.dots[k] * Load<kLanes>(row + v * kLanes);
+  }
+  ZELBASE_UNROLL
+  for (int v = 0; v < kRegisters; ++v) sums[v] = sums[v] / reflection.h;
+  for (std::size_t k = reflection.first; k < reflection.last; ++k) {
+    double* const row = block.Row(k) + column;
+    ZELBASE_UNROLL
+    for (int v = 0; v < kRegisters; ++v) {
+      Store<kLanes>(row + v * kLanes, Load<kLanes>(row + v * kLanes) + sums[v] * reflection.adds[k]);
+    }
+  }
+}
+
+template <int kLanes, int kRegisters>
 struct ReflectStrip {
   ZELBASE_KERNEL static void Run(std::size_t column, const Block& block, const Reflection& reflection) {
-    Lanes<kLanes> sums[kRegisters];
-    ZELBASE_UNROLL
-    for (int v = 0; v < kRegisters; ++v) sums[v] = Lanes<kLanes>{};
-    for (std::size_t k = reflection.first; k < reflection.last; ++k) {
-      const double* const row = block.Row(k) + column;
-      ZELBASE_UNROLL
-      for (int v = 0; v < kRegisters; ++v) sums[v] = sums[v] + reflection.dots[k] * Load<kLanes>(row + v * kLanes);
-    }
-    ZELBASE_UNROLL
-    for (int v = 0; v < kRegisters; ++v) sums[v] = sums[v] / reflection.h;
-    for (std::size_t k = reflection.first; k < reflection.last; ++k) {
-      double* const row = block.Row(k) + column;
-      ZELBASE_UNROLL
-      for (int v = 0; v < kRegisters; ++v) {
-        Store<kLanes>(row + v * kLanes, Load<kLanes>(row + v * kLanes) + sums[v] * reflection.adds[k]);
-      }
-    }
+    ReflectColumns<kLanes, kRegisters>(block, column, reflection);
   }
 };
 
@@ -118,26 +124,38 @@ inline double SignedRoot(double sumOfSquares, double f) {
   return f > 0.0 ? -std::sqrt(sumOfSquares) : std::sqrt(sumOfSquares);
 }
 
-// Reflects column i to (.., g, 0, .. 0), and all later columns with it. Gives g. Column i itself is not needed any more,
-// and neither is what stands left of it in these rows.
+// Reflects column i to (.., g, 0, .. 0), and all later columns with it. Gives g and keeps the reflection for the left block.
+// Column i itself is not needed any more, and neither is what stands left of it in these rows.
 template <int kLanes>
 ZELBASE_KERNEL double ReflectFromLeft(const Work& work, std::size_t i) {
-  double* const column = work.column;
+  double* const column = work.reflectors.Row(i);
   double s = 0.0;
   for (std::size_t k = i; k < work.m; ++k) {
     column[k] = work.a.Row(k)[i];
     s += column[k] * column[k];
   }
+  work.h[i] = 0.0;
   if (s < kSmallestSquare) return 0.0;
   const double f = column[i];
   const double g = SignedRoot(s, f);
-  const double h = f * g - s;
+  work.h[i] = f * g - s;  // at most -s
   column[i] = f - g;
-  const Reflection reflection{column, column, h, i, work.m};
+  const Reflection reflection{column, column, work.h[i], i, work.m};
   if (i + 1 < work.n) RunStrips<kLanes, ReflectStrip>(i + 1, work.n, work.a, reflection);
-  RunStrips<kLanes, ReflectStrip>(0, work.n, work.left, reflection);
   return g;
 }
+
+// Applies the reflections of the columns, first to last, to a strip of the left block.
+template <int kLanes, int kRegisters>
+struct ReflectLeftStrip {
+  ZELBASE_KERNEL static void Run(std::size_t column, const Work& work) {
+    for (std::size_t i = 0; i < work.n; ++i) {
+      const double* const reflector = work.reflectors.Row(i);
+      if (work.h[i] == 0.0) continue;
+      ReflectColumns<kLanes, kRegisters>(work.left, column, {reflector, reflector, work.h[i], i, work.m});
+    }
+  }
+};
 
 // Adds `factor` times e to a row, from the register that holds column `first` on.
 template <int kLanes>
@@ -188,22 +206,39 @@ ZELBASE_KERNEL double Bidiagonalise(const Work& work) {
   return largest;
 }
 
-// Turns the first n rows of a into v, from the reflections that its rows kept.
+// Makes a strip of v from the reflections of the rows, last to first: before that of row i, column i becomes a unit vector.
+template <int kLanes, int kRegisters>
+struct AccumulateStrip {
+  ZELBASE_KERNEL static void Run(std::size_t column, const Work& work) {
+    const std::size_t end = std::min(column + kRegisters * kLanes, work.n);
+    for (std::size_t i = end; i-- > 0;) {
+      const std::size_t first = i + 1;
+      constexpr double kNoDivision = 1.0;
+      if (work.h[i] != 0.0 && first < end) {
+        ReflectColumns<kLanes, kRegisters>(work.right, column,
+                                           {work.a.Row(i), work.reflectors.Row(i), kNoDivision, first, work.n});
+      }
+      std::fill_n(work.right.Row(i) + column, end - column, 0.0);
+      if (i < column) continue;
+      for (std::size_t j = first; j < work.n; ++j) work.right.Row(j)[i] = 0.0;
+      work.right.Row(i)[i] = 1.0;
+    }
+  }
+};
+
+// Makes v from the reflections that the rows of a kept.
 template <int kLanes>
 ZELBASE_KERNEL void AccumulateRight(const Work& work) {
-  double g = 0.0;
-  for (std::size_t i = work.n; i-- > 0; g = work.e[i]) {
+  for (std::size_t i = 0; i < work.n; ++i) {
     const std::size_t first = i + 1;
-    double* const row = work.a.Row(i);
-    if (g != 0.0 && first < work.n) {
-      const double h = row[first] * g;
-      for (std::size_t j = first; j < work.n; ++j) work.column[j] = row[j] / h;
-      constexpr double kNoDivision = 1.0;
-      RunStrips<kLanes, ReflectStrip>(first, work.n, work.a, Reflection{row, work.column, kNoDivision, first, work.n});
-    }
-    for (std::size_t j = first; j < work.n; ++j) row[j] = work.a.Row(j)[i] = 0.0;
-    row[i] = 1.0;
+    const double g = first < work.n ? work.e[first] : 0.0;
+    work.h[i] = g;
+    if (g == 0.0) continue;
+    const double* const row = work.a.Row(i);
+    const double h = row[first] * g;
+    for (std::size_t j = first; j < work.n; ++j) work.reflectors.Row(i)[j] = row[j] / h;
   }
+  RunStrips<kLanes, AccumulateStrip>(0, work.n, work);
 }
 
 // --- Rotations -------------------------------------------------------------------------------------------------------
@@ -268,7 +303,7 @@ class PendingSweeps {
   template <int kLanes>
   ZELBASE_KERNEL void Apply(const Work& work) {
     if (m_count == 0) return;
-    RunStrips<kLanes, RotateStrip>(0, work.n, work.right, &m_rightSweeps[0], m_count);
+    RunStrips<kLanes, RotateStrip>(0, work.n, work.a, &m_rightSweeps[0], m_count);
     RunStrips<kLanes, RotateStrip>(0, work.n, work.left, &m_leftSweeps[0], m_count);
     m_count = 0;
     m_used = 0;
@@ -421,7 +456,7 @@ ZELBASE_KERNEL void Diagonalise(const Work& work, const Bidiagonal& b) {
   pending.Apply<kLanes>(work);
   for (std::size_t k = 0; k < work.n; ++k) {
     if (b.e[k] > 0.0) continue;
-    double* const row = work.right.Row(k);
+    double* const row = work.a.Row(k);
     for (std::size_t j = 0; j < work.n; ++j) row[j] = -row[j];
   }
 }
@@ -435,6 +470,7 @@ inline void CopyIn(const double* a, const Work& work) {
     std::fill_n(work.left.Row(i), work.left.stride, 0.0);
   }
   for (std::size_t j = 0; j < work.n; ++j) work.left.Row(work.m - work.n + j)[j] = 1.0;
+  std::fill_n(work.right.at, work.n * work.right.stride, 0.0);
   std::fill_n(work.e, work.a.stride, 0.0);
 }
 
@@ -444,14 +480,13 @@ inline void CopyOut(const Work& work, const Decomposition& out) {
   for (std::size_t i = 0; i < work.m; ++i) std::copy_n(work.left.Row(i), n, out.left + i * n);
   std::copy_n(work.q, n, out.values);
   for (std::size_t i = 0; i < n; ++i) {
-    for (std::size_t j = 0; j < n; ++j) out.right[i * n + j] = work.right.Row(j)[i];
+    for (std::size_t j = 0; j < n; ++j) out.right[i * n + j] = work.a.Row(j)[i];
   }
 }
 
 inline void TransposeRight(const Work& work) {
   for (std::size_t j = 0; j < work.n; ++j) {
-    for (std::size_t i = 0; i < work.n; ++i) work.right.Row(j)[i] = work.a.Row(i)[j];
-    std::fill_n(work.right.Row(j) + work.n, work.right.stride - work.n, 0.0);
+    for (std::size_t i = 0; i < work.n; ++i) work.a.Row(j)[i] = work.right.Row(i)[j];
   }
 }
 
@@ -465,12 +500,20 @@ ZELBASE_KERNEL void Decompose(const double* a, const Decomposition& out) {
   }
   const std::size_t stride = Stride<kLanes>(n);
   using Scratch = ScratchBlock<double>;
-  Scratch scratch(2 * Scratch::RoundUp(m * stride) + Scratch::RoundUp(n * stride) + Scratch::RoundUp(m) +
-                  2 * Scratch::RoundUp(stride));
-  Work work{m, n, {scratch.Take(m * stride), stride}, {scratch.Take(m * stride), stride}, {scratch.Take(n * stride), stride},
-            scratch.Take(m), scratch.Take(stride), scratch.Take(stride)};
+  Scratch scratch(2 * Scratch::RoundUp(m * stride) + Scratch::RoundUp(n * stride) + Scratch::RoundUp(n * m) +
+                  3 * Scratch::RoundUp(stride));
+  const Work work{m,
+                  n,
+                  {scratch.Take(m * stride), stride},
+                  {scratch.Take(m * stride), stride},
+                  {scratch.Take(n * stride), stride},
+                  {scratch.Take(n * m), m},
+                  scratch.Take(stride),
+                  scratch.Take(stride),
+                  scratch.Take(stride)};
   CopyIn(a, work);
   const double largest = Bidiagonalise<kLanes>(work);
+  RunStrips<kLanes, ReflectLeftStrip>(0, n, work);
   AccumulateRight<kLanes>(work);
   TransposeRight(work);
   Diagonalise<kLanes>(work, {work.q, work.e, kRelativeThreshold * largest});

@@ -3,7 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
+#include <new>
 
 namespace zelbase::detail {
 
@@ -13,9 +15,11 @@ constexpr std::uint64_t ElementCount(unsigned int rows, unsigned int cols) noexc
 }
 
 // `count` elements that are not initialised; null for 0. Throws std::bad_alloc when there is no room, also when the size in
-// bytes is beyond 64 bits: the array form of new sees to that.
+// bytes is beyond what can be addressed.
 inline std::unique_ptr<double[]> NewElements(std::uint64_t count) {
+  constexpr std::uint64_t kMost = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
   if (count == 0) return nullptr;
+  if (count > kMost) throw std::bad_array_new_length();
   return std::unique_ptr<double[]>(new double[count]);
 }
 

@@ -77,7 +77,7 @@ ZELBASE_KERNEL bool EliminateSmall(const Elimination& lu) {
 
 // --- Elimination by panels -------------------------------------------------------------------------------------------
 
-constexpr std::size_t kPanelColumns = 32;
+constexpr std::size_t kPanelColumns = 16;
 constexpr std::size_t kPanelsPay = 48;  // rows from which on the elimination goes by panels
 
 // Some columns of the work matrix from their diagonal down, column by column.
@@ -240,10 +240,12 @@ ZELBASE_KERNEL void SolveAll(const Elimination& lu, double* x) {
 
 // --- Entry of the table ----------------------------------------------------------------------------------------------
 
+constexpr std::size_t kFewColumns = 24;  // for which narrower registers are quicker: less of them stays empty
+
 template <int kLanes>
 ZELBASE_KERNEL bool Invert(const double* a, double* out, std::size_t n) {
   if constexpr (kLanes > 4) {
-    if (n <= 4) return Invert<4>(a, out, n);
+    if (n <= kFewColumns) return Invert<4>(a, out, n);
   }
   const std::size_t stride = Stride<kLanes>(n + kLanes);
   ScratchBlock<double> scratch(2 * ScratchBlock<double>::RoundUp(n * stride));

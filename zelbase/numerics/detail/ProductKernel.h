@@ -28,8 +28,14 @@ struct OutRows {
   std::size_t stride;
 };
 
-constexpr std::size_t kRowsAtOnce = 4;
-constexpr int kRegistersARow = 2;
+// The shape of a block: as many sums as hide the time that an addition takes. In narrow registers a factor is dear, so that
+// more of a row goes with each.
+template <int kLanes>
+constexpr int kRegistersARow = kLanes > 2 ? 2 : 4;
+template <int kRegisters>
+constexpr std::size_t kRowsAtOnce = kRegisters > 2 ? 2 : 4;
+template <int kLanes>
+constexpr std::size_t kStrip = kLanes * kRegistersARow<kLanes>;  // columns
 
 // `kRows` rows by `kRegisters` registers of `out`; `b` and `out` begin at its first column, `a` and `out` at its first row.
 template <int kLanes, int kRows, int kRegisters, Sum kSum>
@@ -63,10 +69,11 @@ ZELBASE_KERNEL_INLINE void ProductBlock(Rows a, Rows b, OutRows out, std::size_t
 // A strip of `kRegisters` registers over all rows.
 template <int kLanes, int kRegisters, Sum kSum>
 ZELBASE_KERNEL void ProductStrip(Rows a, Rows b, OutRows out, std::size_t rows, std::size_t inner) {
-  for (; rows >= kRowsAtOnce; rows -= kRowsAtOnce) {
-    ProductBlock<kLanes, kRowsAtOnce, kRegisters, kSum>(a, b, out, inner);
-    a.at += kRowsAtOnce * a.stride;
-    out.at += kRowsAtOnce * out.stride;
+  constexpr std::size_t kRows = kRowsAtOnce<kRegisters>;
+  for (; rows >= kRows; rows -= kRows) {
+    ProductBlock<kLanes, kRows, kRegisters, kSum>(a, b, out, inner);
+    a.at += kRows * a.stride;
+    out.at += kRows * out.stride;
   }
   for (; rows > 0; --rows) {
     ProductBlock<kLanes, 1, kRegisters, kSum>(a, b, out, inner);
@@ -75,31 +82,30 @@ ZELBASE_KERNEL void ProductStrip(Rows a, Rows b, OutRows out, std::size_t rows, 
   }
 }
 
-// The columns that do not fill a register, by narrower ones.
-template <int kLanes, Sum kSum>
+// The columns that do not fill a strip: by fewer registers, then by narrower ones.
+template <int kLanes, int kRegisters, Sum kSum>
 ZELBASE_KERNEL_INLINE void ProductRest(Rows a, Rows b, OutRows out, const ProductSize& size) {
-  std::size_t done = 0;
-  if (size.columns >= kLanes) {
-    ProductStrip<kLanes, 1, kSum>(a, b, out, size.rows, size.inner);
-    done = kLanes;
-  }
-  if constexpr (kLanes > 1) {
+  constexpr std::size_t kWidth = kLanes * kRegisters;
+  const std::size_t done = size.columns >= kWidth ? kWidth : 0;
+  if (done != 0) ProductStrip<kLanes, kRegisters, kSum>(a, b, out, size.rows, size.inner);
+  if constexpr (kWidth > 1) {
+    constexpr int kNextRegisters = kRegisters > 1 ? kRegisters / 2 : 1;
+    constexpr int kNextLanes = kRegisters > 1 ? kLanes : kLanes / 2;
     b.at += done;
     out.at += done;
-    ProductRest<kLanes / 2, kSum>(a, b, out, {size.rows, size.inner, size.columns - done});
+    ProductRest<kNextLanes, kNextRegisters, kSum>(a, b, out, {size.rows, size.inner, size.columns - done});
   }
 }
 
 // Over `b` as it lies.
 template <int kLanes, Sum kSum>
 ZELBASE_KERNEL void ProductInPlace(Rows a, Rows b, OutRows out, ProductSize size) {
-  constexpr std::size_t kStrip = kLanes * kRegistersARow;
-  for (; size.columns >= kStrip; size.columns -= kStrip) {
-    ProductStrip<kLanes, kRegistersARow, kSum>(a, b, out, size.rows, size.inner);
-    b.at += kStrip;
-    out.at += kStrip;
+  for (; size.columns >= kStrip<kLanes>; size.columns -= kStrip<kLanes>) {
+    ProductStrip<kLanes, kRegistersARow<kLanes>, kSum>(a, b, out, size.rows, size.inner);
+    b.at += kStrip<kLanes>;
+    out.at += kStrip<kLanes>;
   }
-  ProductRest<kLanes, kSum>(a, b, out, size);
+  ProductRest<kLanes, kRegistersARow<kLanes> / 2, kSum>(a, b, out, size);
 }
 
 // --- Large products ------------------------------------------------------------------------------------------------------
@@ -113,12 +119,11 @@ constexpr std::size_t kFewRows = 8;          // of a; below them packing costs m
 // Copies the whole strips of `b` one after the other, each row by row without gaps.
 template <int kLanes>
 ZELBASE_KERNEL void PackStrips(Rows b, std::size_t inner, std::size_t strips, double* packed) {
-  constexpr std::size_t kStrip = kLanes * kRegistersARow;
   for (std::size_t strip = 0; strip < strips; ++strip) {
-    const double* from = b.at + strip * kStrip;
-    for (std::size_t k = 0; k < inner; ++k, from += b.stride, packed += kStrip) {
+    const double* from = b.at + strip * kStrip<kLanes>;
+    for (std::size_t k = 0; k < inner; ++k, from += b.stride, packed += kStrip<kLanes>) {
       ZELBASE_UNROLL
-      for (std::size_t v = 0; v < kRegistersARow; ++v) {
+      for (std::size_t v = 0; v < kRegistersARow<kLanes>; ++v) {
         Store<kLanes>(packed + v * kLanes, Load<kLanes>(from + v * kLanes));
       }
     }
@@ -127,21 +132,21 @@ ZELBASE_KERNEL void PackStrips(Rows b, std::size_t inner, std::size_t strips, do
 
 template <int kLanes, Sum kSum>
 ZELBASE_KERNEL void ProductPacked(Rows a, Rows b, OutRows out, const ProductSize& size, double* packed) {
-  constexpr std::size_t kStrip = kLanes * kRegistersARow;
-  const std::size_t strips = size.columns / kStrip;
+  constexpr std::size_t kWidth = kStrip<kLanes>;
+  const std::size_t strips = size.columns / kWidth;
   PackStrips<kLanes>(b, size.inner, strips, packed);
   for (std::size_t row = 0; row < size.rows; row += kPackedRows) {
     const std::size_t rows = std::min(kPackedRows, size.rows - row);
     const Rows someA{a.at + row * a.stride, a.stride};
     for (std::size_t strip = 0; strip < strips; ++strip) {
-      ProductStrip<kLanes, kRegistersARow, kSum>(someA, {packed + strip * kStrip * size.inner, kStrip},
-                                                 {out.at + row * out.stride + strip * kStrip, out.stride}, rows,
-                                                 size.inner);
+      const Rows someB{packed + strip * kWidth * size.inner, kWidth};
+      const OutRows someOut{out.at + row * out.stride + strip * kWidth, out.stride};
+      ProductStrip<kLanes, kRegistersARow<kLanes>, kSum>(someA, someB, someOut, rows, size.inner);
     }
   }
-  const std::size_t done = strips * kStrip;
-  ProductRest<kLanes, kSum>(a, {b.at + done, b.stride}, {out.at + done, out.stride},
-                            {size.rows, size.inner, size.columns - done});
+  const std::size_t done = strips * kWidth;
+  ProductRest<kLanes, kRegistersARow<kLanes> / 2, kSum>(a, {b.at + done, b.stride}, {out.at + done, out.stride},
+                                                        {size.rows, size.inner, size.columns - done});
 }
 
 template <int kLanes>
@@ -170,7 +175,10 @@ ZELBASE_KERNEL void MultiplyLarge(Rows a, Rows b, OutRows out, const ProductSize
 
 template <int kLanes>
 ZELBASE_KERNEL void Multiply(const double* a, const double* b, double* out, const ProductSize& size) {
-  if (size.rows == 0 || size.columns == 0) return;
+  if (size.inner == 0) {
+    std::fill_n(out, size.rows * size.columns, 0.0);
+    return;
+  }
   const Rows rowsA{a, size.inner};
   const Rows rowsB{b, size.columns};
   const OutRows rowsOut{out, size.columns};
