@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/TemporaryFolder.h"
+#include "zelbase/platform/CArchiveException.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
 namespace {
@@ -153,14 +154,17 @@ TEST(CArchive, BufferSizesOutOfRangeTake4096) {
   }
 }
 
-TEST(CArchive, ReadStringAtTheEndLeavesTheLine) {
+TEST(CArchive, ReadStringAtTheEndGivesAnEmptyLine) {
   MemoryFile file("a\n");
   CArchive archive(&file, CArchive::load);
   std::string line;
   EXPECT_TRUE(archive.ReadString(line));
-  EXPECT_FALSE(archive.ReadString(line));
-  EXPECT_FALSE(archive.ReadString(line));
   EXPECT_EQ(line, "a");
+  EXPECT_FALSE(archive.ReadString(line));
+  EXPECT_EQ(line, "");
+  line = "before";
+  EXPECT_FALSE(archive.ReadString(line));
+  EXPECT_EQ(line, "");
 }
 
 TEST(CArchive, ReadLineGivesTheSameLines) {
@@ -299,6 +303,105 @@ TEST(CArchive, AfterAFailedWriteNothingMoreGoesOut) {
   EXPECT_EQ(file.m_content, "abcd");
 }
 
+std::string ReadBytes(CArchive& archive, std::size_t size) {
+  std::string bytes(size, '?');
+  bytes.resize(archive.Read(bytes.data(), size));
+  return bytes;
+}
+
+TEST(CArchive, BytesComeAcrossTheBordersOfTheBuffer) {
+  const std::string content = "0123456789\r\n\0abcdef";
+  for (const int size : {1, 2, 3, 7, 4096}) {
+    for (const unsigned int limit : {1u, 2u, 1u << 30}) {
+      MemoryFile file(content, limit);
+      CArchive archive(&file, CArchive::load, size);
+      EXPECT_EQ(ReadBytes(archive, 4), content.substr(0, 4));
+      EXPECT_EQ(ReadBytes(archive, 0), "");
+      EXPECT_EQ(ReadBytes(archive, 7), content.substr(4, 7));
+      EXPECT_EQ(ReadBytes(archive, 100), content.substr(11));
+      EXPECT_EQ(ReadBytes(archive, 1), "");
+    }
+  }
+}
+
+TEST(CArchive, LinesAndBytesTakeTurns) {
+  for (const int size : {1, 2, 3, 5, 4096}) {
+    MemoryFile file("one\r\nabctwo\nde");
+    CArchive archive(&file, CArchive::load, size);
+    std::string line;
+    EXPECT_TRUE(archive.ReadString(line));
+    EXPECT_EQ(line, "one");
+    EXPECT_EQ(ReadBytes(archive, 3), "abc");
+    EXPECT_TRUE(archive.ReadString(line));
+    EXPECT_EQ(line, "two");
+    EXPECT_EQ(ReadBytes(archive, 3), "de");
+  }
+}
+
+TEST(CArchive, BytesOfALineThatAFailureBrokeOffComeFirst) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("x.ini", "0123456789");
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  CFile file;
+  ASSERT_TRUE(file.Open(path, CFile::modeRead));
+  CArchive archive(&file, CArchive::load, 4);
+  files.FailAt(FileOperation::Read, 2, FileResult::NetworkNameDeleted);
+  std::string line;
+  EXPECT_THROW(archive.ReadString(line), CFileException);
+  EXPECT_EQ(ReadBytes(archive, 3), "012");
+  EXPECT_EQ(ReadBytes(archive, 7), "3456789");
+}
+
+TEST(CArchive, WritesBytes) {
+  MemoryFile file;
+  CArchive archive(&file, CArchive::store, 3);
+  archive.Write("ab\0cd", 5);
+  archive.Write(nullptr, 5);
+  archive.Write("x", 0);
+  archive.Close();
+  EXPECT_EQ(file.m_content, std::string("ab\0cd", 5));
+}
+
+struct CountRow {
+  std::size_t count;
+  std::string bytes;
+};
+
+TEST(CArchive, CountsTakeTwoBytesAndFrom65535UpwardSix) {
+  using namespace std::string_literals;
+  const std::vector<CountRow> rows = {{0, "\0\0"s},
+                                      {1, "\1\0"s},
+                                      {0x1234, "\x34\x12"s},
+                                      {65534, "\xFE\xFF"s},
+                                      {65535, "\xFF\xFF\xFF\xFF\0\0"s},
+                                      {0x12345678, "\xFF\xFF\x78\x56\x34\x12"s},
+                                      {0xFFFFFFFF, "\xFF\xFF\xFF\xFF\xFF\xFF"s}};
+  for (const CountRow& row : rows) {
+    MemoryFile file;
+    CArchive archive(&file, CArchive::store);
+    archive.WriteCount(row.count);
+    archive.Close();
+    EXPECT_EQ(file.m_content, row.bytes) << row.count;
+    CArchive loading(&file, CArchive::load);
+    EXPECT_EQ(loading.ReadCount(), row.count);
+  }
+}
+
+TEST(CArchive, AnArchiveThatEndsWithinACountThrowsEndOfFile) {
+  const std::string whole = "\xFF\xFF\1\2\3\4";
+  for (const std::size_t length : {0u, 1u, 2u, 3u, 4u, 5u}) {
+    MemoryFile file(whole.substr(0, length));
+    CArchive archive(&file, CArchive::load);
+    try {
+      archive.ReadCount();
+      ADD_FAILURE() << "no exception, length " << length;
+    } catch (const CArchiveException& failure) {
+      EXPECT_EQ(failure.m_cause, CArchiveException::endOfFile);
+    }
+  }
+}
+
 TEST(CArchive, WrongDirection) {
   MemoryFile file("abc\n");
   CArchive loading(&file, CArchive::load);
@@ -311,6 +414,12 @@ TEST(CArchive, WrongDirection) {
   std::string line = "before";
   EXPECT_FALSE(storing.ReadString(line));
   EXPECT_EQ(line, "before");
+  char byte = '?';
+  EXPECT_EQ(storing.Read(&byte, 1), 0u);
+  EXPECT_EQ(byte, '?');
+  EXPECT_EQ(loading.Read(nullptr, 1), 0u);
+  EXPECT_THROW(loading.Write("x", 1), CFileException);
+  EXPECT_THROW(storing.ReadCount(), CArchiveException);
   EXPECT_EQ(file.m_content, "abc\n");
 }
 

@@ -5,6 +5,9 @@
 #include <memory>
 #include <type_traits>
 
+#include "zelbase/platform/CArchive.h"
+#include "zelbase/platform/CRuntimeClass.h"
+#include "zelbase/platform/CSharedFile.h"
 #include "zelbase/platform/CWinApp.h"
 
 namespace {
@@ -23,6 +26,24 @@ TEST(CObject, IsDestroyedThroughItsBase) {
 }
 
 TEST(CObject, IsNotMadeByItself) { EXPECT_FALSE(std::is_default_constructible_v<CObject>); }
+
+TEST(CObject, SerialisesNothingByItself) {
+  struct Plain : CObject {
+  } plain;
+  CSharedFile file;
+  CArchive storing(&file, CArchive::store);
+  plain.Serialize(storing);
+  storing.Close();
+  EXPECT_EQ(file.GetLength(), 0u);
+}
+
+TEST(CObject, IsOfItsOwnClassOfWhichNoneIsMadeByName) {
+  struct Plain : CObject {
+  } plain;
+  ASSERT_NE(plain.GetRuntimeClass(), nullptr);
+  EXPECT_STREQ(plain.GetRuntimeClass()->m_lpszClassName, "CObject");
+  EXPECT_EQ(plain.GetRuntimeClass()->CreateObject(), nullptr);
+}
 
 TEST(CWinApp, IsAnObjectThatAHostDerivesFrom) {
   struct Application : CWinApp {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "zelbase/platform/CArchive.h"
+#include "zelbase/platform/CArchiveException.h"
 #include "zelbase/platform/CAtlException.h"
 #include "zelbase/platform/CDC.h"
 #include "zelbase/platform/CDynLinkLibrary.h"
@@ -13,6 +14,8 @@
 #include "zelbase/platform/COleDateTime.h"
 #include "zelbase/platform/CPoint.h"
 #include "zelbase/platform/CRect.h"
+#include "zelbase/platform/CRuntimeClass.h"
+#include "zelbase/platform/CSharedFile.h"
 #include "zelbase/platform/CSize.h"
 #include "zelbase/platform/CTime.h"
 #include "zelbase/platform/CWinApp.h"
@@ -22,6 +25,7 @@
 #include "zelbase/platform/FixedFolders.h"
 #include "zelbase/platform/FixedModules.h"
 #include "zelbase/platform/FixedProcesses.h"
+#include "zelbase/platform/HGLOBAL.h"
 #include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/platform/PlatformEvent.h"
@@ -99,6 +103,9 @@
 #include "zelbase/time/CExTime.h"
 #include "zelbase/time/CExTimeSync.h"
 #include "zelbase/time/Time5Q.h"
+
+#include "zelbase/files/CharBuffer.h"
+#include "zelbase/files/FixedPacker.h"
 
 #include "zelbase/geometry/Angles.h"
 #include "zelbase/geometry/BoxComp.h"

@@ -4,10 +4,16 @@
 #include <cstring>
 #include <utility>
 
+#include "zelbase/platform/CArchiveException.h"
+
 namespace {
 
 constexpr int kDefaultSize = 4096;
 constexpr int kLargestSize = 16777216;
+
+constexpr std::size_t kShortCount = 2;
+constexpr std::size_t kLongCount = 4;
+constexpr unsigned int kCountIsLong = 0xFFFF;
 
 std::size_t BufferSize(int wanted) {
   return static_cast<std::size_t>(wanted < 1 || wanted > kLargestSize ? kDefaultSize : wanted);
@@ -30,10 +36,11 @@ CArchive::~CArchive() {
 }
 
 bool CArchive::ReadString(std::string& line) {
+  if (!m_loading) return false;
   std::string_view view;
-  if (!ReadLine(view)) return false;
+  const bool read = ReadLine(view);
   line.assign(view);
-  return true;
+  return read;
 }
 
 bool CArchive::ReadLine(std::string_view& line) {
@@ -76,6 +83,63 @@ bool CArchive::FillBuffer() {
   m_begin = m_end = 0;
   m_end = std::min<std::size_t>(m_file->Read(m_buffer.get(), static_cast<unsigned int>(m_size)), m_size);
   return m_end != 0;
+}
+
+std::size_t CArchive::Read(void* buffer, std::size_t size) {
+  if (!m_loading || buffer == nullptr) return 0;
+  if (m_lineDelivered) {
+    m_line.clear();
+    m_lineDelivered = false;
+  }
+  std::size_t taken = 0;
+  while (taken < size) {
+    const std::size_t part = TakeBytes(static_cast<char*>(buffer) + taken, size - taken);
+    if (part == 0 && !FillBuffer()) break;
+    taken += part;
+  }
+  return taken;
+}
+
+// What is at hand without asking the file: first of a line that a failure has broken off, then of the buffer.
+std::size_t CArchive::TakeBytes(char* buffer, std::size_t size) {
+  if (!m_line.empty()) {
+    const std::size_t part = m_line.copy(buffer, size);
+    m_line.erase(0, part);
+    return part;
+  }
+  const std::size_t part = std::min(size, m_end - m_begin);
+  if (part > 0) std::memcpy(buffer, m_buffer.get() + m_begin, part);
+  m_begin += part;
+  return part;
+}
+
+unsigned int CArchive::ReadWord(std::size_t size) {
+  unsigned char bytes[kLongCount] = {};
+  if (Read(bytes, size) != size) throw CArchiveException(CArchiveException::endOfFile);
+  unsigned int word = 0;
+  for (std::size_t i = size; i-- > 0;) word = word << 8 | bytes[i];
+  return word;
+}
+
+std::size_t CArchive::ReadCount() {
+  const unsigned int count = ReadWord(kShortCount);
+  return count == kCountIsLong ? ReadWord(kLongCount) : count;
+}
+
+void CArchive::WriteWord(unsigned int word, std::size_t size) {
+  char bytes[kLongCount];
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(word >> (8 * i) & 0xFF);
+  Write(bytes, size);
+}
+
+void CArchive::WriteCount(std::size_t count) {
+  if (count < kCountIsLong) return WriteWord(static_cast<unsigned int>(count), kShortCount);
+  WriteWord(kCountIsLong, kShortCount);
+  WriteWord(static_cast<unsigned int>(count & 0xFFFFFFFF), kLongCount);
+}
+
+void CArchive::Write(const void* buffer, std::size_t size) {
+  WriteString(buffer != nullptr ? std::string_view(static_cast<const char*>(buffer), size) : std::string_view());
 }
 
 void CArchive::RequireStoring() const {

@@ -1,5 +1,5 @@
-// Text through a file, a line at a time: the framework's archive, as far as texts need it. CFile.h is what it reads from
-// and writes to; a subclass of CFile serves as well.
+// Lines of text, or binary records, through a file: the framework's archive. CFile.h is what it reads from and writes to; a
+// subclass of CFile serves as well. CObject.h is what serialises itself to one.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,8 @@
 // Storing: what is written reaches the file when the buffer is full, at Flush, at Close or in the destructor. After the
 // first write that failed nothing more goes out: every later WriteString, Flush and Close throws that failure again.
 //
-// Failure: what the file throws passes through (CFileException). A null file reads as an empty one and refuses writing.
+// Failure: what the file throws passes through (CFileException). A null file reads as an empty one and refuses writing. An
+// archive that ends before what it announces throws a CArchiveException.
 // Not copyable. One thread at a time.
 class ZELBASE_API CArchive {
  public:
@@ -39,8 +40,8 @@ class ZELBASE_API CArchive {
   bool IsStoring() const noexcept { return !m_loading; }
   CFile* GetFile() const noexcept { return m_file; }
 
-  // The next line without its end. False at the end of the file, `line` untouched; false on a storing archive, too. When
-  // the file throws, the part of the line read so far is kept for the next call.
+  // The next line without its end. False at the end of the file, and `line` is empty; false on a storing archive, `line`
+  // untouched. When the file throws, the part of the line read so far is kept for the next call.
   bool ReadString(std::string& line);
 
   // As ReadString, without a copy when the line lies in the buffer as a whole: `line` is valid until the next call of any
@@ -52,6 +53,18 @@ class ZELBASE_API CArchive {
   void WriteString(std::string_view text);
   void WriteString(const char* text);
 
+  // Up to `size` bytes, line ends too; the number of them, less than `size` only at the end of the file. 0 on a storing archive and
+  // for a null pointer.
+  std::size_t Read(void* buffer, std::size_t size);
+
+  // Puts out `size` bytes; fails as WriteString does. Nothing for a null pointer.
+  void Write(const void* buffer, std::size_t size);
+
+  // A count of elements: 2 bytes, or 0xFFFF and 4 bytes for a count from 65535 upward, little-endian. Of a larger number the low 32
+  // bits are written. ReadCount throws a CArchiveException, endOfFile, when the archive ends within the count.
+  std::size_t ReadCount();
+  void WriteCount(std::size_t count);
+
   // Hands the buffer to the file when storing; nothing when loading. The file is not flushed to the device:
   // CFile::Flush does that.
   void Flush();
@@ -62,6 +75,9 @@ class ZELBASE_API CArchive {
  private:
   bool FillBuffer();
   std::string_view TakeLine(std::string_view line);
+  std::size_t TakeBytes(char* buffer, std::size_t size);
+  unsigned int ReadWord(std::size_t size);
+  void WriteWord(unsigned int word, std::size_t size);
   void RequireStoring() const;
   void PutOut(const char* data, std::size_t size);
 

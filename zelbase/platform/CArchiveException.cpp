@@ -1,0 +1,3 @@
+#include "zelbase/platform/CArchiveException.h"
+
+const char* CArchiveException::what() const noexcept { return "archive operation failed"; }
