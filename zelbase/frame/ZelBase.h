@@ -147,6 +147,14 @@
 #include "zelbase/data/XyzImporter.h"
 
 #include "zelbase/colour/ColorTable.h"
+#include "zelbase/data/CCompOffset.h"
+#include "zelbase/data/CDataId.h"
+#include "zelbase/data/CDataInfo.h"
+#include "zelbase/data/CDataInfoArray.h"
+#include "zelbase/data/CDataInfoEx.h"
+#include "zelbase/data/CMapTreeitemToDatainfo.h"
+#include "zelbase/data/CMapTreeitemToOffset.h"
+#include "zelbase/data/DATATEXTATTRIBS.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
 #include "zelbase/units/CZelUnitCnv.h"
