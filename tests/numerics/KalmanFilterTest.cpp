@@ -283,6 +283,16 @@ TEST(KalmanFilter, ASingularUpdateSaysSoAndGoesOn) {
   EXPECT_EQ(v.x, 0);  // no variance on either side: the gain is 0 times 1e20
 }
 
+TEST(KalmanFilter, AVarianceThatIsNotANumberSaysSoForEachRowOfNothingButThatAndZeros) {
+  KalmanFilter filter;
+  Initialize(filter, 0, {});
+  testing::internal::CaptureStdout();
+  const Values v = Fixed(filter, 0, 5, 6, kNan);  // S = [NaN 0, 0 NaN]: no element is larger than 0
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kMessage) + kMessage);
+  EXPECT_EQ(v.status, 0);
+  EXPECT_TRUE(std::isnan(v.x));
+}
+
 TEST(KalmanFilter, PositionVelocityGivesStatusZeroAndDoesNothing) {
   KalmanFilter filter;
   Initialize(filter, 10, {1, 2, 3, 4, 5, 6, 7});

@@ -126,6 +126,7 @@ void KalmanFilter::UpdatePosition(double time, double& x, double& y, double& vx,
     status = kTimeRanBackwards;
     return;
   }
+  // Kept: here and not before, so that a refused fix is not remembered.
   s.calibration.TakeFix(time, x, y);
   PrintSingular(UpdateByFix(s.filter, dt, s.dynamics, {x, y, varX, varY, covXY}));
   s.lastUpdate = PositionPart(s.filter.p);

@@ -28,10 +28,10 @@
 //   3   a line of position contradicts the estimate by more than 10000 metres
 //   4   time ran backwards
 //
-// A matrix that cannot be inverted is no failure: "Singular KmMatrix in routine LUDCMP" goes to standard output where one of
-// its rows is all zero, and the filter carries on with numbers without meaning. Not-a-numbers and infinities go through the
-// formulas, and what they reach stays so, beyond Initialize as well, which does not set all of the covariance: begin again
-// with a new filter. A time that is not a number passes for one that does not run backwards.
+// A matrix that cannot be inverted is no failure: "Singular KmMatrix in routine LUDCMP" goes to standard output once for each
+// of its rows that holds nothing but zeros and not-a-numbers, and the filter carries on with numbers without meaning.
+// Not-a-numbers and infinities go through the formulas, and what they reach stays so, beyond Initialize as well, which does
+// not set all of the covariance: begin again with a new filter. A time that is not a number passes for one that does not run backwards.
 //
 // Which covariance is given where is deliberate, and callers rely on it:
 //

@@ -197,6 +197,7 @@ bool Matrix::SVD(Matrix& u, Matrix& w, Matrix& v) const {
   std::array<double, kMostColumns> diagonal;
   Kernels().decompose(m_data.get(), {m_rows, m_cols, left.m_data.get(), diagonal.data(), right.m_data.get()});
   values.zero();
+  // Kept: in the order in which they came to rest; nothing sorts them.
   for (std::size_t k = 0; k < values.m_rows; ++k) values.m_data[k * m_cols + k] = diagonal[k];
   u = std::move(left);
   v = std::move(right);

@@ -469,6 +469,7 @@ inline void CopyIn(const double* a, const Work& work) {
     std::fill_n(std::copy_n(a + i * work.n, work.n, work.a.Row(i)), rest, 0.0);
     std::fill_n(work.left.Row(i), work.left.stride, 0.0);
   }
+  // Kept: of the m columns of the left block the last n, m - n to m - 1, are those that u takes.
   for (std::size_t j = 0; j < work.n; ++j) work.left.Row(work.m - work.n + j)[j] = 1.0;
   std::fill_n(work.right.at, work.n * work.right.stride, 0.0);
   std::fill_n(work.e, work.a.stride, 0.0);

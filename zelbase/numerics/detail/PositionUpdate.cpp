@@ -6,7 +6,8 @@ namespace {
 
 constexpr int kLastSecond = 4;
 
-// Standard deviation of the acceleration, metres a second squared: by whole seconds of the time step, then by dynamics.
+// Standard deviation of the acceleration, metres a second squared.
+// Kept: rows are whole seconds of the time step, columns the dynamics, and not the other way round.
 constexpr double kAcceleration[kLastSecond + 1][kDynamicsCount] = {{2.5, 1.25, 0.75, 0.35, 0.1},
                                                                    {1.5, 0.75, 0.35, 0.15, 0.06},
                                                                    {1.0, 0.5, 0.25, 0.1, 0.04},
