@@ -1,5 +1,5 @@
-// A dense matrix of doubles with the arithmetic, the inverse and the singular value decomposition that the suite's filters and
-// adjustments need. Neighbours: col_vector.h, the column it is multiplied with; KalmanFilter.h, the largest user.
+// A dense matrix of doubles with the arithmetic, the inverse and the singular value decomposition that the suite's adjustments
+// need. Neighbours: col_vector.h, the column it is multiplied with; KalmanFilter.h, which has small matrices of its own.
 #pragma once
 
 #include <cstddef>

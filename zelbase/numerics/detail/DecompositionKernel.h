@@ -338,16 +338,13 @@ inline Split FindSplit(const Bidiagonal& b, std::size_t k) {
   }
 }
 
-// The rotation that takes (f, h) to (z, 0). Without length it turns nothing.
-struct Turn {
-  Rotation rotation;
-  double z;
-};
-inline Turn TurnOf(double f, double h) {
+// The rotation that takes (f, h) to (z, 0); gives z.
+inline double TurnOf(double f, double h, double& c, double& s) {
   const double z = std::sqrt(f * f + h * h);
   // Kept: length 0 is the identity, where f / z would be no number and spread over all results.
-  if (z == 0.0) return {{1.0, 0.0}, z};
-  return {{f / z, h / z}, z};
+  c = z == 0.0 ? 1.0 : f / z;
+  s = z == 0.0 ? 0.0 : h / z;
+  return z;
 }
 
 // First member of the chase: the shift from the lower right minor of 2 by 2.
@@ -373,20 +370,14 @@ inline void Chase(const Bidiagonal& b, std::size_t l, std::size_t k, Rotation* r
     double y = b.q[i];
     double h = s * g;
     g = c * g;
-    const Turn first = TurnOf(f, h);
-    *right = first.rotation;
-    b.e[i - 1] = first.z;
-    c = first.rotation.c;
-    s = first.rotation.s;
+    b.e[i - 1] = TurnOf(f, h, c, s);
+    *right = {c, s};
     f = x * c + g * s;
     g = g * c - x * s;
     h = y * s;
     y = y * c;
-    const Turn second = TurnOf(f, h);
-    *left = second.rotation;
-    b.q[i - 1] = second.z;
-    c = second.rotation.c;
-    s = second.rotation.s;
+    b.q[i - 1] = TurnOf(f, h, c, s);
+    *left = {c, s};
     f = c * g + s * y;
     x = c * y - s * g;
   }
