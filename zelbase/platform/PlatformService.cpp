@@ -13,4 +13,6 @@ constinit std::atomic<PlatformModules*> PlatformService<PlatformModules>::s_repl
 template <>
 constinit std::atomic<PlatformProcesses*> PlatformService<PlatformProcesses>::s_replacement{nullptr};
 template <>
+constinit std::atomic<PlatformSerialPorts*> PlatformService<PlatformSerialPorts>::s_replacement{nullptr};
+template <>
 constinit std::atomic<PlatformThreads*> PlatformService<PlatformThreads>::s_replacement{nullptr};

@@ -1,5 +1,5 @@
-// How the library reaches the operating system: each service (clock, files, folders, help, modules, processes, threads) is one
-// narrow interface, and PlatformService<Interface> says which implementation answers now.
+// How the library reaches the operating system: each service (clock, files, folders, help, modules, processes, serial ports,
+// threads) is one narrow interface, and PlatformService<Interface> says which implementation answers now.
 //
 // Every interface has a default for this system, made at first use and never destroyed, so that the destructor of any
 // static may still call it. A test, or a host with needs of its own, puts another in its place with PlatformOverride.
@@ -10,7 +10,8 @@
 #include "zelbase/platform/ZelBaseApi.h"
 
 // The door to one service. Interface is PlatformClock, PlatformFiles, PlatformFolders, PlatformHelp, PlatformModules,
-// PlatformProcesses or PlatformThreads; each of them has a static System() that gives this system's own answer.
+// PlatformProcesses, PlatformSerialPorts or PlatformThreads; each of them has a static System() that gives this system's
+// own answer.
 //
 // Threads: Current() may be called from any thread at any time. Replacing a service while another thread is inside a
 // call of the old one is safe as long as the old one stays alive until that call has returned.
@@ -54,6 +55,7 @@ class PlatformFolders;
 class PlatformHelp;
 class PlatformModules;
 class PlatformProcesses;
+class PlatformSerialPorts;
 class PlatformThreads;
 
 // One replacement a process, whichever module of the suite asks: the variables live in this library.
@@ -69,5 +71,7 @@ template <>
 ZELBASE_API std::atomic<PlatformModules*> PlatformService<PlatformModules>::s_replacement;
 template <>
 ZELBASE_API std::atomic<PlatformProcesses*> PlatformService<PlatformProcesses>::s_replacement;
+template <>
+ZELBASE_API std::atomic<PlatformSerialPorts*> PlatformService<PlatformSerialPorts>::s_replacement;
 template <>
 ZELBASE_API std::atomic<PlatformThreads*> PlatformService<PlatformThreads>::s_replacement;
