@@ -1,7 +1,6 @@
 #include "zelbase/numerics/Matrix.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -17,8 +16,7 @@ using zelbase::detail::NewElements;
 
 namespace {
 
-constexpr int kDecimals = 6;               // of "%f"
-constexpr unsigned int kMostColumns = 256;  // that SVD takes
+constexpr int kDecimals = 6;  // of "%f"
 
 }  // namespace
 
@@ -190,15 +188,14 @@ Matrix Matrix::inv() const {
 }
 
 bool Matrix::SVD(Matrix& u, Matrix& w, Matrix& v) const {
-  if (m_rows < m_cols || m_cols > kMostColumns) return false;
+  if (m_rows < m_cols) return false;
   Matrix left(m_rows, m_cols);
   Matrix values(m_cols, m_cols);
   Matrix right(m_cols, m_cols);
-  std::array<double, kMostColumns> diagonal;
-  Kernels().decompose(m_data.get(), {m_rows, m_cols, left.m_data.get(), diagonal.data(), right.m_data.get()});
   values.zero();
-  // Kept: in the order in which they came to rest; nothing sorts them.
-  for (std::size_t k = 0; k < values.m_rows; ++k) values.m_data[k * m_cols + k] = diagonal[k];
+  double* const diagonal = values.m_data.get();  // comes out as the first row
+  Kernels().decompose(m_data.get(), {m_rows, m_cols, left.m_data.get(), diagonal, right.m_data.get()});
+  for (std::size_t k = 1; k < values.m_rows; ++k) std::swap(diagonal[k * m_cols + k], diagonal[k]);
   u = std::move(left);
   v = std::move(right);
   w = std::move(values);

@@ -118,9 +118,9 @@ class ZELBASE_API Matrix {
   //       columns of the m by m matrix whose rows are the left singular vectors: the first n rows of u give the last n
   //       rows of a, as u'.trn() * w * v.trn(); the other rows go with no singular value.
   //
-  // False, with the results as they were, when m is less than n or n is more than 256; true otherwise. The results may be
-  // this matrix, and one may be another: w is written last, v before it, u first. A column shorter than 1e-34 counts as
-  // zero. A value that has not settled after 1000 sweeps is taken as it stands, so that not-a-numbers end as well. Cost: m
+  // False, with the results as they were, when m is less than n; true otherwise, however many columns there are. The
+  // results may be this matrix, and one may be another: w is written last, v before it, u first. A column shorter than
+  // 1e-34 counts as zero. A value that has not settled after 1000 sweeps is taken as it stands, so that not-a-numbers end as well. Cost: m
   // times n squared, and memory for three times m by n.
   bool SVD(Matrix& u, Matrix& w, Matrix& v) const;
 
