@@ -40,6 +40,7 @@ void LookUp(const ColorTable& table) {
   const std::vector<double> probes = ProbesOf(table);
   std::vector<unsigned int> row(probes.size());
   for (const double value : probes) Require(table.GetColor(value) == second.Color(value), "colour");
+  LookUpOften(table);
   table.GetColors(probes, row);
   for (std::size_t i = 0; i < probes.size(); ++i) {
     Require(row[i] == second.Color(probes[i]), "colour of a row");

@@ -56,12 +56,12 @@ void ExpectCounts(const std::vector<double>& starts, std::mt19937_64& random) {
   }
 }
 
-TEST(ColorLookup, EvenStartsHaveACellEach) {
+TEST(ColorLookup, EvenStartsHaveABucketEach) {
   std::mt19937_64 random(1);
   for (const int size : {1, 2, 3, 7, 64, 100, 4096, 5000}) {
     std::vector<double> starts;
     for (int i = 0; i < size; ++i) starts.push_back(0.1 * i - 3);
-    EXPECT_TRUE(ColorLookup(starts, CountingColors(starts.size())).HasCells()) << size;
+    EXPECT_FALSE(ColorLookup(starts, CountingColors(starts.size())).HasCrowds()) << size;
     ExpectCounts(starts, random);
   }
 }
@@ -72,7 +72,7 @@ TEST(ColorLookup, CrowdedStartsShareBuckets) {
     std::vector<double> starts = {-1e9};
     for (int i = 2; i < size; ++i) starts.push_back(0.001 * i);
     starts.push_back(1e9);
-    EXPECT_FALSE(ColorLookup(starts, CountingColors(starts.size())).HasCells()) << size;
+    EXPECT_TRUE(ColorLookup(starts, CountingColors(starts.size())).HasCrowds()) << size;
     ExpectCounts(starts, random);
   }
 }
@@ -96,17 +96,17 @@ TEST(ColorLookup, TheSmallestAndTheLargestNumbersAreStarts) {
 
 TEST(ColorLookup, RandomStartsOfEverySpacingAreFound) {
   std::mt19937_64 random(5);
-  int numCells = 0;
+  int numCrowded = 0;
   for (int round = 0; round < 400; ++round) {
     std::vector<double> starts(random() % 90 + 1);
     const double power = static_cast<double>(random() % 6) + 1;
     for (double& start : starts) start = std::pow(static_cast<double>(random() % 1000) / 100 - 5, power);
     std::sort(starts.begin(), starts.end());
-    numCells += ColorLookup(starts, CountingColors(starts.size())).HasCells() ? 1 : 0;
+    numCrowded += ColorLookup(starts, CountingColors(starts.size())).HasCrowds() ? 1 : 0;
     ExpectCounts(starts, random);
   }
-  EXPECT_GT(numCells, 40);
-  EXPECT_LT(numCells, 360);
+  EXPECT_GT(numCrowded, 40);
+  EXPECT_LT(numCrowded, 360);
 }
 
 TEST(ColorLookup, RowsOfEveryLengthAreFilledAndNoFurther) {

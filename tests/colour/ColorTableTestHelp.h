@@ -21,7 +21,7 @@ inline void ExpectSameTable(const ColorTable& table, const SecondColorTable& sec
   }
 }
 
-// Each probe one by one, then, with the index that the table has made by then, one by one and as a row.
+// Each probe one by one, then, with the index of the table, one by one and as a row.
 inline void ExpectSameLookUp(const ColorTable& table, const SecondColorTable& second) {
   const std::vector<double> probes = ProbesOf(table);
   std::vector<unsigned int> expected;
@@ -30,6 +30,7 @@ inline void ExpectSameLookUp(const ColorTable& table, const SecondColorTable& se
     ASSERT_EQ(table.GetColor(value), expected.back()) << value;
     ASSERT_EQ(table.GetName(value), second.Name(value)) << value;
   }
+  LookUpOften(table);
   for (std::size_t i = 0; i < probes.size(); ++i) ASSERT_EQ(table.GetColor(probes[i]), expected[i]) << probes[i];
   std::vector<unsigned int> row(probes.size(), 0xEEEEEEEE);
   table.GetColors(probes, row);

@@ -392,3 +392,10 @@ inline std::vector<double> ProbesOf(const ColorTable& table) {
   }
   return probes;
 }
+
+// Looks up so often that the table makes its index, if it can.
+inline void LookUpOften(const ColorTable& table) {
+  const std::vector<double> values(static_cast<std::size_t>(table.NumEntries()) + 2000);
+  std::vector<unsigned int> colors(values.size());
+  table.GetColors(values, colors);
+}

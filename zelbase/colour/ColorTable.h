@@ -45,9 +45,9 @@ inline constexpr COLORREF LOWCOLOR_DEFAULT = 0;
 // text or false, and changes nothing. Runs of more than MOST_RUN_ENTRIES entries, or whose number of entries is not a
 // number, add none.
 //
-// A look-up costs the logarithm of the number of entries. After as many look-ups as there are entries, without a change
-// between, the table makes an index of its own, and they cost a few nanoseconds, with the same answers. It makes none
-// when values are equal, out of order or not finite.
+// A look-up costs the logarithm of the number of entries. After a thousand look-ups, and as many as there are entries,
+// without a change between, the table makes an index of its own, and they cost a few nanoseconds, with the same
+// answers. It makes none when values are equal, out of order or not finite.
 //
 // Copies copy everything. Threads: no lock. Several threads may look up at once while nobody changes the table;
 // FileSave counts as a change, for it sets HasOpened.

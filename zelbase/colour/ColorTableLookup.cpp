@@ -14,6 +14,10 @@ namespace {
 
 constexpr int kBelowAll = -1;  // the place of the low colour and its name
 
+// An index is made after so many look-ups and as many as there are entries: by then, what it costs has been spent on
+// searching anyway.
+constexpr std::size_t kFewLookups = 1000;
+
 // Doubles and whole numbers in the same order; infinities count, what is not a number does not.
 constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
 
@@ -125,7 +129,8 @@ std::string ColorTable::GetName(double value) const { return NameAt(NameIndex(va
 // Null while there is none, or none can be made.
 const ColorLookup* ColorTable::LookupFor(std::size_t numLookups) const {
   if (const ColorLookup* const lookup = m_lookup.Get()) return lookup;
-  return m_lookup.CountsUpTo(numLookups, m_values.size()) ? m_lookup.Keep(MakeLookup()) : nullptr;
+  const std::size_t bound = kFewLookups + m_values.size();
+  return m_lookup.CountsPast(bound, numLookups) ? m_lookup.Keep(MakeLookup()) : nullptr;
 }
 
 // Whether an index can stand for the search: in strict order, and with a guess that is a number, since the product in

@@ -17,8 +17,8 @@ namespace zelbase::detail {
 // bucket are not above the number, and starts in a higher bucket are. Only those in the same bucket are compared, so
 // that the answer is exact.
 //
-// Two shapes: with at most one start a bucket, each bucket is a cell that holds the start and both colours (one place
-// in memory to look at). Otherwise a bucket names its first start, and a search without branches goes on from there.
+// A bucket is a cell, which holds its start and the colours on both sides of it: one place in memory to look at. Where
+// starts crowd, as at the lower end of a logarithmic table, a cell names several, and a search without branches follows.
 //
 // Immutable, so that any number of threads may ask.
 class ZELBASE_API ColorLookup {
@@ -31,7 +31,8 @@ class ZELBASE_API ColorLookup {
   ColorLookup(std::span<const double> starts, std::span<const COLORREF> colors);
 
   COLORREF ColorOf(double value) const {
-    return m_cells.empty() ? m_colors[NumStartsUpTo(value)] : ColorInCell(m_cells[BucketOf(value)], value);
+    const Cell& cell = m_cells[BucketOf(value)];
+    return IsCrowded(cell) ? ColorInCrowd(cell, value) : ColorInCell(cell, value);
   }
 
   // The same of each value; `colors` has room for as many. By vectors where the processor has them.
@@ -40,23 +41,25 @@ class ZELBASE_API ColorLookup {
   // The same without vectors.
   void ColorsOfPortably(std::span<const double> values, COLORREF* colors) const;
 
-  // Whether every bucket is a cell. Only cells are looked at by vectors.
-  bool HasCells() const { return !m_cells.empty(); }
+  // Whether any bucket has more than one start.
+  bool HasCrowds() const { return !m_starts.empty(); }
 
   // Whether this processor has the vectors.
   static bool HasVectors();
 
  private:
-  // A bucket with at most one start. Without one, the next start stands here, which no number of this bucket reaches.
+  // A bucket with at most one start: that, and the colour below it in the low half of `halves`, from it on in the high
+  // half. Without one, the next start stands here, which no number of this bucket reaches; behind the last start any
+  // number will do, the colours being the same.
+  // A crowded bucket: not a number, the number of starts in lower buckets, and the first step of the search.
   struct Cell {
     double start;
-    std::uint64_t colors;  // below `start` in the low half, from it on in the high half
+    std::uint64_t halves;
   };
 
-  bool IsSpread(std::span<const double> starts, std::size_t numBuckets);
   void SetBuckets(std::span<const double> starts, std::size_t numBuckets);
+  bool IsSpread(std::span<const double> starts) const;
   void MakeCells(std::span<const double> starts, std::span<const COLORREF> colors);
-  void MakeSteps(std::span<const double> starts, std::span<const COLORREF> colors);
   std::size_t ColorsByVectors(std::span<const double> values, COLORREF* colors) const;
 
   std::size_t BucketOf(double value) const {
@@ -65,27 +68,27 @@ class ZELBASE_API ColorLookup {
     return static_cast<std::size_t>(static_cast<std::int32_t>(notBelow < m_lastBucket ? notBelow : m_lastBucket));
   }
 
+  static bool IsCrowded(const Cell& cell) { return cell.start != cell.start; }
+
   static COLORREF ColorInCell(const Cell& cell, double value) {
-    return static_cast<COLORREF>(cell.colors >> (cell.start <= value ? 32 : 0));
+    return static_cast<COLORREF>(cell.halves >> (cell.start <= value ? 32 : 0));
   }
 
-  std::size_t NumStartsUpTo(double value) const {
-    std::size_t count = m_buckets[BucketOf(value)];
-    for (std::size_t half = m_half; half != 0; half /= 2) {
-      count += half & (0 - static_cast<std::size_t>(m_starts[count + half - 1] <= value));
+  COLORREF ColorInCrowd(const Cell& cell, double value) const {
+    std::size_t count = cell.halves & 0xFFFFFFFF;
+    for (std::size_t step = cell.halves >> 32; step != 0; step /= 2) {
+      count += step & (0 - static_cast<std::size_t>(m_starts[count + step - 1] <= value));
     }
-    return count;
+    return m_colors[count];
   }
 
   double m_first = 0;
   double m_scale = 0;
   double m_lastBucket = 0;
-
   std::vector<Cell> m_cells;
 
-  std::size_t m_half = 0;                // the first step of the search, a power of two
-  std::vector<std::uint32_t> m_buckets;  // the number of starts in lower buckets
-  std::vector<double> m_starts;          // with 2 * m_half at the end that no number reaches
+  // For crowds only. Behind the starts stand as many that no number reaches as the longest search can look at.
+  std::vector<double> m_starts;
   std::vector<COLORREF> m_colors;
 };
 

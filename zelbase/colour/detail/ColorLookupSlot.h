@@ -11,11 +11,11 @@
 
 namespace zelbase::detail {
 
-// Empty at first, and again after each change of the table. The index is made when as many numbers have been looked up
-// as the table has entries: so neither a table that is built entry by entry, nor one that is changed and asked in
-// turns, pays more than a constant part for it.
+// Empty at first, and again after each change of the table. The index is made when enough numbers have been looked up
+// since: so neither a table that is built entry by entry, nor one that is changed and asked in turns, pays more than a
+// constant part for it.
 //
-// Threads: several may call Get, CountsUpTo and Keep at once. Forget, assignment and destruction belong to the one
+// Threads: several may call Get, CountsPast and Keep at once. Forget, assignment and destruction belong to the one
 // thread that changes the table.
 //
 // A copy starts empty; a move takes the index along.
@@ -42,7 +42,7 @@ class ZELBASE_API ColorLookupSlot {
 
   // Counts look-ups. True for the one caller whose look-ups make the count pass `bound`; it is the one to make the
   // index.
-  bool CountsUpTo(std::size_t numLookups, std::size_t bound) const {
+  bool CountsPast(std::size_t bound, std::size_t numLookups) const {
     // Those that come later only read, so that readers of a table that has no index do not share a line they write.
     if (m_numLookups.load(std::memory_order_relaxed) > bound) return false;
     const std::size_t before = m_numLookups.fetch_add(numLookups, std::memory_order_relaxed);
