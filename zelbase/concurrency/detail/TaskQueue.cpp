@@ -55,8 +55,9 @@ bool TaskQueue::Push(Task& task) {
 
 bool TaskQueue::Pop(Task& task) {
   for (;;) {
-    if (TryPop(task)) return true;
-    if (IsClosed()) return TryPop(task);  // Kept: what was added before the close is still handed out
+    const bool closed = IsClosed();  // asked first: once it is, nothing comes behind an empty queue
+    if (TryPop(task)) return true;   // Kept: also from a closed queue, which is drained
+    if (closed) return false;
     AwaitTaskOrClose();
   }
 }
