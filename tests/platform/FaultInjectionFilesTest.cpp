@@ -199,6 +199,32 @@ TEST_F(FaultInjectionFilesTest, DroppedConnectionMayLetFilesOpen) {
   EXPECT_EQ(Read(*file, 1), FileResult::NetworkNameDeleted);
 }
 
+TEST_F(FaultInjectionFilesTest, BrokenFilesFailForEverAndLaterOnesDoNot) {
+  const auto file = Open(m_path);
+  m_files.BreakOpenFiles(FileResult::UnexpectedNetwork);
+  EXPECT_EQ(EveryFileOperation(*file), std::vector<FileResult>(8, FileResult::UnexpectedNetwork));
+  const auto later = Open(m_path);
+  EXPECT_EQ(EveryFileOperation(*later), std::vector<FileResult>(8, FileResult::Ok));
+  m_files.Reset();
+  EXPECT_EQ(Read(*file, 1), FileResult::UnexpectedNetwork);
+  EXPECT_EQ(m_files.FaultsGiven(), 1u);
+  m_files.BreakOpenFiles();
+  EXPECT_EQ(Read(*later, 1), FileResult::NetworkNameDeleted);
+}
+
+TEST_F(FaultInjectionFilesTest, PassesOnInWhosePlaceAFileIsOpened) {
+  FileOpenRequest request;
+  request.path = m_path;
+  request.access = FileRights::ReadWrite;
+  request.sharing = FileRights::Read;
+  const auto former = m_files.Open(request, m_result);
+  ASSERT_NE(former, nullptr);
+  EXPECT_EQ(m_files.Open(request, m_result), nullptr);
+  EXPECT_EQ(m_result, FileResult::SharingViolation);
+  request.inPlaceOf = former.get();
+  EXPECT_NE(m_files.Open(request, m_result), nullptr);
+}
+
 TEST_F(FaultInjectionFilesTest, CountsOpenFiles) {
   EXPECT_EQ(m_files.OpenFiles(), 0);
   auto one = Open(m_path);

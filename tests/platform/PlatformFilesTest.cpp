@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -418,6 +419,98 @@ TEST(PlatformFiles, ForkedChildHoldsOnToItsParentsFiles) {
   EXPECT_EQ(Try(Request(path)), FileResult::Ok);
 }
 
+// ---- One opening in place of another ----
+
+FileOpenRequest InPlaceOf(PlatformFile& former, const FileOpenRequest& request) {
+  FileOpenRequest result = request;
+  result.inPlaceOf = &former;
+  return result;
+}
+
+TEST(PlatformFiles, OwnClaimsAreNoHindranceToTheFileInTheirPlace) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  for (const FileRights access : kRights) {
+    for (const FileRights sharing : kRights) {
+      const auto former = Open(Request(path, access, sharing));
+      for (const FileRights newAccess : kRights) {
+        for (const FileRights newSharing : kRights) {
+          EXPECT_EQ(Try(InPlaceOf(*former, Request(path, newAccess, newSharing))), FileResult::Ok);
+        }
+      }
+      // The former one holds what it held, no less and no more.
+      TryAllAgainst(path, access, sharing);
+    }
+  }
+}
+
+TEST(PlatformFiles, ClaimsOfOthersCountForTheFileInPlaceOfAnother) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  for (const FileRights access : kRights) {
+    for (const FileRights sharing : kRights) {
+      const auto other = Open(Request(path, access, sharing));
+      const auto former = Open(Request(path, FileRights::None));
+      ASSERT_NE(former, nullptr);
+      for (const FileRights newAccess : kRights) {
+        for (const FileRights newSharing : kRights) {
+          const bool agree = Agree(newAccess, newSharing, access, sharing);
+          EXPECT_EQ(Try(InPlaceOf(*former, Request(path, newAccess, newSharing))),
+                    agree ? FileResult::Ok : FileResult::SharingViolation);
+        }
+      }
+      TryAllAgainst(path, access, sharing);
+    }
+  }
+}
+
+TEST(PlatformFiles, TheFileInPlaceOfAnotherHasItsOwnClaimsWhenThatIsClosed) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  for (const FileRights access : kRights) {
+    for (const FileRights sharing : kRights) {
+      auto former = Open(Request(path, FileRights::ReadWrite, FileRights::None));
+      const auto successor = Open(InPlaceOf(*former, Request(path, access, sharing)));
+      ASSERT_NE(successor, nullptr);
+      former.reset();
+      TryAllAgainst(path, access, sharing);
+    }
+  }
+}
+
+TEST(PlatformFiles, InPlaceOfAFileOfAnotherNameMeansNothing) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  const auto holder = Open(Request(path, FileRights::ReadWrite, FileRights::None));
+  const auto other = Open(Request(folder.Write("b", ""), FileRights::ReadWrite, FileRights::None));
+  EXPECT_EQ(Try(InPlaceOf(*other, Request(path))), FileResult::SharingViolation);
+}
+
+TEST(PlatformFiles, NobodyGetsInWhileOneFileTakesThePlaceOfAnother) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  const FileOpenRequest request = Request(path, FileRights::ReadWrite, FileRights::Read);
+  auto file = Open(request);
+  ASSERT_NE(file, nullptr);
+  std::atomic<bool> done{false};
+  std::atomic<int> intruders{0};
+  std::atomic<int> attempts{0};
+  std::thread rival([&] {
+    while (!done) {
+      if (Open(request) != nullptr) ++intruders;
+      ++attempts;
+    }
+  });
+  for (int round = 0; round < 200 || attempts < 20; ++round) {
+    auto successor = Open(InPlaceOf(*file, request));
+    EXPECT_NE(successor, nullptr);
+    if (successor != nullptr) file = std::move(successor);
+  }
+  done = true;
+  rival.join();
+  EXPECT_EQ(intruders, 0);
+}
+
 // ---- One open file ----
 
 TEST(PlatformFiles, AccessIsWhatWasAskedFor) {
@@ -491,6 +584,18 @@ TEST(PlatformFiles, TimesAreMillisecondsSince1970) {
   EXPECT_LE(times.accessed, now);
   EXPECT_GT(times.created, 0.0);
   EXPECT_LE(times.created, now);
+}
+
+TEST(PlatformFiles, TimesFarOutAreFinite) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Write("a", "abc");
+  for (const long long seconds : {-9000000000LL, 9000000000LL}) {
+    std::filesystem::last_write_time(
+        path, std::chrono::file_clock::from_sys(std::chrono::sys_seconds(std::chrono::seconds(seconds))));
+    FileTimes times;
+    ASSERT_EQ(Open(Request(path))->GetTimes(times), FileResult::Ok);
+    EXPECT_LE(std::abs(times.written), std::abs(static_cast<double>(seconds)) * 1000.0);
+  }
 }
 
 TEST(PlatformFiles, FullDiskPutsOutWhatFits) {

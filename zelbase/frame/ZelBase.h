@@ -108,7 +108,10 @@
 #include "zelbase/time/Time5Q.h"
 
 #include "zelbase/files/CharBuffer.h"
+#include "zelbase/files/DataStream.h"
+#include "zelbase/files/FileStream.h"
 #include "zelbase/files/FixedPacker.h"
+#include "zelbase/files/HugeFileStream.h"
 
 #include "zelbase/sonar/Multibeam.h"
 #include "zelbase/sonar/PingStruct.h"

@@ -51,13 +51,27 @@ class FaultInjectionFiles::State {
     std::size_t bytes = std::numeric_limits<std::size_t>::max();
   };
 
-  // Counts one operation and decides about it. `size` is what a read or write asks for.
-  Verdict Begin(FileOperation kind, std::size_t size = 0) {
+  // Counts one operation without an open file and decides about it.
+  Verdict Begin(FileOperation kind) {
     const LockGuard guard(m_mutex);
-    ++m_counts.byKind[static_cast<std::size_t>(kind)];
-    const Verdict verdict = Decide(kind, size);
-    if (verdict.result != FileResult::Ok) ++m_counts.faults;
-    return verdict;
+    return Count(kind, Decide(kind, 0));
+  }
+
+  // The same for a file that was opened after `breaks` calls of BreakOpenFiles. `size` is what a read or write asks for.
+  Verdict Begin(FileOperation kind, std::size_t size, unsigned long long breaks) {
+    const LockGuard guard(m_mutex);
+    return Count(kind, breaks < m_breaks ? Verdict{m_broken, 0} : Decide(kind, size));
+  }
+
+  void BreakOpenFiles(FileResult result) {
+    const LockGuard guard(m_mutex);
+    ++m_breaks;
+    m_broken = result;
+  }
+
+  unsigned long long Breaks() const {
+    const LockGuard guard(m_mutex);
+    return m_breaks;
   }
 
   void Order(const FaultOrder& order) { Change([&](Faults& faults) { faults.order = order; }); }
@@ -95,6 +109,12 @@ class FaultInjectionFiles::State {
   }
 
  private:
+  Verdict Count(FileOperation kind, Verdict verdict) ZELBASE_REQUIRES(m_mutex) {
+    ++m_counts.byKind[static_cast<std::size_t>(kind)];
+    if (verdict.result != FileResult::Ok) ++m_counts.faults;
+    return verdict;
+  }
+
   // A dropped connection first, then the ordered fault, then the limits.
   Verdict Decide(FileOperation kind, std::size_t size) ZELBASE_REQUIRES(m_mutex) {
     const bool ordered = IsOrdered(kind);
@@ -127,19 +147,23 @@ class FaultInjectionFiles::State {
   mutable zelbase::detail::Mutex m_mutex;
   Faults m_faults ZELBASE_GUARDED_BY(m_mutex);
   Counts m_counts ZELBASE_GUARDED_BY(m_mutex);
+  unsigned long long m_breaks ZELBASE_GUARDED_BY(m_mutex) = 0;
+  FileResult m_broken ZELBASE_GUARDED_BY(m_mutex) = FileResult::Ok;
   int m_openFiles ZELBASE_GUARDED_BY(m_mutex) = 0;
 };
 
 class FaultInjectionFiles::File final : public PlatformFile {
  public:
   File(std::unique_ptr<PlatformFile> file, std::shared_ptr<State> state)
-      : m_file(std::move(file)), m_state(std::move(state)) {
+      : m_file(std::move(file)), m_state(std::move(state)), m_breaks(m_state->Breaks()) {
     m_state->ChangeOpenFiles(1);
   }
   ~File() override {
     m_file.reset();
     m_state->ChangeOpenFiles(-1);
   }
+
+  PlatformFile* Behind() const { return m_file.get(); }
 
   FileResult Read(void* buffer, std::size_t size, std::size_t& done) override {
     return Transfer(FileOperation::Read, size, done,
@@ -171,7 +195,7 @@ class FaultInjectionFiles::File final : public PlatformFile {
  private:
   template <class Operation>
   FileResult Pass(FileOperation kind, Operation operation) {
-    const State::Verdict verdict = m_state->Begin(kind);
+    const State::Verdict verdict = m_state->Begin(kind, 0, m_breaks);
     return verdict.result == FileResult::Ok ? operation() : verdict.result;
   }
 
@@ -179,7 +203,7 @@ class FaultInjectionFiles::File final : public PlatformFile {
   template <class Operation>
   FileResult Transfer(FileOperation kind, std::size_t size, std::size_t& done, Operation operation) {
     done = 0;
-    const State::Verdict verdict = m_state->Begin(kind, size);
+    const State::Verdict verdict = m_state->Begin(kind, size, m_breaks);
     const std::size_t part = std::min(size, verdict.bytes);
     if (part == 0 && verdict.result != FileResult::Ok) return verdict.result;
     const FileResult result = operation(part);
@@ -188,6 +212,7 @@ class FaultInjectionFiles::File final : public PlatformFile {
 
   std::unique_ptr<PlatformFile> m_file;
   std::shared_ptr<State> m_state;
+  unsigned long long m_breaks;
 };
 
 FaultInjectionFiles::FaultInjectionFiles(PlatformFiles& files) : m_files(files), m_state(std::make_shared<State>()) {}
@@ -225,6 +250,8 @@ void FaultInjectionFiles::RestoreConnection() {
   m_state->Change([](Faults& faults) { faults.dropped = false; });
 }
 
+void FaultInjectionFiles::BreakOpenFiles(FileResult result) { m_state->BreakOpenFiles(result); }
+
 void FaultInjectionFiles::Reset() { m_state->Reset(); }
 
 unsigned long long FaultInjectionFiles::Count() const {
@@ -245,7 +272,9 @@ int FaultInjectionFiles::OpenFiles() const { return m_state->OpenFiles(); }
 std::unique_ptr<PlatformFile> FaultInjectionFiles::Open(const FileOpenRequest& request, FileResult& result) {
   result = m_state->Begin(FileOperation::Open).result;
   if (result != FileResult::Ok) return nullptr;
-  std::unique_ptr<PlatformFile> file = m_files.Open(request, result);
+  FileOpenRequest passedOn = request;
+  if (const File* const former = dynamic_cast<File*>(request.inPlaceOf)) passedOn.inPlaceOf = former->Behind();
+  std::unique_ptr<PlatformFile> file = m_files.Open(passedOn, result);
   if (file == nullptr) return nullptr;
   return std::make_unique<File>(std::move(file), m_state);
 }

@@ -63,7 +63,12 @@ class ZELBASE_API FaultInjectionFiles : public PlatformFiles {
   void DropConnection(bool opensFail = true);
   void RestoreConnection();
 
-  // As new: no fault is ordered and all counts are 0. Files that are open still count as open.
+  // Files that are open now fail every operation with `result` for ever, as those of a share that went away and came back;
+  // files opened later do not.
+  void BreakOpenFiles(FileResult result = FileResult::NetworkNameDeleted);
+
+  // As new: no fault is ordered and all counts are 0. Files that are open still count as open, and
+  // broken ones stay broken.
   void Reset();
 
   // ---- What has happened ----

@@ -12,6 +12,7 @@ enum class FileResult : unsigned int {
   InvalidHandle = 6,        // not open
   NotEnoughMemory = 8,
   WriteProtected = 19,      // read-only file system
+  NotReady = 21,            // no medium in the drive
   SharingViolation = 32,    // somebody else holds the file in a mode that excludes this one
   UnexpectedNetwork = 59,
   NetworkNameDeleted = 64,  // connection to a network share lost

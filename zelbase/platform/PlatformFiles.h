@@ -28,6 +28,8 @@ enum class FileDisposition : unsigned int {
   CreateNew,      // must not exist
 };
 
+class PlatformFile;
+
 struct FileOpenRequest {
   std::string path;                                       // "\" or "/" as separator
   FileRights access = FileRights::Read;
@@ -35,6 +37,10 @@ struct FileOpenRequest {
   FileDisposition disposition = FileDisposition::OpenExisting;
   bool randomAccess = false;                              // hint only
   bool ownerOnly = false;                                 // a file made by this opening is nobody else's to read
+
+  // An open file of the caller's that this opening is to take the place of: when both are one file, its own claims are no
+  // hindrance, and nobody else gets in between. It stays open, with its claims, until the caller closes it.
+  PlatformFile* inPlaceOf = nullptr;
 };
 
 // Milliseconds since 1970-01-01 00:00:00 UTC.

@@ -40,6 +40,8 @@ FileResult FileResultFromErrno(int error) noexcept {
       return FileResult::NotEnoughMemory;
     case EROFS:
       return FileResult::WriteProtected;
+    case ENOMEDIUM:
+      return FileResult::NotReady;
     case EAGAIN:  // somebody's lease, lock or
     case EBUSY:   // mount point, or
     case ETXTBSY: // running program
@@ -179,12 +181,17 @@ struct flock LockOn(Claim claim, short type) {
   return lock;
 }
 
+// For each of kClaimRules, whether it is wanted.
+using Wanted = std::array<bool, 4>;
+
+Wanted WantedFor(FileRights access, FileRights sharing) {
+  return {Includes(access, FileRights::Read), Includes(access, FileRights::Write), !Includes(sharing, FileRights::Read),
+          !Includes(sharing, FileRights::Write)};
+}
+
 class SharingClaims {
  public:
-  SharingClaims(int descriptor, FileRights access, FileRights sharing) : m_descriptor(descriptor) {
-    m_wanted = {Includes(access, FileRights::Read), Includes(access, FileRights::Write),
-                !Includes(sharing, FileRights::Read), !Includes(sharing, FileRights::Write)};
-  }
+  SharingClaims(int descriptor, const Wanted& wanted) : m_descriptor(descriptor), m_wanted(wanted) {}
 
   // False when somebody else's claims exclude these; then none is left on the file.
   bool Take() {
@@ -195,6 +202,20 @@ class SharingClaims {
       ReleaseAll();
     }
     return false;
+  }
+
+  // As Take, for a descriptor that comes in the place of `former`, which holds `held` on the same file. Nobody is hidden
+  // from his own claims but their holder; so the former one claims what is new and looks around, and these are laid while it
+  // stands guard. It ends with what it held.
+  bool TakeInPlaceOf(int former, const Wanted& held) {
+    Wanted added = m_wanted;
+    for (std::size_t i = 0; i < added.size(); ++i) added[i] = m_wanted[i] && !held[i];
+    SharingClaims guard(former, added);
+    if (!guard.Take()) return false;
+    const bool laid = Lay();
+    if (!laid) ReleaseAll();
+    guard.ReleaseAll();
+    return laid;
   }
 
   // Whether somebody holds a claim contrary to these; lays none.
@@ -229,7 +250,9 @@ class SharingClaims {
   }
 
   void ReleaseAll() {
-    for (const ClaimRule& rule : kClaimRules) Release(rule.mine);
+    for (std::size_t i = 0; i < kClaimRules.size(); ++i) {
+      if (m_wanted[i]) Release(kClaimRules[i].mine);
+    }
   }
 
   // Waits between 0 and 2^attempt quarters of a millisecond, differing from rival to rival.
@@ -242,16 +265,19 @@ class SharingClaims {
   }
 
   int m_descriptor;
-  std::array<bool, 4> m_wanted{};
+  Wanted m_wanted;
 };
 
 // ---- One open file ---------------------------------------------------------------------------------------------------
 
+// Some file systems keep any number of seconds; beyond some 28,000 years either way the nearest end is taken.
 double Milliseconds(long long seconds, long long nanoseconds) {
-  return static_cast<double>(seconds * 10000000 + nanoseconds / 100) / 10000.0;
+  constexpr long long kFurthest = 900000000000;
+  const long long near = std::clamp(seconds, -kFurthest, kFurthest);
+  return static_cast<double>(near * 10000000 + nanoseconds / 100) / 10000.0;
 }
 
-// The system's own moment of birth; without one, the earlier of last write and last change.
+// The system's own moment of birth; without one, the earliest of the other times.
 double CreationTime(int descriptor, const struct stat& status) {
 #ifdef STATX_BTIME
   struct statx extended {};
@@ -259,8 +285,9 @@ double CreationTime(int descriptor, const struct stat& status) {
     return Milliseconds(extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec);
   }
 #endif
-  return std::min(Milliseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec),
-                  Milliseconds(status.st_ctim.tv_sec, status.st_ctim.tv_nsec));
+  return std::min({Milliseconds(status.st_atim.tv_sec, status.st_atim.tv_nsec),
+                   Milliseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec),
+                   Milliseconds(status.st_ctim.tv_sec, status.st_ctim.tv_nsec)});
 }
 
 // Some file systems cannot force anything out and say EINVAL; there is nothing to wait for then.
@@ -271,7 +298,11 @@ FileResult ForceOut(int descriptor) {
 
 class PosixFile final : public PlatformFile {
  public:
-  PosixFile(Descriptor descriptor, FileRights access) : m_descriptor(std::move(descriptor)), m_access(access) {}
+  PosixFile(Descriptor descriptor, FileRights access, FileRights sharing)
+      : m_descriptor(std::move(descriptor)), m_access(access), m_sharing(sharing) {}
+
+  int Number() const { return m_descriptor.Number(); }
+  Wanted Claims() const { return WantedFor(m_access, m_sharing); }
 
   FileResult Read(void* buffer, std::size_t size, std::size_t& done) override {
     done = 0;
@@ -361,6 +392,7 @@ class PosixFile final : public PlatformFile {
 
   Descriptor m_descriptor;
   FileRights m_access;
+  FileRights m_sharing;
 };
 
 // ---- The file system -------------------------------------------------------------------------------------------------
@@ -408,11 +440,24 @@ void MakeBlocking(int descriptor) {
   if (flags >= 0) ::fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
 }
 
+bool IsOneFile(int descriptor, int other) {
+  struct stat one {};
+  struct stat two {};
+  if (::fstat(descriptor, &one) != 0 || ::fstat(other, &two) != 0) return false;
+  return one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+}
+
+bool TakeClaims(SharingClaims& claims, int descriptor, const FileOpenRequest& request) {
+  const auto* const former = dynamic_cast<const PosixFile*>(request.inPlaceOf);
+  if (former == nullptr || !IsOneFile(descriptor, former->Number())) return claims.Take();
+  return claims.TakeInPlaceOf(former->Number(), former->Claims());
+}
+
 // Checks sharing, then cuts the file if the request says so. Cutting counts as writing for the check, whatever the access.
 FileResult TakeOver(int descriptor, const FileOpenRequest& request) {
   const FileRights access = Cuts(request) ? request.access | FileRights::Write : request.access;
-  SharingClaims claims(descriptor, access, request.sharing);
-  if (!claims.Take()) return FileResult::SharingViolation;
+  SharingClaims claims(descriptor, WantedFor(access, request.sharing));
+  if (!TakeClaims(claims, descriptor, request)) return FileResult::SharingViolation;
   if (!Cuts(request)) return FileResult::Ok;
   if (WithoutInterruption([&] { return ::ftruncate(descriptor, 0); }) != 0) return LastError();
   if (!Includes(request.access, FileRights::Write)) claims.Release(Claim::Writes);
@@ -423,7 +468,7 @@ FileResult TakeOver(int descriptor, const FileOpenRequest& request) {
 bool IsGuarded(const std::string& path) {
   const Descriptor descriptor = OpenDescriptor(path, O_RDONLY | O_NONBLOCK);
   if (!descriptor.IsOpen()) return false;
-  return SharingClaims(descriptor.Number(), FileRights::Write, FileRights::ReadWrite).SeesContrary();
+  return SharingClaims(descriptor.Number(), WantedFor(FileRights::Write, FileRights::ReadWrite)).SeesContrary();
 }
 
 // Ok, too, for a folder that may not be read: its entries cannot be forced out then.
@@ -447,7 +492,7 @@ class PosixFiles final : public PlatformFiles {
     Descriptor descriptor;
     result = OpenChecked(request, descriptor);
     if (result != FileResult::Ok) return nullptr;
-    return std::make_unique<PosixFile>(std::move(descriptor), request.access);
+    return std::make_unique<PosixFile>(std::move(descriptor), request.access, request.sharing);
   }
 
   FileResult Replace(const std::string& from, const std::string& to) override {
