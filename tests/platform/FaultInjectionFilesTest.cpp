@@ -72,11 +72,15 @@ TEST_F(FaultInjectionFilesTest, CountsEachKind) {
   EveryFileOperation(*file);
   m_files.Replace(m_path, m_path);
   m_files.Remove(m_path);
-  for (unsigned int kind = 0; kind <= static_cast<unsigned int>(FileOperation::Remove); ++kind) {
+  FileStatus status;
+  m_files.GetStatus(m_path, status);
+  std::vector<FolderEntry> entries;
+  m_files.List(m_path, entries);
+  for (unsigned int kind = 0; kind <= static_cast<unsigned int>(FileOperation::List); ++kind) {
     EXPECT_EQ(m_files.Count(static_cast<FileOperation>(kind)), 1u) << kind;
   }
-  EXPECT_EQ(m_files.Count(), 11u);
-  EXPECT_EQ(m_files.Count(static_cast<FileOperation>(11)), 0u);
+  EXPECT_EQ(m_files.Count(), 13u);
+  EXPECT_EQ(m_files.Count(static_cast<FileOperation>(13)), 0u);
   m_files.Reset();
   EXPECT_EQ(m_files.Count(), 0u);
   EXPECT_EQ(m_files.OpenFiles(), 1);
@@ -189,6 +193,25 @@ TEST_F(FaultInjectionFilesTest, DroppedConnectionFailsEverythingUntilItIsBack) {
   EXPECT_TRUE(m_files.IsRegularFile(m_path));
   EXPECT_EQ(Read(*file, 100), FileResult::Ok);
   EXPECT_EQ(m_text, "cdef");
+}
+
+TEST_F(FaultInjectionFilesTest, LookingAtPathsFailsWithoutAConnectionAndByOrder) {
+  FileStatus status;
+  std::vector<FolderEntry> entries;
+  m_files.DropConnection();
+  EXPECT_EQ(m_files.GetStatus(m_path, status), FileResult::NetworkNameDeleted);
+  EXPECT_EQ(m_files.List(m_folder.Path(), entries), FileResult::NetworkNameDeleted);
+  EXPECT_EQ(status.size, 0u);
+  EXPECT_TRUE(entries.empty());
+  m_files.DropConnection(false);
+  EXPECT_EQ(m_files.GetStatus(m_path, status), FileResult::Ok);
+  EXPECT_EQ(status.size, 6u);
+  EXPECT_EQ(m_files.List(m_folder.Path(), entries), FileResult::Ok);
+  EXPECT_EQ(entries.size(), 1u);
+  m_files.FailAt(FileOperation::List, 1, FileResult::AccessDenied);
+  EXPECT_EQ(m_files.List(m_folder.Path(), entries), FileResult::AccessDenied);
+  m_files.FailAt(FileOperation::GetStatus, 1, FileResult::AccessDenied);
+  EXPECT_EQ(m_files.GetStatus(m_path, status), FileResult::AccessDenied);
 }
 
 TEST_F(FaultInjectionFilesTest, DroppedConnectionMayLetFilesOpen) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/ChildProcess.h"
+#include "tests/support/RunProgram.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/ThisProcess.h"
 
@@ -586,15 +587,16 @@ TEST(PlatformFiles, TimesAreMillisecondsSince1970) {
   EXPECT_LE(times.created, now);
 }
 
-TEST(PlatformFiles, TimesFarOutAreFinite) {
+// In a file system in memory, which keeps any number of seconds; a disk's own bounds are nearer.
+TEST(PlatformFiles, TimesFarOutEndAfter28000Years) {
+  const EnvironmentVariable temporary("TMPDIR", std::filesystem::exists("/dev/shm") ? "/dev/shm" : nullptr);
   const TemporaryFolder folder;
   const std::string path = folder.Write("a", "abc");
-  for (const long long seconds : {-9000000000LL, 9000000000LL}) {
-    std::filesystem::last_write_time(
-        path, std::chrono::file_clock::from_sys(std::chrono::sys_seconds(std::chrono::seconds(seconds))));
+  for (const char* const seconds : {"@900000000001", "@9000000000000000000", "@-900000000001", "@-9000000000000000000"}) {
+    RunProgram("touch", {"-d", seconds, path});
     FileTimes times;
     ASSERT_EQ(Open(Request(path))->GetTimes(times), FileResult::Ok);
-    EXPECT_LE(std::abs(times.written), std::abs(static_cast<double>(seconds)) * 1000.0);
+    EXPECT_LE(std::abs(times.written), 900000000001e3) << seconds;
   }
 }
 
@@ -742,6 +744,79 @@ TEST(PlatformFiles, LinkToANameWithABackslashStaysAsGiven) {
   const TemporaryFolder folder;
   const std::string link = folder.MakeLink("link", "odd\\name");
   EXPECT_EQ(PlatformFiles::System().FollowLinks(link), link);
+}
+
+TEST(PlatformFiles, TellsWhatAPathIs) {
+  const TemporaryFolder folder;
+  PlatformFiles& files = PlatformFiles::System();
+  FileStatus status;
+  ASSERT_EQ(files.GetStatus(folder.Write("a", "abc"), status), FileResult::Ok);
+  EXPECT_FALSE(status.isFolder);
+  EXPECT_TRUE(status.isWritable);
+  EXPECT_EQ(status.size, 3u);
+  EXPECT_NE(status.record, nullptr);
+  std::filesystem::permissions(folder.File("a"), std::filesystem::perms(0444));
+  ASSERT_EQ(files.GetStatus(folder.InterfacePath() + "\\a", status), FileResult::Ok);
+  EXPECT_FALSE(status.isWritable);
+  ASSERT_EQ(files.GetStatus(folder.MakeLink("link", folder.Path()), status), FileResult::Ok);
+  EXPECT_TRUE(status.isFolder);
+  EXPECT_EQ(files.GetStatus(folder.File("none"), status), FileResult::NotFound);
+  EXPECT_EQ(files.GetStatus(folder.File("no/a"), status), FileResult::PathNotFound);
+  EXPECT_EQ(files.GetStatus("", status), FileResult::PathNotFound);
+  EXPECT_EQ(files.GetStatus(std::string("a\0b", 3), status), FileResult::InvalidName);
+  EXPECT_TRUE(status.isFolder);
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<FolderEntry> entries;
+  EXPECT_EQ(PlatformFiles::System().List(folder, entries), FileResult::Ok);
+  std::vector<std::string> names;
+  for (const FolderEntry& entry : entries) names.push_back(entry.name + (entry.isFolder ? "/" : ""));
+  return names;
+}
+
+TEST(PlatformFiles, ListsAFolderInByteOrder) {
+  const TemporaryFolder folder;
+  for (const char* const name : {"b", "a", "B", "\xB0", "a.b", ".hidden"}) folder.Write(name, "");
+  folder.MakeFolder("sub");
+  folder.MakeFifo("fifo");
+  folder.MakeLink("link", "sub");
+  folder.MakeLink("nowhere", "none");
+  folder.Write("odd\\name", "");
+  EXPECT_EQ(NamesIn(folder.Path()), (std::vector<std::string>{".hidden", "B", "a", "a.b", "b", "fifo", "link", "nowhere",
+                                                              "sub/", "\xB0"}));
+  EXPECT_EQ(NamesIn(folder.InterfacePath() + "\\sub\\"), std::vector<std::string>());
+  EXPECT_EQ(NamesIn(folder.File("link")), std::vector<std::string>());
+}
+
+TEST(PlatformFiles, WhatIsNoFolderIsNotListed) {
+  const TemporaryFolder folder;
+  PlatformFiles& files = PlatformFiles::System();
+  std::vector<FolderEntry> entries = {{"kept", false}};
+  const int descriptors = CountOpenDescriptors();
+  EXPECT_EQ(files.List(folder.File("none"), entries), FileResult::NotFound);
+  EXPECT_EQ(files.List(folder.Write("a", ""), entries), FileResult::PathNotFound);
+  EXPECT_EQ(files.List(folder.MakeFifo("fifo"), entries), FileResult::PathNotFound);
+  EXPECT_EQ(files.List("/dev/null", entries), FileResult::PathNotFound);
+  EXPECT_EQ(files.List(std::string("a\0b", 3), entries), FileResult::InvalidName);
+  EXPECT_EQ(entries.size(), 1u);
+  EXPECT_EQ(CountOpenDescriptors(), descriptors);
+}
+
+TEST(PlatformFiles, ServiceWithoutFoldersKnowsNoPath) {
+  class Nothing : public PlatformFiles {
+   public:
+    std::unique_ptr<PlatformFile> Open(const FileOpenRequest&, FileResult&) override { return nullptr; }
+    FileResult Replace(const std::string&, const std::string&) override { return FileResult::NotFound; }
+    FileResult Remove(const std::string&) override { return FileResult::NotFound; }
+    std::string FollowLinks(const std::string& path) override { return path; }
+    bool IsRegularFile(const std::string&) override { return false; }
+  };
+  Nothing nothing;
+  FileStatus status;
+  std::vector<FolderEntry> entries;
+  EXPECT_EQ(nothing.GetStatus("a", status), FileResult::NotFound);
+  EXPECT_EQ(nothing.List("a", entries), FileResult::PathNotFound);
 }
 
 TEST(PlatformFiles, TellsRegularFiles) {

@@ -109,9 +109,14 @@
 
 #include "zelbase/files/CharBuffer.h"
 #include "zelbase/files/DataStream.h"
+#include "zelbase/files/FileFinder.h"
+#include "zelbase/files/FileHelpers.h"
+#include "zelbase/files/FileInfo.h"
+#include "zelbase/files/FileName.h"
 #include "zelbase/files/FileStream.h"
 #include "zelbase/files/FixedPacker.h"
 #include "zelbase/files/HugeFileStream.h"
+#include "zelbase/files/PathHelpers.h"
 
 #include "zelbase/sonar/Multibeam.h"
 #include "zelbase/sonar/PingStruct.h"

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::size_t kKinds = static_cast<std::size_t>(FileOperation::Remove) + 1;
+constexpr std::size_t kKinds = static_cast<std::size_t>(FileOperation::List) + 1;
 
 struct FaultOrder {
   unsigned long long n = 0;  // operations still to come, the failing one included; 0 is no order
@@ -37,7 +37,16 @@ struct Counts {
 };
 
 bool IsOnOpenFile(FileOperation kind) {
-  return kind != FileOperation::Open && kind != FileOperation::Replace && kind != FileOperation::Remove;
+  switch (kind) {
+    case FileOperation::Open:
+    case FileOperation::Replace:
+    case FileOperation::Remove:
+    case FileOperation::GetStatus:
+    case FileOperation::List:
+      return false;
+    default:
+      return true;
+  }
 }
 
 }  // namespace
@@ -295,4 +304,14 @@ std::string FaultInjectionFiles::FollowLinks(const std::string& path) {
 
 bool FaultInjectionFiles::IsRegularFile(const std::string& path) {
   return !m_state->OpensFail() && m_files.IsRegularFile(path);
+}
+
+FileResult FaultInjectionFiles::GetStatus(const std::string& path, FileStatus& status) {
+  const FileResult result = m_state->Begin(FileOperation::GetStatus).result;
+  return result == FileResult::Ok ? m_files.GetStatus(path, status) : result;
+}
+
+FileResult FaultInjectionFiles::List(const std::string& folder, std::vector<FolderEntry>& entries) {
+  const FileResult result = m_state->Begin(FileOperation::List).result;
+  return result == FileResult::Ok ? m_files.List(folder, entries) : result;
 }

@@ -12,7 +12,7 @@
 // The operations that are counted and may fail. FollowLinks and IsRegularFile, which have no result number, are passed on
 // uncounted.
 enum class FileOperation : unsigned int {
-  Open, Read, Write, Seek, Flush, GetSize, SetEnd, GetTimes, CopyMode, Replace, Remove
+  Open, Read, Write, Seek, Flush, GetSize, SetEnd, GetTimes, CopyMode, Replace, Remove, GetStatus, List
 };
 
 // Put in force with a PlatformOverride; a loop over n visits every way in which one operation can fail:
@@ -58,7 +58,7 @@ class ZELBASE_API FaultInjectionFiles : public PlatformFiles {
   // One read gives at most this many bytes, as a slow connection may; 0 is no limit.
   void LimitReads(std::size_t bytes);
 
-  // Every operation on open files is NetworkNameDeleted until RestoreConnection; opening, replacing and removing too, unless
+  // Every operation on open files is NetworkNameDeleted until RestoreConnection; those on paths are, too, unless
   // `opensFail` is false. A file that was open goes on where it was when the connection is back.
   void DropConnection(bool opensFail = true);
   void RestoreConnection();
@@ -90,6 +90,8 @@ class ZELBASE_API FaultInjectionFiles : public PlatformFiles {
   FileResult Remove(const std::string& path) override;
   std::string FollowLinks(const std::string& path) override;
   bool IsRegularFile(const std::string& path) override;
+  FileResult GetStatus(const std::string& path, FileStatus& status) override;
+  FileResult List(const std::string& folder, std::vector<FolderEntry>& entries) override;
 
  private:
   class State;

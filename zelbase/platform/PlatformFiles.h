@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "zelbase/platform/FileResult.h"
 #include "zelbase/platform/PlatformService.h"
@@ -48,6 +49,25 @@ struct FileTimes {
   double created = 0.0;
   double accessed = 0.0;
   double written = 0.0;
+};
+
+// This system's record of a path; include the system's header to look into it.
+struct stat;
+
+// What is known of a path, links followed.
+struct ZELBASE_API FileStatus {
+  bool isFolder = false;
+  bool isWritable = false;                    // there is a right to write, and this user has it
+  unsigned long long size = 0;                // bytes
+  std::shared_ptr<const struct stat> record;  // null: a file service that has none
+
+  // A record that is all zero; never destroyed.
+  static const struct stat& NoRecord();
+};
+
+struct FolderEntry {
+  std::string name;
+  bool isFolder = false;  // itself, no link to one
 };
 
 // One open file. The destructor closes it. One thread at a time.
@@ -105,6 +125,16 @@ class ZELBASE_API PlatformFiles {
 
   // True for an existing regular file (links followed).
   virtual bool IsRegularFile(const std::string& path) = 0;
+
+  // What is known of a path; `status` is untouched on failure. This and List are NotFound and PathNotFound in a service
+  // that has no folders.
+  virtual FileResult GetStatus(const std::string& /*path*/, FileStatus& /*status*/) { return FileResult::NotFound; }
+
+  // Appends what is in `folder` (empty: the current one) in ascending byte order, without "." and "..". On failure, also one
+  // midway, nothing is appended. Names that hold a "\" are left out: no path of the interface can mean them.
+  virtual FileResult List(const std::string& /*folder*/, std::vector<FolderEntry>& /*entries*/) {
+    return FileResult::PathNotFound;
+  }
 
   // This system's files; never destroyed.
   static PlatformFiles& System();

@@ -1,5 +1,6 @@
 #include "zelbase/platform/posix/PosixFiles.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <time.h>
@@ -9,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 #include "zelbase/platform/PlatformFiles.h"
@@ -486,6 +488,50 @@ FileResult CheckMovable(const std::string& path) {
   return S_ISREG(status.st_mode) || S_ISLNK(status.st_mode) ? FileResult::Ok : FileResult::AccessDenied;
 }
 
+// ---- What is on the disk -----------------------------------------------------------------------------------------------
+
+// Nobody's right counts for the superuser, who could write anyway, and one's own for everybody else.
+bool IsWritable(const std::string& path, const struct stat& status) {
+  constexpr mode_t kAnybodysRight = S_IWUSR | S_IWGRP | S_IWOTH;
+  return (status.st_mode & kAnybodysRight) != 0 && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+// Some file systems do not tell the kind of an entry together with its name.
+bool IsFolderEntry(int folder, const struct dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+  struct stat status {};
+  return ::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool IsReachableName(const std::string& name) {
+  return name != "." && name != ".." && name.find('\\') == std::string::npos;
+}
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, FolderCloser>;
+
+// Null on failure, errno set. The stream takes the descriptor over, so that no started program inherits it.
+Folder OpenFolder(const std::string& path) {
+  const int number = WithoutInterruption(
+      [&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+  if (number < 0) return nullptr;
+  Folder folder(::fdopendir(number));
+  if (folder == nullptr) ::close(number);
+  return folder;
+}
+
+FileResult ReadFolder(DIR* folder, std::vector<FolderEntry>& entries) {
+  for (;;) {
+    errno = 0;
+    const struct dirent* const entry = ::readdir(folder);
+    if (entry == nullptr) return LastError();
+    std::string name = entry->d_name;
+    if (IsReachableName(name)) entries.push_back({std::move(name), IsFolderEntry(::dirfd(folder), *entry)});
+  }
+}
+
 class PosixFiles final : public PlatformFiles {
  public:
   std::unique_ptr<PlatformFile> Open(const FileOpenRequest& request, FileResult& result) override {
@@ -535,6 +581,32 @@ class PosixFiles final : public PlatformFiles {
     return !HasZeroByte(name) && ::stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
   }
 
+  FileResult GetStatus(const std::string& path, FileStatus& status) override {
+    const std::string name = ToSystemPath(path);
+    if (HasZeroByte(name)) return FileResult::InvalidName;
+    struct stat record {};
+    if (::stat(name.c_str(), &record) != 0) return PathFailure(name, errno);
+    status.isFolder = S_ISDIR(record.st_mode);
+    status.isWritable = IsWritable(name, record);
+    status.size = static_cast<unsigned long long>(record.st_size);
+    status.record = std::make_shared<const struct stat>(record);
+    return FileResult::Ok;
+  }
+
+  FileResult List(const std::string& folder, std::vector<FolderEntry>& entries) override {
+    const std::string name = folder.empty() ? "." : ToSystemPath(folder);
+    if (HasZeroByte(name)) return FileResult::InvalidName;
+    const Folder opened = OpenFolder(name);
+    if (opened == nullptr) return PathFailure(name, errno);
+    std::vector<FolderEntry> found;
+    const FileResult result = ReadFolder(opened.get(), found);
+    if (result != FileResult::Ok) return result;
+    std::sort(found.begin(), found.end(),
+              [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
+    std::move(found.begin(), found.end(), std::back_inserter(entries));
+    return FileResult::Ok;
+  }
+
  private:
   // Devices are refused before they are opened, since opening alone may reset one; what changes kind in between is
   // caught behind the opening.
@@ -554,6 +626,11 @@ class PosixFiles final : public PlatformFiles {
 };
 
 }  // namespace
+
+const struct stat& FileStatus::NoRecord() {
+  static const struct stat record {};
+  return record;
+}
 
 PlatformFiles& PlatformFiles::System() {
   static PlatformFiles& files = *new PosixFiles;

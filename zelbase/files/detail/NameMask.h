@@ -1,0 +1,13 @@
+// Whether the name of a directory's entry matches a mask with wild cards. Internal to the library; FileFinder.h is what callers
+// use.
+#pragma once
+
+#include <string_view>
+
+namespace zelbase::detail {
+
+// "*" stands for any number of characters, also none, "?" for exactly one; A to Z equal a to z, bytes from 128 up are their own.
+// "*.*" matches every name, an empty mask none. Takes at most the product of both lengths.
+bool MatchesMask(std::string_view name, std::string_view mask);
+
+}  // namespace zelbase::detail
