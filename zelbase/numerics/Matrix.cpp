@@ -195,6 +195,7 @@ bool Matrix::SVD(Matrix& u, Matrix& w, Matrix& v) const {
   values.zero();
   double* const diagonal = values.m_data.get();  // comes out as the first row
   Kernels().decompose(m_data.get(), {m_rows, m_cols, left.m_data.get(), diagonal, right.m_data.get()});
+  // Kept: in the order in which they came to rest; nothing sorts them.
   for (std::size_t k = 1; k < values.m_rows; ++k) std::swap(diagonal[k * m_cols + k], diagonal[k]);
   u = std::move(left);
   v = std::move(right);
