@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <type_traits>
 
@@ -97,6 +98,16 @@ TEST(CMapTreeitemToDatainfo, AnArchiveHasTheCountThenEntriesOf20BytesInAscending
   AddEntry(expected, 0x89ABCDEF, kSpeed);
   ASSERT_EQ(expected.Get().size(), 2 + 2 * 20u);
   EXPECT_EQ(StoredBytes(map), expected.Text("5,1,1002,3").Text("6,1,12,1").Get());
+}
+
+// The bytes that docs/data-identifiers.md shows.
+TEST(CMapTreeitemToDatainfo, WritesTheExampleOfTheFormatPage) {
+  CMapTreeitemToDatainfo map;
+  map.SetAt(Row(16), CDataInfo(CDataId(5, 1002, 3, 1), 7, 9));
+  const unsigned char example[] = {0x01, 0x00, 0x10, 0x00, 0x00, 0x00, 0x05, 0x00, 0xEA, 0x03, 0x03,
+                                   0x00, 0x01, 0x00, 0x0A, 0x00, 0x00, 0x00, 0x07, 0x00, 0x09, 0x00,
+                                   0x35, 0x2C, 0x31, 0x2C, 0x31, 0x30, 0x30, 0x32, 0x2C, 0x33};
+  EXPECT_EQ(StoredBytes(map), std::string(std::begin(example), std::end(example)));
 }
 
 TEST(CMapTreeitemToDatainfo, OfAnAddressTheLow32BitsTravel) {

@@ -44,6 +44,11 @@ class Lines : public LineDataICreator {
   LineData* Create(const std::string& name) override { return new LineData(name); }
 };
 
+class Builders : public MessageBuilderICreator {
+ public:
+  CMessageBuilder* Create() override { return new CMessageBuilder; }
+};
+
 void UseErrorList() {
   GenericError error("a description that is longer than the short ones");
   error.AddCause(FileError("C:\\a folder\\a file that is not there.ini", FileError::Open));
@@ -97,6 +102,23 @@ void UseLineDataList() {
   if (known == nullptr) list.RegisterLineData(7, new Lines);
   const std::unique_ptr<LineData> line(list.Create(7, "a line with a name beyond the short ones"));
 }
+void UseClipboard() {
+  COleDataSource source;
+  CCF_DispInfo payload;
+  payload.SetName("a display with a name beyond the short ones");
+  CWDClipboardData::Get().SetData(&source, &payload, 2);
+  source.SetClipboard();
+  COleDataObject object;
+  object.AttachClipboard();
+  CWDClipboardData::Get().GetData(&object, &payload, 2);
+  const std::unique_ptr<CObject> made(CRuntimeClass::CreateObject(payload.GetRuntimeClass()->m_lpszClassName));
+}
+void UseMessageBuilders() {
+  CMessageBuilderList& list = CMessageBuilderList::GetMessageBuilderList();
+  list.UnRegisterMessageBuilder("a builder with a name beyond the short ones");
+  list.RegisterMessageBuilder("a builder with a name beyond the short ones", new Builders);
+  const std::unique_ptr<CMessageBuilder> builder(list.Create("a builder with a name beyond the short ones"));
+}
 void UseModuleState() {
   static int place = 0;
   ZelBaseMain(&place, ZELBASE_PROCESS_ATTACH, nullptr);
@@ -107,7 +129,7 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 17> kUses = {{{"ErrorList", UseErrorList},
+constexpr std::array<Use, 19> kUses = {{{"ErrorList", UseErrorList},
                                         {"ErrorString", UseErrorString},
                                         {"EmptyError", UseEmptyError},
                                         {"Initializers", UseInitializers},
@@ -123,6 +145,8 @@ constexpr std::array<Use, 17> kUses = {{{"ErrorList", UseErrorList},
                                         {"Checksums", UseChecksums},
                                         {"Services", UseServices},
                                         {"LineDataList", UseLineDataList},
+                                        {"Clipboard", UseClipboard},
+                                        {"MessageBuilders", UseMessageBuilders},
                                         {"ModuleState", UseModuleState}}};
 
 void UseAll() {

@@ -1,29 +1,27 @@
 #include "zelbase/platform/CRuntimeClass.h"
 
-#include <mutex>
 #include <string_view>
+
+#include "zelbase/platform/LockGuard.h"
+#include "zelbase/platform/detail/Mutex.h"
 
 namespace {
 
-// Both are there before any static object of a class, and never destroyed.
-constinit CRuntimeClass* g_first = nullptr;
-
-std::mutex& ListMutex() {
-  static std::mutex& mutex = *new std::mutex;
-  return mutex;
-}
+// Both are there before any static object of a class, and of the lock nothing is ever destroyed.
+constinit zelbase::detail::Mutex g_listLock;
+constinit CRuntimeClass* g_first ZELBASE_GUARDED_BY(g_listLock) = nullptr;
 
 }  // namespace
 
 CRuntimeClass::CRuntimeClass(const char* name, Maker maker)
     : m_lpszClassName(name != nullptr ? name : ""), m_maker(maker) {
-  const std::lock_guard guard(ListMutex());
+  const LockGuard guard(g_listLock);
   m_next = g_first;
   g_first = this;
 }
 
 CRuntimeClass::~CRuntimeClass() {
-  const std::lock_guard guard(ListMutex());
+  const LockGuard guard(g_listLock);
   CRuntimeClass** at = &g_first;
   while (*at != this) at = &(*at)->m_next;
   *at = m_next;
@@ -33,7 +31,7 @@ CObject* CRuntimeClass::CreateObject() const { return m_maker == nullptr ? nullp
 
 CRuntimeClass* CRuntimeClass::FromName(const char* name) {
   if (name == nullptr) return nullptr;
-  const std::lock_guard guard(ListMutex());
+  const LockGuard guard(g_listLock);
   CRuntimeClass* found = g_first;
   while (found != nullptr && std::string_view(found->m_lpszClassName) != name) found = found->m_next;
   return found;

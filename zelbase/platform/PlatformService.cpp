@@ -1,6 +1,8 @@
 #include "zelbase/platform/PlatformService.h"
 
 template <>
+constinit std::atomic<PlatformClipboard*> PlatformService<PlatformClipboard>::s_replacement{nullptr};
+template <>
 constinit std::atomic<PlatformClock*> PlatformService<PlatformClock>::s_replacement{nullptr};
 template <>
 constinit std::atomic<PlatformFiles*> PlatformService<PlatformFiles>::s_replacement{nullptr};

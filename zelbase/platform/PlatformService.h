@@ -1,5 +1,5 @@
-// How the library reaches the operating system: each service (clock, files, folders, help, modules, processes, serial ports,
-// threads) is one narrow interface, and PlatformService<Interface> says which implementation answers now.
+// How the library reaches the operating system: each service (clipboard, clock, files, folders, help, modules, processes, serial
+// ports, threads) is one narrow interface, and PlatformService<Interface> says which implementation answers now.
 //
 // Every interface has a default for this system, made at first use and never destroyed, so that the destructor of any
 // static may still call it. A test, or a host with needs of its own, puts another in its place with PlatformOverride.
@@ -9,9 +9,9 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
-// The door to one service. Interface is PlatformClock, PlatformFiles, PlatformFolders, PlatformHelp, PlatformModules,
-// PlatformProcesses, PlatformSerialPorts or PlatformThreads; each of them has a static System() that gives this system's
-// own answer.
+// The door to one service. Interface is PlatformClipboard, PlatformClock, PlatformFiles, PlatformFolders, PlatformHelp,
+// PlatformModules, PlatformProcesses, PlatformSerialPorts or PlatformThreads; each of them has a static System() that gives
+// this system's own answer.
 //
 // Threads: Current() may be called from any thread at any time. Replacing a service while another thread is inside a
 // call of the old one is safe as long as the old one stays alive until that call has returned.
@@ -49,6 +49,7 @@ class PlatformOverride {
   Interface* m_former;
 };
 
+class PlatformClipboard;
 class PlatformClock;
 class PlatformFiles;
 class PlatformFolders;
@@ -59,6 +60,8 @@ class PlatformSerialPorts;
 class PlatformThreads;
 
 // One replacement a process, whichever module of the suite asks: the variables live in this library.
+template <>
+ZELBASE_API std::atomic<PlatformClipboard*> PlatformService<PlatformClipboard>::s_replacement;
 template <>
 ZELBASE_API std::atomic<PlatformClock*> PlatformService<PlatformClock>::s_replacement;
 template <>
