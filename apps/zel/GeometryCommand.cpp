@@ -1,7 +1,6 @@
 #include "GeometryCommand.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -10,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "PageText.h"
 #include "PointFile.h"
 #include "SettingsFile.h"
 #include "SvgPicture.h"
@@ -44,22 +44,6 @@ Places ToPlaces(const std::vector<Point>& points) {
   return places;
 }
 
-// Four numbers with commas.
-bool ReadPage(const std::string& text, Page& page) {
-  std::array<double, 4> edges{};
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  for (std::size_t i = 0; i < edges.size(); ++i) {
-    if (i > 0 && (at == end || *at++ != ',')) return false;
-    const auto result = std::from_chars(at, end, edges[i]);
-    if (result.ec != std::errc() || !std::isfinite(edges[i])) return false;
-    at = result.ptr;
-  }
-  page.Set(edges[0], edges[1], edges[2], edges[3]);
-  page.Normalize();
-  return at == end;
-}
-
 // ---- clip ----
 
 using Ring = std::vector<Point>;
@@ -92,10 +76,7 @@ void PrintRings(const std::vector<Ring>& rings) {
 
 int Clip(const Arguments& arguments) {
   Page page;
-  if (!ReadPage(arguments.page, page)) {
-    Fail("\"" + arguments.page + "\" is not a page; four numbers are: left,bottom,right,top");
-    return kBadUsage;
-  }
+  if (!ReadPage(arguments.page, page)) return kBadUsage;
   PointFile file;
   std::string reason;
   if (!file.Open(arguments.file, reason)) return Fail(reason);

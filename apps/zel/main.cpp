@@ -6,6 +6,7 @@
 
 #include "ColoursCommand.h"
 #include "DisplaysCommand.h"
+#include "FilesCommand.h"
 #include "FormatCommand.h"
 #include "GeometryCommand.h"
 #include "Host.h"
@@ -15,6 +16,7 @@
 #include "SettingsFile.h"
 #include "TrackCommand.h"
 #include "UnitsCommand.h"
+#include "XyzCommand.h"
 
 namespace {
 
@@ -36,6 +38,8 @@ int Run(int argc, char** argv) {
   zel::AddGeometryCommand(program, exitCode);
   zel::AddColoursCommand(program, exitCode);
   zel::AddTrackCommand(program, exitCode);
+  zel::AddXyzCommand(program, exitCode);
+  zel::AddFilesCommands(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
   try {
     program.parse(argc, argv);
