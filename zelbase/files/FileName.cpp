@@ -144,4 +144,7 @@ void FileName::ChangePath(const std::string& element) {
   if (!m_path.empty()) m_path += kSeparator;
 }
 
-bool FileName::IsValidName(const std::string& name) { return name.find_first_of(",|?*\"><") == std::string::npos; }
+bool FileName::IsValidName(const std::string& name) {
+  // Kept: the separators and ":" pass, which AllValidFileSystemChars refuses, and the comma does not.
+  return name.find_first_of(",|?*\"><") == std::string::npos;
+}

@@ -1,5 +1,5 @@
-// An ordinary file as a buffered stream, after the file calls of the C run time. Neighbours: HugeFileStream.h, for files beyond 2 GB
-// and on network shares; DataStream.h, the interface.
+// An ordinary file as a buffered stream, after the file calls of the C run time. Neighbours: HugeFileStream.h, for files
+// beyond 2 GB and on network shares; DataStream.h, the interface.
 #pragma once
 
 #include <memory>

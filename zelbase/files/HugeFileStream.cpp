@@ -38,7 +38,7 @@ std::unique_ptr<PlatformFile> OpenFile(const std::string& name, FileDisposition 
   return PlatformService<PlatformFiles>::Current().Open(request, result);
 }
 
-// The int that a byte becomes, as the four bytes of CRCChecksum's int overload: lowest first.
+// Kept: a byte counts as a signed character made an int, four bytes of the checksum, lowest first; stored values were made so.
 std::uint32_t FourBytesOf(unsigned char byte) {
   const auto number = static_cast<std::uint32_t>(static_cast<int>(static_cast<signed char>(byte)));
   if constexpr (std::endian::native == std::endian::little) return number;
@@ -144,6 +144,7 @@ bool HugeFileStream::Read(void* buffer, unsigned int size) {
   const FileResult result = m_handle->Read(buffer, size, done);
   // Kept: no second reading here, even when the file is open again.
   if (IsLostConnection(result)) ReOpenWhenDue();
+  // Kept: at the end false, though the front was read and the position has moved.
   return result == FileResult::Ok && done == size;
 }
 
@@ -183,6 +184,6 @@ bool HugeFileStream::GetFileCrc32(unsigned int& crc) {
     if (m_handle->Read(block.data(), block.size(), done) != FileResult::Ok || done == 0) break;
     AddAsInts(sum, block, done);
   }
-  crc = sum.Value();
+  crc = sum.Value();  // Kept: no inversion at the end, and a failed read is taken for the end
   return true;
 }

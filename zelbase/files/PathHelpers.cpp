@@ -37,6 +37,7 @@ const std::string GetTitleFromPath(const std::string& path) {
   const long long separator = LastIndex(path, '\\');
   const long long dot = LastIndex(path, '.');
   std::string title = dot >= 1 && dot > separator ? path.substr(0, static_cast<std::size_t>(dot)) : path;
+  // Kept: so a name that is nothing but an extension gives its directory's.
   if (!title.empty() && title.back() == '\\') title.pop_back();
   title.erase(0, title.rfind('\\') + 1);
   title.erase(0, title.rfind(':') + 1);
