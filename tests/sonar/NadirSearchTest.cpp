@@ -64,7 +64,7 @@ class RandomPings {
     if (Below(40) == 0) data.view.beamFlags = nullptr;
   }
 
-  static constexpr int kKinds = 7;
+  static constexpr int kKinds = 8;
 
  private:
   void FillBeam(PingData& data, std::size_t i, int kind, float depth) {
@@ -96,6 +96,10 @@ class RandomPings {
       case 5:  // the same near and beyond the horizontal, around the tangent of 4 too
         data.x[i] = depth * (Below(2) == 0 ? 4.0f : 1e4f) * (1.0f + static_cast<float>(Below(5)) * 1e-5f);
         data.z[i] = Below(6) == 0 ? depth : -depth;
+        break;
+      case 6:  // a bottom off to one side, with beams of no length and of an endless one
+        data.x[i] = Below(12) == 0 ? 3e38f : Below(12) == 0 ? 0.0f : 1.5f * depth + Everyday(depth / 4);
+        data.z[i] = data.x[i] == 3e38f ? -kInfinity : data.x[i] == 0.0f ? (Below(2) == 0 ? 0.0f : -0.0f) : -depth;
         break;
       default:  // all above the sonar, or at its height
         data.x[i] = Everyday(depth);

@@ -260,8 +260,10 @@ TEST(PingStructRW, AViewOfItsOwnArraysIsCopiedAsItWas) {
     EXPECT_EQ(ping.beamByte0[i], data.bytes[i]);
   }
   view.beamX = ping.beamX;
+  view.beamByte0 = ping.beamByte0;
   ping = view;
   EXPECT_EQ(ping.beamX[2], data.x[2]);
+  EXPECT_EQ(ping.beamByte0[2], data.bytes[2]);
 }
 
 TEST(PingStructRW, ArraysCanBeWrittenToTheirCapacity) {

@@ -94,13 +94,13 @@ class NadirSearch {
   }
 
   // A beam with a larger squared tangent than this cannot have the smallest angle, so that the costly arc is taken for a few
-  // beams only. kNoLimit when tangents do not tell: none is small, or a beam points nowhere.
+  // beams only. kNoLimit when tangents do not tell: none is small, or one is no number, as that of a beam of no length.
   double TangentLimit() const {
     double smallest = kNoLimit;
     for (int beam = 0; beam < m_end; ++beam) {
       if (!IsClassified(beam) || m_ping.beamZ[beam] > 0.0f) continue;
       const double tangent = static_cast<double>(SquaredOffset(beam)) / SquaredDepth(beam);
-      if (std::isnan(tangent) || m_ping.beamZ[beam] == 0.0f) return kNoLimit;
+      if (std::isnan(tangent)) return kNoLimit;
       smallest = std::min(smallest, tangent);
     }
     return smallest > kSteepest ? kNoLimit : smallest * (1.0 + kTangentMargin) + kTangentFloor;
