@@ -129,6 +129,8 @@
 #include "zelbase/sonar/PingStruct.h"
 #include "zelbase/sonar/PingStructRW.h"
 #include "zelbase/sonar/SonarImage.h"
+#include "zelbase/sonar/TideFile.h"
+#include "zelbase/sonar/TideFormats.h"
 #include "zelbase/sonar/TwttIncident.h"
 #include "zelbase/sonar/WaterColumnProjection.h"
 
