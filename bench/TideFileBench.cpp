@@ -107,7 +107,7 @@ int main() {
 
   std::mt19937 random(16);
   std::vector<double> times(kQuestions);
-  for (double& time : times) time = random() % kRecords * kStep + 1.0;
+  for (double& time : times) time = static_cast<double>(random() % kRecords) * kStep + 1.0;
 
   Comparison table("tide values (peer: std::map)", 5);
   table.Row("walk", kRecords, "st", 1.0, [&] { Keep(WalkTide(*tide)); }, [&] { Keep(WalkMap(*map)); });
