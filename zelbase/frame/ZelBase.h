@@ -167,16 +167,6 @@
 #include "zelbase/geometry/VesselPoint.h"
 
 #include "zelbase/data/BaseDataSource.h"
-#include "zelbase/data/XYZDataSource.h"
-#include "zelbase/data/XyzImporter.h"
-
-#include "zelbase/numerics/KalmanFilter.h"
-#include "zelbase/numerics/LopStruct.h"
-#include "zelbase/numerics/Matrix.h"
-#include "zelbase/numerics/col_vector.h"
-
-
-#include "zelbase/colour/ColorTable.h"
 #include "zelbase/data/CCF_DataInfo.h"
 #include "zelbase/data/CCF_DispInfo.h"
 #include "zelbase/data/CCF_HDROP.h"
@@ -194,6 +184,15 @@
 #include "zelbase/data/DATATEXTATTRIBS.h"
 #include "zelbase/data/MSGTEXTATTRIBS.h"
 #include "zelbase/data/MessageBuilderICreator.h"
+#include "zelbase/data/XYZDataSource.h"
+#include "zelbase/data/XyzImporter.h"
+
+#include "zelbase/numerics/KalmanFilter.h"
+#include "zelbase/numerics/LopStruct.h"
+#include "zelbase/numerics/Matrix.h"
+#include "zelbase/numerics/col_vector.h"
+
+#include "zelbase/colour/ColorTable.h"
 
 #include "zelbase/units/AbstractZELMessage.h"
 #include "zelbase/units/CZelUnitCnv.h"
