@@ -10,12 +10,14 @@
 #include <type_traits>
 #include <vector>
 
-// Classes of the suite outside the library.
-class CDataBlock {};
-class Device {};
-class CAttributeMap {};
-
 namespace {
+
+// An object of a class of the suite outside the library, which is known by its address alone.
+template <class Outside>
+Outside& Somewhere() {
+  static char place;
+  return reinterpret_cast<Outside&>(place);
+}
 
 // The next array of bytes is refused when it is set; see operator new[] below.
 thread_local bool g_refuseArrays = false;
@@ -114,10 +116,10 @@ TEST(CMessageBuilder, InitWithoutMemoryIsFalseAndLeavesEverything) {
 TEST(CMessageBuilder, CopiesShareTheItemsAndTheLastFreesThem) {
   CDataInfo items[] = {kDepth, kSpeed};
   CDataId id(1, 2, 3, 4);
-  Device device;
+  Device* const device = &Somewhere<Device>();
   auto probe = std::make_unique<Probe>();
   EXPECT_TRUE(probe->Init(items, 2, id));
-  probe->SetDevicePtr(&device);
+  probe->SetDevicePtr(device);
   probe->SetBuildForLogging(true);
   auto copy = std::make_unique<Probe>(*probe);
   Probe assigned;
@@ -127,7 +129,7 @@ TEST(CMessageBuilder, CopiesShareTheItemsAndTheLastFreesThem) {
   probe.reset();
   copy.reset();
   EXPECT_EQ(assigned.Items(), (std::vector<CDataInfo>{kDepth, kSpeed}));
-  EXPECT_EQ(assigned.m_device, &device);
+  EXPECT_EQ(assigned.m_device, device);
   EXPECT_EQ(assigned.m_dataId, id);
   EXPECT_TRUE(assigned.IsBuildForLogging());
 }
@@ -146,10 +148,9 @@ TEST(CMessageBuilder, TheBaseBuildsNoMessageAndLeavesWhatItIsGiven) {
   Probe probe;
   Texts messages = {"before"};
   std::string message = "before";
-  const CDataBlock block;
-  CAttributeMap attributes;
+  const CDataBlock& block = Somewhere<CDataBlock>();
   probe.SetMsgMode(3);
-  probe.SetAttribMap(&attributes);
+  probe.SetAttribMap(&Somewhere<CAttributeMap>());
   EXPECT_FALSE(probe.GetMessage(messages));
   EXPECT_FALSE(probe.BuildMessage(messages));
   EXPECT_FALSE(probe.BuildMessage(message));
@@ -250,7 +251,7 @@ TEST(CMessageBuilder, OverridingOneBuildMessageHidesTheOthers) {
   static_assert(BuildsSeveralFromABlock<CMessageBuilder>);
   static_assert(!BuildsSeveralFromABlock<OneOnly>);
   OneOnly builder;
-  const CDataBlock block;
+  const CDataBlock& block = Somewhere<CDataBlock>();
   std::string message;
   Texts messages;
   EXPECT_TRUE(builder.BuildMessage(block, 3, -4, message));
