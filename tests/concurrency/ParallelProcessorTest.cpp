@@ -499,6 +499,21 @@ TEST(ParallelProcessor, MayBeAProcessorOfAnother) {
   EXPECT_TRUE(inner->IsStopped());
 }
 
+TEST(ParallelProcessor, AFailureWithinAnotherIsNotSeenBecauseItHasStoppedTheInnerOne) {
+  ParallelProcessor outer;
+  ParallelProcessor* const inner = new ParallelProcessor;
+  inner->AddProcessor(Succeeds());
+  inner->AddProcessor(Fails("inner"));
+  outer.AddProcessor(inner);
+  outer.AddProcessor(Succeeds());
+  ASSERT_TRUE(outer.Initialize());
+  EXPECT_TRUE(outer.Process());
+  EXPECT_EQ(outer.ErrorMessage(), "");
+  EXPECT_FALSE(outer.IsStopped());
+  EXPECT_TRUE(inner->IsStopped());
+  EXPECT_EQ(inner->ErrorMessage(), "inner");
+}
+
 // --- Threads that cannot be made ------------------------------------------------------------------------------------
 
 TEST(ParallelProcessor, WithoutThreadsEachRunsOnTheCallingThreadInOrder) {

@@ -132,7 +132,7 @@ bool ColorTable::FileSave(FileObject& settings) const {
     if (!SaveEntry(settings, i)) return false;
   }
   if (m_isDredgeDiff) SaveDredgeDiff(settings);
-  m_hasOpened = true;
+  m_hasOpened = true;  // Kept: saving makes the table an opened one, constant or not
   return true;
 }
 

@@ -27,6 +27,7 @@ int RunLength(double min, double max, double step, int spare) {
 }
 
 // The step of the forms with a count.
+// Kept: the number of entries comes from this step as it is rounded, so that some counts give one entry more.
 double StepOf(double min, double max, int count) { return (max - min) / (std::max(count, 3) - 2); }
 
 // from + k * (to - from) / parts for each channel, truncated.
@@ -168,6 +169,7 @@ void ColorTable::ReplaceWithin(double min, double max, double step, COLORREF low
   RemoveEntries(dropped);
   // Kept: as it is, though the entries of a run in HSV are corrected.
   if (m_values.empty() || min <= m_values.front()) SetLowColor(low);
+  // Kept: a step of the wrong sign has an empty run, and comes this far all the same.
   InsertRun(std::move(run));
 }
 
@@ -236,13 +238,13 @@ void ColorTable::SetLogRange(double maximum, int count, bool rainbow) {
 void ColorTable::MakeFileColors(int count, COLORREF first, COLORREF last) {
   Clear();
   if (count < 2) {
-    SetLowColor(first);
+    SetLowColor(first);  // Kept: uncorrected, whereas further files take it corrected
     return;
   }
   const int numDifferent = std::clamp(count, 3, 12);
   SetRange(2.0, static_cast<double>(numDifferent), 1.0, first, last);
   AppendFileColors(std::min(count - 1, MOST_RUN_ENTRIES));
-  // A single entry is left of the three files' two.
+  // Kept: two files have the first of three files' two entries, not the colour `last`.
   if (count == 2) RemoveEntry(1);
 }
 

@@ -49,6 +49,7 @@ int ColorTable::ColorIndex(double value) const {
   if (m_values.empty() || value < m_values.front()) return kBelowAll;
   const int last = NumEntries() - 1;
   if (last == 0) return last;
+  // Kept: with a span of 0 the search begins behind the first entry, and gives the last colour.
   const int i = GuessedIndex(Span() == 0 ? 0 : Guess(value));
   if (i < 0 || i == last) return i;
   return value >= m_values[Place(i + 1)] ? FindColorIndex(value, i + 1, last) : FindColorIndex(value, 0, i);

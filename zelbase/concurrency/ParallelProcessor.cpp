@@ -115,7 +115,7 @@ void ParallelProcessor::Stop() {
 void ParallelProcessor::ProcessItem(process_item& item) {
   if (item.processor == nullptr) return;
   item.result = item.processor->Process();
-  if (item.processor->IsStopped()) item.result = true;  // Kept: whoever was stopped counts as successful
+  if (item.processor->IsStopped()) item.result = true;  // Kept: whoever was stopped, even by itself, is successful
   if (!item.result && item.owner != nullptr) item.owner->Stop();
 }
 

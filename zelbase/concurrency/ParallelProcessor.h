@@ -49,6 +49,9 @@ class ZELBASE_API ParallelProcessor : public Processor {
   // A processor whose thread cannot be made runs on the calling thread, after all threads have been started, in order,
   // before the last one. An exception that leaves a processor ends the process on a thread of its own; on the calling thread
   // it stops the others, waits for them, and reaches the caller; what was still to run there does not.
+  //
+  // A ParallelProcessor within another fails unseen by it: its own failure has stopped it, and whoever is stopped counts as
+  // successful. Its message stays with it; an owner that needs to know asks it.
   bool Process() override;
 
   // The sum of the progress of all processors, clamped to 0 to 1; 0 without any, and when the sum is not a number. Its own

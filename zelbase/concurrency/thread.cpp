@@ -27,6 +27,7 @@ thread::~thread() {
   if (joinable()) std::terminate();  // Kept: also when the function has returned long ago
 }
 
+// Kept: without a thread to wait for it does nothing.
 void thread::join() {
   if (m_handle && m_handle->Wait(PlatformThread::kNoLimit)) m_handle.reset();
 }
