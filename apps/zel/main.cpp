@@ -14,6 +14,7 @@
 #include "ReportCommand.h"
 #include "SettingsCommands.h"
 #include "SettingsFile.h"
+#include "TideCommand.h"
 #include "TrackCommand.h"
 #include "UnitsCommand.h"
 #include "XyzCommand.h"
@@ -38,6 +39,7 @@ int Run(int argc, char** argv) {
   zel::AddGeometryCommand(program, exitCode);
   zel::AddColoursCommand(program, exitCode);
   zel::AddTrackCommand(program, exitCode);
+  zel::AddTideCommand(program, exitCode);
   zel::AddXyzCommand(program, exitCode);
   zel::AddFilesCommands(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
