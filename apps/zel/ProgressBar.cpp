@@ -16,6 +16,17 @@ volatile sig_atomic_t g_interrupted = 0;
 
 void NoteInterrupt(int) { g_interrupted = 1; }
 
+void Catch(int signal) {
+  struct sigaction action = {};
+  action.sa_handler = NoteInterrupt;
+  action.sa_flags = SA_RESTART;
+  sigaction(signal, &action, nullptr);
+  sigset_t caught;
+  sigemptyset(&caught);
+  sigaddset(&caught, signal);
+  sigprocmask(SIG_UNBLOCK, &caught, nullptr);
+}
+
 }  // namespace
 
 ProgressBar::ProgressBar(std::string what) : m_what(std::move(what)), m_onTerminal(isatty(STDERR_FILENO) == 1) {}
@@ -40,14 +51,12 @@ void ProgressBar::Clear() {
 }
 
 void CatchInterrupt() {
-  struct sigaction action = {};
-  action.sa_handler = NoteInterrupt;
-  action.sa_flags = SA_RESTART;
-  sigaction(SIGINT, &action, nullptr);
-  sigset_t interrupt;
-  sigemptyset(&interrupt);
-  sigaddset(&interrupt, SIGINT);
-  sigprocmask(SIG_UNBLOCK, &interrupt, nullptr);
+  Catch(SIGINT);
+  Catch(SIGTERM);
+  // Who started it with "nohup" wants it to go on without the terminal.
+  struct sigaction present = {};
+  sigaction(SIGHUP, nullptr, &present);
+  if (present.sa_handler != SIG_IGN) Catch(SIGHUP);
 }
 
 bool IsInterrupted() { return g_interrupted != 0; }

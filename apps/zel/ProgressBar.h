@@ -27,10 +27,11 @@ class ProgressBar {
   std::chrono::steady_clock::time_point m_next;
 };
 
-// From here on Ctrl-C no longer ends the process: IsInterrupted tells of it. Also when a parent had it blocked.
+// From here on Ctrl-C no longer ends the process: IsInterrupted tells of it. Also when a parent had it blocked. The same goes
+// for a request to end, and for the end of the terminal.
 void CatchInterrupt();
 
-// Whether Ctrl-C has been pressed since CatchInterrupt.
+// Whether one of them has come since CatchInterrupt.
 bool IsInterrupted();
 
 }  // namespace zel

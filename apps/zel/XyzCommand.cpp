@@ -3,12 +3,11 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <string>
 
+#include "OutputFile.h"
 #include "PageText.h"
 #include "ProgressBar.h"
 #include "SettingsFile.h"
@@ -59,20 +58,33 @@ class Look : public XyzImporter {
  public:
   explicit Look(XYZDataSource& source) : XyzImporter(&source, false), m_bar("reading") {}
 
+  // The bar is gone before anything is said.
+  bool Process() override {
+    const bool done = XyzImporter::Process();
+    m_bar.Clear();
+    return done;
+  }
+
   bool HasTimes() const { return m_firstTime <= m_lastTime; }
   double FirstTime() const { return m_firstTime; }
   double LastTime() const { return m_lastTime; }
 
  protected:
   bool AddPoint(const TimePoint& point) override {
-    if (point.time < m_firstTime) m_firstTime = point.time;
-    if (point.time > m_lastTime) m_lastTime = point.time;
+    NoteTime(point.time);
     if (++m_count % kLook != 0) return true;
     m_bar.Show(GetProgress());
     return !IsInterrupted();
   }
 
  private:
+  // 0 is what a point without a time has.
+  void NoteTime(double time) {
+    if (time == 0.0) return;
+    if (time < m_firstTime) m_firstTime = time;
+    if (time > m_lastTime) m_lastTime = time;
+  }
+
   ProgressBar m_bar;
   long long m_count = 0;
   double m_firstTime = HUGE_VAL, m_lastTime = -HUGE_VAL;
@@ -95,7 +107,7 @@ int Info(const Arguments& arguments) {
     PrintAxis("y", summary.minimum.y, summary.maximum.y);
     PrintAxis("z", summary.minimum.z, summary.maximum.z);
   }
-  if (summary.timedPoints > 0) std::printf("time %s to %s UTC\n", UtcText(look.FirstTime()).c_str(), UtcText(look.LastTime()).c_str());
+  if (look.HasTimes()) std::printf("time %s to %s UTC\n", UtcText(look.FirstTime()).c_str(), UtcText(look.LastTime()).c_str());
   std::fflush(stdout);
   return CheckReading(source, summary, arguments) ? kDone : kFoundWrong;
 }
@@ -106,23 +118,19 @@ int Info(const Arguments& arguments) {
 class Import : public XyzImporter {
  public:
   Import(XYZDataSource& source, const Arguments& arguments, const Page* page)
-      : XyzImporter(&source, false), m_arguments(arguments), m_page(page), m_beside(arguments.output + ".new"), m_bar("importing") {
-    m_stream.open(m_beside, std::ios::binary);
-  }
+      : XyzImporter(&source, false), m_arguments(arguments), m_page(page), m_file(arguments.output), m_bar("importing") {}
 
-  ~Import() override {
-    std::error_code ignored;
-    if (!m_finished) std::filesystem::remove(m_beside, ignored);
+  // Not begun when there is nowhere to write to. The bar is gone before anything is said.
+  bool Process() override {
+    const bool done = m_file.IsGood() && XyzImporter::Process();
+    m_bar.Clear();
+    return done;
   }
 
   // Puts the file in its place. False when it could not be written.
   bool Finish() {
     Write();
-    m_stream.close();
-    std::error_code failed;
-    if (!m_stream.fail()) std::filesystem::rename(m_beside, m_arguments.output, failed);
-    m_finished = !m_stream.fail() && !failed;
-    return m_finished;
+    return m_file.Finish();
   }
 
   bool Interrupted() const { return m_interrupted; }
@@ -139,7 +147,7 @@ class Import : public XyzImporter {
     if (point.time != 0.0) Append(point.time, '\n');
     if (m_block.size() < kBlock) return true;
     Write();
-    return !m_stream.fail();
+    return m_file.IsGood();
   }
 
  private:
@@ -164,18 +172,17 @@ class Import : public XyzImporter {
   }
 
   void Write() {
-    m_stream.write(m_block.data(), static_cast<std::streamsize>(m_block.size()));
+    m_file.Write(m_block);
     m_block.clear();
   }
 
   const Arguments& m_arguments;
   const Page* m_page;
-  std::string m_beside;
-  std::ofstream m_stream;
+  OutputFile m_file;
   std::string m_block;
   ProgressBar m_bar;
   long long m_seen = 0, m_wanted = 0, m_taken = 0;
-  bool m_interrupted = false, m_finished = false;
+  bool m_interrupted = false;
 };
 
 int RunImport(const Arguments& arguments) {

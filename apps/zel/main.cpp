@@ -1,6 +1,7 @@
 // zel: the suite's tool on the command line.
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 
@@ -51,11 +52,18 @@ int Run(int argc, char** argv) {
   return exitCode;
 }
 
+// An answer that did not reach its reader, on a full disk, say, is no success.
+int AfterOutput(int exitCode) {
+  std::cout.flush();
+  const bool written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && !std::cout.fail();
+  return written ? exitCode : zel::Fail("cannot write all of the output");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    return Run(argc, argv);
+    return AfterOutput(Run(argc, argv));
   } catch (const std::exception& error) {
     return zel::Fail(error.what());
   }

@@ -59,17 +59,73 @@ TEST_F(ZelXyz, AFailedImportLeavesTheTargetAsItWas) {
   EXPECT_FALSE(m_folder.Exists("out.xyz.new"));
 }
 
+TEST_F(ZelXyz, InfoTellsTheTimesOfPointsThatHaveOne) {
+  const ProgramResult result = Run({"xyz", "info", Write("a.xyz", "1 2 3\n1 2 3 2026-05-10T08:00:00\n1 2 3\n1 2 3 2026-05-10T07:00:00\n")});
+  EXPECT_TRUE(Holds(result.output, "time 2026-05-10 07:00:00 to 2026-05-10 08:00:00 UTC\n")) << result.output;
+  EXPECT_FALSE(Holds(Run({"xyz", "info", Write("b.xyz", "1 2 3\n")}).output, "time 1970"));
+}
+
+TEST_F(ZelXyz, ImportTouchesNoOtherFileBesideTheTarget) {
+  Write("out.xyz.new", "somebody's");
+  EXPECT_EQ(Import("1 2 3\n").exitCode, 0);
+  EXPECT_EQ(m_folder.Read("out.xyz"), "1 2 3\n");
+  EXPECT_EQ(m_folder.Read("out.xyz.new"), "somebody's");
+  EXPECT_FALSE(m_folder.Exists("out.xyz.new1"));
+}
+
+TEST_F(ZelXyz, ImportWritesThroughALinkAndKeepsPermissions) {
+  namespace fs = std::filesystem;
+  const std::string target = Write("target.xyz", "old");
+  fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
+  m_folder.MakeLink("out.xyz", target);
+  EXPECT_EQ(Import("1 2 3\n").exitCode, 0);
+  EXPECT_TRUE(fs::is_symlink(m_output));
+  EXPECT_EQ(m_folder.Read("target.xyz"), "1 2 3\n");
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(ZelXyz, ImportReplacesNeitherAPipeNorAFolder) {
+  m_folder.MakeFifo("out.xyz");
+  EXPECT_EQ(Import("1 2 3\n").exitCode, 1);
+  EXPECT_TRUE(std::filesystem::is_fifo(m_output));
+  EXPECT_EQ(Run({"xyz", "import", Write("in.xyz", "1 2 3\n"), m_folder.Path()}).exitCode, 1);
+  EXPECT_TRUE(std::filesystem::is_directory(m_folder.Path()));
+}
+
+TEST_F(ZelXyz, OutputThatIsLostOnAFullDiskIsAFailure) {
+  const ProgramResult result = RunProgram("/bin/sh", {"-c", "\"" ZELBASE_ZEL "\" xyz info \"" + Write("a.xyz", "1 2 3\n") + "\" > /dev/full"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.errors, "cannot write all of the output")) << result.errors;
+}
+
 // The signal is already on its way when the program starts, so that its first look finds it.
-TEST_F(ZelXyz, CtrlCStopsTheImportWithNothingWritten) {
+class ZelXyzStopped : public ZelXyz, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ZelXyzStopped, TheImportStopsWithNothingWritten) {
   Write("out.xyz", "old");
   std::string text;
   for (int i = 0; i < 10000; ++i) text += "1 2 3\n";
-  const std::string program = "use POSIX; sigprocmask(SIG_BLOCK, POSIX::SigSet->new(SIGINT)); kill 'INT', $$; exec @ARGV";
+  const std::string signal = GetParam();
+  const std::string program = "use POSIX; $SIG{" + signal + "} = 'DEFAULT'; sigprocmask(SIG_BLOCK, POSIX::SigSet->new(SIG" + signal +
+                              ")); kill '" + signal + "', $$; exec @ARGV";
   const ProgramResult result = RunProgram("/usr/bin/perl", {"-e", program, ZELBASE_ZEL, "xyz", "import", Write("in.xyz", text), m_output});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Holds(result.errors, "stopped; nothing written")) << result.errors;
   EXPECT_EQ(m_folder.Read("out.xyz"), "old");
   EXPECT_FALSE(m_folder.Exists("out.xyz.new"));
+}
+
+INSTANTIATE_TEST_SUITE_P(CtrlCAndOthers, ZelXyzStopped, testing::Values("INT", "TERM", "HUP"));
+
+// On a terminal the bar is gone before the first word, so that no line of the answer begins with it.
+TEST_F(ZelXyz, OnATerminalTheBarIsGoneBeforeTheAnswer) {
+  std::string text;
+  for (int i = 0; i < 10000; ++i) text += "1 2 3\n";
+  const std::string command = "\"" ZELBASE_ZEL "\" xyz import \"" + Write("in.xyz", text) + "\" \"" + m_output + "\"";
+  const ProgramResult result = RunProgram("/usr/bin/script", {"-qec", command, "/dev/null"});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\rimporting [")) << result.output;
+  EXPECT_TRUE(Holds(result.output, "%\r\033[K" + m_output + ": 10000 of 10000 points")) << result.output;
 }
 
 TEST_F(ZelXyz, TheSampleOfAHarbourHasItsSoundings) {
