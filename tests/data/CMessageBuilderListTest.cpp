@@ -28,8 +28,12 @@ class Creator : public MessageBuilderICreator {
     if (m_destroyed != nullptr) ++*m_destroyed;
     if (onEnd) onEnd();
   }
-  CMessageBuilder* Create() override { return m_name.empty() ? nullptr : new NamedBuilder(m_name); }
+  CMessageBuilder* Create() override {
+    if (onCreate) onCreate();
+    return m_name.empty() ? nullptr : new NamedBuilder(m_name);
+  }
 
+  std::function<void()> onCreate;
   std::function<void()> onEnd;
 
  private:
@@ -176,6 +180,20 @@ TEST(CMessageBuilderList, ACreatorMayAskTheListWhileItGoes) {
   }
   EXPECT_EQ(ofOther, "b");
   EXPECT_EQ(destroyed, 3);
+}
+
+TEST(CMessageBuilderList, ACreatorMayTakeItsOwnNameOutWhileItWorks) {
+  int destroyed = 0;
+  CMessageBuilderList list;
+  Creator* const creator = new Creator("a", &destroyed);
+  list.RegisterMessageBuilder("a", creator);
+  creator->onCreate = [&] {
+    EXPECT_TRUE(list.UnRegisterMessageBuilder("a"));
+    EXPECT_EQ(destroyed, 0);
+  };
+  EXPECT_EQ(Made(list, "a"), "a");
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(list.Create("a"), nullptr);
 }
 
 TEST(CMessageBuilderList, DestroysThroughTheBases) {

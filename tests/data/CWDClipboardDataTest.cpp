@@ -257,6 +257,35 @@ TEST(CWDClipboardData, EveryOfferedFormatIsVisitedAlsoAfterAHit) {
   EXPECT_FALSE(object.GetNextFormat(&details));
 }
 
+// What a desktop's adapter may hand over: it has bytes for whatever number it is asked for.
+class AnsweringContent : public ClipboardContent {
+ public:
+  explicit AnsweringContent(unsigned short format) : m_format(format) {}
+  std::vector<FORMATETC> Formats() const override {
+    std::vector<FORMATETC> formats(2);
+    formats.front().cfFormat = m_format;
+    return formats;  // the second one has the number 0
+  }
+  HGLOBAL Block(unsigned short) const override { return std::make_shared<const std::string>("1,2,3,4,5,"); }
+
+ private:
+  unsigned short m_format;
+};
+
+TEST(CWDClipboardData, AnIndexThatIsNoneHasNoDataThoughTheObjectAnswersToEveryNumber) {
+  CWDClipboardData data;
+  COleDataObject object;
+  object.Attach(std::make_shared<const AnsweringContent>(data.GetClipboardFormat(kDataInfo)));
+  EXPECT_TRUE(data.IsDataAvailable(&object, kDataInfo));
+  CCF_DataInfo payload;
+  payload.SetDataInfo(kDepth);
+  for (const int index : {-1, 4}) {
+    EXPECT_FALSE(data.IsDataAvailable(&object, index));
+    EXPECT_TRUE(data.GetData(&object, &payload, index));
+    EXPECT_EQ(payload.GetDataInfo(), kDepth);
+  }
+}
+
 // A payload of a user's own.
 struct StringPayload : CObject {
   void Serialize(CArchive& archive) override {

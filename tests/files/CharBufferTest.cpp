@@ -247,6 +247,15 @@ TEST(CharBuffer, ASourceInsideTheBufferSurvivesGrowth) {
   EXPECT_EQ(Data(buffer), "ababcdefabef");
 }
 
+TEST(CharBuffer, ATargetInsideTheBufferMayOverlapWhatIsRead) {
+  CharBuffer buffer;
+  WriteText(buffer, "0123456789");
+  buffer.SetPos(0);
+  buffer.Read(buffer.GetOffsetBuffer(2), 6);
+  EXPECT_EQ(Data(buffer), "0101234589");
+  EXPECT_EQ(buffer.GetPos(), 6);
+}
+
 TEST(CharBuffer, SizesBelowOneDoNothing) {
   CharBuffer buffer;
   WriteText(buffer, "abcdef");

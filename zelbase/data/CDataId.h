@@ -58,7 +58,7 @@ class ZELBASE_API CDataId {
   bool IsDefined() const { return m_dataType != 0; }
   void SetUndefined();
 
-  // Type, group and device are not 0.
+  // Type, group and device are not 0. Kept: whatever the vessel is; data need not belong to one.
   bool IsValid() const { return m_dataType != 0 && m_groupId != 0 && m_deviceNum != 0; }
 
   // What the group is: 1 to 999 a device, 1001 to 1116 a computation, 2001 to 2009 a data source; all else none of them.

@@ -33,6 +33,7 @@ bool CMessageBuilder::Init(CDataInfo* items, int count, CDataId& id) {
 }
 
 bool CMessageBuilder::GetMessage(std::vector<std::string>& messages) {
+  // Kept: a fresh text each time; without it, result and texts of the other pass as they are.
   std::string message;
   if (!BuildMessage(message)) return BuildMessage(messages);
   // Kept: an empty text is a message, too.

@@ -30,7 +30,10 @@ bool CMessageBuilderList::UnRegisterMessageBuilder(const std::string& name) {
 
 CMessageBuilder* CMessageBuilderList::Create(const std::string& name) {
   const auto found = m_creators.find(name);
-  return found == m_creators.end() ? nullptr : found->second->Create();
+  if (found == m_creators.end()) return nullptr;
+  // Held while it works, since it may take its own name out.
+  const std::shared_ptr<MessageBuilderICreator> creator = found->second;
+  return creator->Create();
 }
 
 // The ownership of a creator that already serves a name; null when it serves none.

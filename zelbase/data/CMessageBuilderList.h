@@ -37,7 +37,8 @@ class ZELBASE_API CMessageBuilderList {
   // Takes the name out and destroys its creator, unless another name or list still has it. False for an unknown name.
   bool UnRegisterMessageBuilder(const std::string& name);
 
-  // A new builder, which the caller owns. Null when the name is not registered, or when its creator gives none.
+  // A new builder, which the caller owns. Null when the name is not registered, or when its creator gives none. A creator that
+  // takes its own name out meanwhile is destroyed when it has finished.
   CMessageBuilder* Create(const std::string& name);
 
  private:

@@ -62,7 +62,8 @@ bool CWDClipboardData::IsDataAvailable(COleDataObject* dataObject) const {
 }
 
 bool CWDClipboardData::IsDataAvailable(COleDataObject* dataObject, int index) const {
-  return IsDataAvailable(dataObject) && dataObject->IsDataAvailable(GetClipboardFormat(index));
+  const unsigned short format = GetClipboardFormat(index);
+  return IsDataAvailable(dataObject) && format != 0 && dataObject->IsDataAvailable(format);
 }
 
 void CWDClipboardData::SetData(COleDataSource* dataSource, CObject* payload, int index, FORMATETC* details) {
@@ -82,7 +83,7 @@ bool CWDClipboardData::GetData(COleDataObject* dataObject, CObject* payload, int
     if (auto* const list = dynamic_cast<CCF_HDROP*>(payload)) AddFileNames(*dataObject, *list);
     return true;
   }
-  const std::unique_ptr<CFile> file = dataObject->GetFileData(format);
+  const std::unique_ptr<CFile> file = format != 0 ? dataObject->GetFileData(format) : nullptr;
   // Kept: true without data, too.
   if (file == nullptr) return true;
   CArchive archive(file.get(), CArchive::load, kBufferSize);

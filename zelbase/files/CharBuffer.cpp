@@ -46,7 +46,7 @@ CharBuffer::Array CharBuffer::Grow(long long size, long long least) {
 void CharBuffer::Read(void* target, int size) {
   if (target == nullptr || size <= 0) return;
   const int there = std::clamp(m_capacity - m_position, 0, size);
-  if (there > 0) std::memcpy(target, m_array.get() + m_position, ToSize(there));
+  if (there > 0) std::memmove(target, m_array.get() + m_position, ToSize(there));
   std::memset(static_cast<unsigned char*>(target) + there, 0, ToSize(size - there));
   // Kept: on behind the end of the data, and of the array.
   m_position = NotBeyondLargest(static_cast<long long>(m_position) + size);

@@ -44,7 +44,7 @@ class ZELBASE_API CharBuffer {
   // Position and end of the data go back to the start; the array stays, with its bytes.
   void Clear();
 
-  // Copies `size` bytes from the position to `target` and moves on; see (5).
+  // Copies `size` bytes from the position to `target`, which may lie in this buffer, and moves on; see (5).
   void Read(void* target, int size);
 
   // Copies `size` bytes to the position and moves on; the end of the data is pushed out where needed. `source` may lie in this

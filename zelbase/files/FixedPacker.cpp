@@ -30,6 +30,7 @@ bool FixedPacker::SetItem(int position, int width, const std::string& text) {
   const std::size_t end = begin + static_cast<std::size_t>(width);
   // A copy, since `text` may be the line itself.
   const std::string item = text.substr(0, end - begin);
+  // Kept: also when the field ends exactly at the end; what a short text does not reach stays.
   if (m_line.size() >= end) {
     m_line.replace(begin, item.size(), item);
     return true;
