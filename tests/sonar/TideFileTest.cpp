@@ -19,7 +19,9 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/ThisProcess.h"
 #include "zelbase/errors/GlobalErrorList.h"
+#include "zelbase/files/FileStream.h"
 #include "zelbase/files/HugeFileStream.h"
+#include "zelbase/platform/CFile.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
 namespace {
@@ -369,6 +371,43 @@ TEST_F(TideFileTest, ASaveThatAnotherWriterForbidsFailsAndCanBeMadeLater) {
   writer.Close();
   EXPECT_TRUE(m_tide.FileSave());
   EXPECT_EQ(m_folder.Read("tide").size(), 64u);
+}
+
+// Somebody else has the series' file open with these flags of CFile: whether it can be saved.
+struct OtherOpener {
+  unsigned int flags;
+  bool mayBeSaved;
+};
+
+TEST_F(TideFileTest, ASaveDoesNotPullTheFileAwayFromAnotherOpener) {
+  const OtherOpener others[] = {{CFile::modeRead | CFile::shareDenyNone, true},
+                                {CFile::modeRead | CFile::shareDenyRead, false},
+                                {CFile::modeRead | CFile::shareDenyWrite, false},
+                                {CFile::modeWrite | CFile::shareDenyNone, false},
+                                {CFile::modeReadWrite | CFile::shareDenyNone, false}};
+  for (const OtherOpener& other : others) {
+    TideFile tide;
+    ASSERT_TRUE(tide.FileOpen(Write(kThree), false));
+    tide.AddTideValue(40, 4);
+    CFile file;
+    ASSERT_TRUE(file.Open(m_folder.File("tide"), other.flags));
+    EXPECT_EQ(tide.FileSave(), other.mayBeSaved) << other.flags;
+    EXPECT_EQ(m_folder.Read("tide").size(), other.mayBeSaved ? 64u : 48u) << other.flags;
+    file.Close();
+    EXPECT_TRUE(tide.FileSave()) << other.flags;
+    EXPECT_EQ(m_folder.Read("tide").size(), 64u) << other.flags;
+  }
+}
+
+TEST_F(TideFileTest, WhatAnotherStreamWritesIsNotLostByASave) {
+  OpenThree();
+  m_tide.AddTideValue(40, 4);
+  FileStream stream(m_folder.File("tide").c_str(), false, false);
+  EXPECT_FALSE(m_tide.FileSave());
+  const std::string record = BytesOf(11) + BytesOf(12);
+  EXPECT_TRUE(stream.Write(record.data(), 16));
+  stream.Close();
+  EXPECT_EQ(m_folder.Read("tide"), BytesOf({{11, 12}, {20, 2}, {30, 3}}));
 }
 
 TEST_F(TideFileTest, ClosingCountsDownThoughTheSaveFailed) {

@@ -10,6 +10,7 @@
 
 #include "zelbase/config/detail/ReplacingFile.h"
 #include "zelbase/files/HugeFileStream.h"
+#include "zelbase/platform/PlatformFiles.h"
 
 namespace {
 
@@ -68,8 +69,15 @@ bool WriteInPlace(const TideSeries& values, const std::string& name) {
          stream.Sync();
 }
 
+// Putting another file in its place would pull it away from under somebody who writes to it, or who keeps others out.
+bool IsInUse(const std::string& name) {
+  HugeFileStream stream;
+  return PlatformService<PlatformFiles>::Current().IsRegularFile(name) && !Open(stream, name, false);
+}
+
 // A folder that does not take a file beside the old one leaves only the way of writing over it.
 bool WriteAnew(const TideSeries& values, const std::string& name) {
+  if (IsInUse(name)) return false;
   ReplacingFile file;
   if (!file.Begin(name)) return WriteInPlace(values, name);
   return WriteRecords(values,

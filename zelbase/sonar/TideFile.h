@@ -52,7 +52,8 @@ class ZELBASE_API TideFile {
 
   // Writes all entries, if the file is open and something has changed since it was read or saved; true without touching the
   // file when nothing has. The file is replaced in one step: on false the former one is whole, as far as its folder takes a
-  // second file beside it. What could not be read to its end is not written over: false.
+  // second file beside it. What could not be read to its end is not written over: false. Nor is a file that another opener
+  // writes to, whatever he shares, or that he lets nobody read or write.
   bool FileSave() const;
 
   // ---- Values: with or without a file ----
