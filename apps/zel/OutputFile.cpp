@@ -14,6 +14,7 @@ constexpr int kMostNames = 1000;
 }  // namespace
 
 OutputFile::OutputFile(const std::string& target) : m_target(target) {
+  if (target.empty()) return;
   std::error_code failed;
   if (std::filesystem::exists(std::filesystem::symlink_status(target, failed))) {
     if (!std::filesystem::is_regular_file(target, failed)) return;
@@ -44,11 +45,11 @@ bool OutputFile::MakeBeside() {
 }
 
 void OutputFile::Write(std::string_view bytes) {
-  if (m_good && std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size()) m_good = false;
+  if (m_file != nullptr && m_good && std::fwrite(bytes.data(), 1, bytes.size(), m_file) != bytes.size()) m_good = false;
 }
 
 bool OutputFile::Finish() {
-  if (!m_good) return false;
+  if (m_file == nullptr || !m_good) return m_good;
   // On the disk before it has the name: a power cut leaves the old one or the new one.
   m_good = std::fflush(m_file) == 0 && fsync(fileno(m_file)) == 0;
   m_good = std::fclose(m_file) == 0 && m_good;

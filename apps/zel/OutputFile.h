@@ -23,7 +23,7 @@ class OutputFile {
   void Write(std::string_view bytes);
 
   // Puts the file, with the permissions of the one that was there, in the target's place. False when it could not be
-  // written; the target is as it was then.
+  // written; the target is as it was then. Nothing is written after it, and a second call gives the same answer.
   bool Finish();
 
  private:
