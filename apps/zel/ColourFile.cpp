@@ -11,6 +11,7 @@
 
 #include "ColourText.h"
 #include "FieldText.h"
+#include "OutputFile.h"
 #include "SettingsFile.h"
 
 namespace zel {
@@ -234,10 +235,9 @@ bool OpenSuiteTable(const std::string& path, ColorTable& table, std::string& rea
 }
 
 bool SaveText(const std::string& path, const std::string& text) {
-  std::ofstream stream(path, std::ios::binary);
-  stream << text;
-  stream.close();
-  return !stream.fail();
+  OutputFile file(path);
+  file.Write(text);
+  return file.Finish();
 }
 
 bool SaveSuiteTable(const std::string& path, const ColorTable& table) {

@@ -1,5 +1,5 @@
 // A file that takes the place of another one when it is whole, and otherwise goes without a trace. Neighbour: XyzCommand.cpp,
-// which writes points with it.
+// which writes points with it; ColourFile.cpp and TideCommand.cpp for their texts.
 #pragma once
 
 #include <cstdio>

@@ -4,13 +4,13 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "OutputFile.h"
 #include "SettingsFile.h"
 #include "TextEdge.h"
 #include "TidePicture.h"
@@ -137,21 +137,23 @@ void TellFaults(const TideText& text, const std::string& path) {
   if (text.faults.size() > kFaultsShown) Fail(path + ": and " + std::to_string(text.faults.size() - kFaultsShown) + " more such lines");
 }
 
-// Whatever stops it, the file at the target is the old one or the new one whole: the new one is made beside it.
+void Empty(TideFile& file) {
+  double time = 0.0, height = 0.0;
+  while (file.GetFirstTideValue(time, height)) file.DeleteTideValue(time);
+}
+
+// Whatever stops it, the file is the old one or the new one whole: the series replaces it as it saves.
 bool SaveSeries(const TideText& text, const Arguments& arguments, int& values) {
+  const bool isNew = !std::filesystem::exists(arguments.output);
   TideFile file;
-  const std::string beside = arguments.output + ".new";
-  if (arguments.add && !file.FileOpen(ToSuitePath(arguments.output), false)) return false;
-  if (!file.FileOpen(ToSuitePath(beside), true)) return false;
+  if (!file.FileOpen(ToSuitePath(arguments.output), isNew)) return false;
+  if (!arguments.add) Empty(file);
   for (const TideText::Row& row : text.rows) file.AddTideValue(row.time, row.height);
   values = file.GetNumValues();
-  bool saved = file.FileSave();
-  while (file.FileClose(false) > 0) {
-  }
-  std::error_code failed;
-  if (saved) std::filesystem::rename(beside, arguments.output, failed);
-  saved = saved && !failed;
-  if (!saved) std::filesystem::remove(beside, failed);
+  const bool saved = file.FileSave();
+  file.FileClose(false);
+  std::error_code ignored;
+  if (!saved && isNew) std::filesystem::remove(arguments.output, ignored);
   return saved;
 }
 
@@ -173,16 +175,15 @@ int Import(const Arguments& arguments) {
 int Export(const Arguments& arguments) {
   TideSeries series;
   if (!Open(arguments, series)) return kFoundWrong;
-  std::ofstream stream(arguments.output, std::ios::binary);
+  OutputFile file(arguments.output);
   // As the import reads it by default, or with --time HMS where there are seconds.
   const bool minutes = std::all_of(series.rows.begin(), series.rows.end(), [](const TideRow& row) { return std::fmod(row.time, kMinute) == 0; });
   for (const TideRow& row : series.rows) {
     std::string line = Line(row);
     if (minutes) line.erase(16, 3);
-    stream << line << '\n';
+    file.Write(line + '\n');
   }
-  stream.close();
-  if (stream.fail()) return Fail("cannot write \"" + arguments.output + "\"");
+  if (!file.Finish()) return Fail("cannot write \"" + arguments.output + "\"");
   std::cout << arguments.output << ": " << Counted(series.rows.size(), "value", "values") << '\n';
   return kDone;
 }

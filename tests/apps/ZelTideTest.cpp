@@ -60,6 +60,18 @@ TEST_F(ZelTide, LinesThatDoNotReadStopTheImport) {
   EXPECT_TRUE(Holds(Import("# nothing\n").errors, "has no values"));
 }
 
+TEST_F(ZelTide, WhatCannotBeWrittenIsAsItWas) {
+  Import("2026-05-01 00:00 1\n");
+  const std::string text = m_folder.Write("new.txt", "2026-05-02 00:00 2\n");
+  EXPECT_EQ(Run({"tide", "import", text, "/dev/full"}).exitCode, 1);
+  EXPECT_EQ(Run({"tide", "export", m_file, "/dev/full"}).exitCode, 1);
+  EXPECT_EQ(Run({"tide", "import", text, m_folder.File("none/t.tid")}).exitCode, 1);
+  const std::string link = m_folder.MakeLink("link.tid", "t.tid");
+  EXPECT_EQ(Run({"tide", "import", text, link}).exitCode, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(link)) << "it means the file it leads to";
+  EXPECT_EQ(Run({"tide", "list", m_file}).output, "2026-05-02 00:00:00  2.000\n");
+}
+
 TEST_F(ZelTide, ExportAndImportAreInverse) {
   const std::string text = m_folder.File("out.txt"), again = m_folder.File("again.tid");
   for (const char* const rows : {"2026-05-01 00:00:00 1.25\n2026-05-01 00:10:00 -0.5\n", "2026-05-01 00:00:07 1.25\n2026-05-01 00:10:00.25 -0.5\n"}) {

@@ -55,7 +55,7 @@ void XYZDataSource::Clear() const {
 int XYZDataSource::GetNumberOfPoints() {
   Point minimum, maximum;
   GetExtents(minimum, maximum);
-  return m_numberOfPoints;
+  return m_numberOfPoints;  // Kept: that of the last pass, until Clear; an empty source is asked again every time
 }
 
 bool XYZDataSource::GetExtents(Point& minimum, Point& maximum) {

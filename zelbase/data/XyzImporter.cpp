@@ -13,7 +13,9 @@ bool XyzImporter::Process() {
   do {
     // Kept: asked before each point only, so that a stop during the last one comes too late
     if (IsStopped()) return false;
+    // Kept: a question for count or extents within AddPoint rewinds an ordinary source, and the import ends where that leaves it
     if (!AddPoint(point)) return false;
+    // Kept: behind the point, so that a refused one leaves the progress
     SetProgress(m_source->GetPosition());
   } while (m_source->GetNextPoint(point));
   return true;
