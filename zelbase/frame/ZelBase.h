@@ -205,3 +205,8 @@
 #include "zelbase/comms/CSerialSettings.h"
 #include "zelbase/comms/OPCSettings.h"
 #include "zelbase/comms/OpcUaSettings.h"
+
+#include "zelbase/xml/XmlElement.h"
+#include "zelbase/xml/XmlFault.h"
+#include "zelbase/xml/XmlReader.h"
+#include "zelbase/xml/XmlWriter.h"
