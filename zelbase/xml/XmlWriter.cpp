@@ -1,8 +1,8 @@
 #include "zelbase/xml/XmlWriter.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <ostream>
@@ -28,13 +28,13 @@ constexpr std::string_view ReferenceFor(char c) {
   }
 }
 
-constexpr std::array<bool, 256> MakeSpecial() {
-  std::array<bool, 256> special{};
-  for (const char c : {'"', '&', '\'', '<', '>'}) special[static_cast<unsigned char>(c)] = true;
-  return special;
+// Whether one of eight bytes needs a reference. Clearing a bit makes a pair of each: of '"' and '&', and of '<' and '>'.
+bool HasSpecial(std::uint64_t bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  const auto hasZero = [](std::uint64_t word) { return (word - kOnes) & ~word & (kOnes * 0x80); };
+  return (hasZero((bytes & ~(kOnes * 0x04)) ^ (kOnes * '"')) | hasZero(bytes ^ (kOnes * '\'')) |
+          hasZero((bytes & ~(kOnes * 0x02)) ^ (kOnes * '<'))) != 0;
 }
-
-constexpr std::array<bool, 256> kSpecial = MakeSpecial();
 
 }  // namespace
 
@@ -127,16 +127,29 @@ class XmlWriter::Output {
   void InsertSlice(std::string_view text) {
     Require(text.size() * kLongestReference);
     char* to = m_buffer.get() + m_used;
-    for (const char c : text) {
-      if (!kSpecial[static_cast<unsigned char>(c)]) {
-        *to++ = c;
-        continue;
+    for (std::uint64_t eight = 0; text.size() >= sizeof eight; text.remove_prefix(sizeof eight)) {
+      std::memcpy(&eight, text.data(), sizeof eight);
+      if (HasSpecial(eight)) {
+        to = PutEach(text.substr(0, sizeof eight), to);
+      } else {
+        std::memcpy(to, &eight, sizeof eight);
+        to += sizeof eight;
       }
-      const std::string_view reference = ReferenceFor(c);
-      std::memcpy(to, reference.data(), reference.size());
-      to += reference.size();
     }
-    m_used = static_cast<std::size_t>(to - m_buffer.get());
+    m_used = static_cast<std::size_t>(PutEach(text, to) - m_buffer.get());
+  }
+
+  static char* PutEach(std::string_view text, char* to) {
+    for (const char c : text) {
+      const std::string_view reference = ReferenceFor(c);
+      if (reference.empty()) {
+        *to++ = c;
+      } else {
+        std::memcpy(to, reference.data(), reference.size());
+        to += reference.size();
+      }
+    }
+    return to;
   }
 
   Sink& m_sink;
