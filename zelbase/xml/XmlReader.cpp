@@ -1,8 +1,10 @@
 #include "zelbase/xml/XmlReader.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <memory>
@@ -21,6 +23,26 @@ bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 const char* FindByte(const char* begin, const char* end, char c) {
   if (begin == end) return nullptr;
   return static_cast<const char*>(std::memchr(begin, c, static_cast<std::size_t>(end - begin)));
+}
+
+const char* SkipBlanks(const char* at, const char* end) {
+  while (at != end && IsBlank(*at)) ++at;
+  return at;
+}
+
+constexpr std::array<bool, 256> MakePlain() {
+  std::array<bool, 256> plain{};
+  plain.fill(true);
+  for (const char c : {' ', '\t', '\r', '\n', '<', '>', '/', '=', '"', '?', '!'}) plain[static_cast<unsigned char>(c)] = false;
+  return plain;
+}
+
+// The characters of a name that no rule gives a meaning to.
+constexpr std::array<bool, 256> kPlain = MakePlain();
+
+const char* SkipPlain(const char* at, const char* end) {
+  while (at != end && kPlain[static_cast<unsigned char>(*at)]) ++at;
+  return at;
 }
 
 std::string_view Between(const char* begin, const char* end) { return {begin, static_cast<std::size_t>(end - begin)}; }
@@ -92,24 +114,35 @@ bool XmlReader::ReadFile(const char* path) {
 
 bool XmlReader::ReadData(const char* data, unsigned int length) {
   m_root.Clear();
-  m_open.clear();
   if (data == nullptr && length > 0) return Report(XmlFault::CannotRead, nullptr);
   m_report = XmlReport{};
+  Forget();
   m_begin = data;
   m_cursor = data;
   m_end = data + length;
-  for (std::string_view tag; FindNextTag(tag);) {
+  for (std::string_view tag; FindNextTag();) {
+    if (TakePlainTag()) continue;
+    if (!CutTag(tag)) break;
     if (ParseTag(tag)) continue;
-    m_root.Clear();
+    Forget();
     return false;
   }
   NoteTheEnd();
+  while (!m_open.empty()) CloseInnermost();
+  if (!m_elements.empty()) m_root.Swap(m_elements.front());
+  Forget();
   return true;  // Kept: also when the text ended in the middle, or its reading did
+}
+
+void XmlReader::Forget() {
+  m_elements = {};
+  m_open = {};
+  m_found = {};
 }
 
 void XmlReader::NoteTheEnd() {
   if (m_report.fault != XmlFault::None) return;
-  if (!m_root.HasName()) {
+  if (m_elements.empty()) {
     Report(XmlFault::NoElement, m_end);
   } else if (!m_open.empty()) {
     Report(XmlFault::ElementsLeftOpen, m_end);
@@ -126,33 +159,18 @@ bool XmlReader::Report(XmlFault fault, const char* place) {
   return false;
 }
 
-// Hands the text before the next tag to the innermost open element, then gives what stands between "<" and ">". False at the
-// end of the reading.
-bool XmlReader::FindNextTag(std::string_view& tag) {
-  const char* open = m_cursor;
-  while (open != m_end && IsBlank(*open)) ++open;
+// Hands the text before the next tag to the innermost open element, and goes behind the tag's "<". False at the end of the
+// reading.
+bool XmlReader::FindNextTag() {
+  const char* open = SkipBlanks(m_cursor, m_end);
   if (open == m_end) return false;
   if (*open != '<') {
     open = FindByte(open, m_end, '<');
     if (open == nullptr) return false;  // Kept: text behind the last tag is dropped
     if (!TakeText(Between(m_cursor, open))) return false;
   }
-  const char* const close = FindTagEnd(open + 1);
-  if (close == nullptr) return Report(XmlFault::UnfinishedTag, open);
-  tag = Between(open + 1, close);
-  m_cursor = close + 1;
+  m_cursor = open + 1;
   return true;
-}
-
-// The ">" that ends the tag from `begin` on; null if there is none.
-const char* XmlReader::FindTagEnd(const char* begin) const {
-  const char* close = FindByte(begin, m_end, '>');  // Kept: a ">" within a value as well
-  if (close == nullptr || !Between(begin, close).starts_with("!--")) return close;
-  // Kept: "!--" and "!---" are no whole comments
-  while (close != nullptr && (close - begin < 5 || close[-1] != '-' || close[-2] != '-')) {
-    close = FindByte(close + 1, m_end, '>');
-  }
-  return close;
 }
 
 // `text` is not all white space. False for an unknown reference.
@@ -165,14 +183,76 @@ bool XmlReader::TakeText(std::string_view text) {
     if (fault != kNone) return Report(XmlFault::UnknownTextReference, text.data() + fault);
   }
   if (m_open.empty()) return true;
-  XmlElement& top = *m_open.back();
-  const bool first = top.m_text.empty() && top.m_elements.empty();
-  std::string& target = first ? top.m_text : top.m_elements.emplace_back().m_text;
+  const bool first = Innermost().m_text.empty() && m_elements.size() == m_open.back() + 1;
+  std::string& target = first ? Innermost().m_text : m_elements.emplace_back().m_text;
   if (references) {
     target = std::move(replaced);
   } else {
     target.assign(text);
   }
+  return true;
+}
+
+// The ordinary tag, as it is written by nearly everybody: a name, attributes each with one blank or more before it and nothing
+// around its "=", no references. Takes it in one pass and goes behind it; takes nothing, and gives false, for any other.
+bool XmlReader::TakePlainTag() {
+  if (m_cursor == m_end) return false;
+  if (*m_cursor == '/') return TakePlainClosing();
+  if (m_open.empty() && !m_elements.empty()) return false;
+  const char* const nameEnd = SkipPlain(m_cursor, m_end);
+  if (nameEnd == m_cursor) return false;
+  const char* end = TakePlainAttributes(nameEnd);
+  if (end == nullptr) return false;
+  const bool open = *end == '>';
+  if (!open && (++end == m_end || *end != '>')) return false;
+  AddElement(Between(m_cursor, nameEnd), open, false);
+  m_cursor = end + 1;
+  return true;
+}
+
+bool XmlReader::TakePlainClosing() {
+  if (m_open.empty()) return false;
+  const std::string& name = Innermost().m_name;
+  const char* const begin = m_cursor + 1;
+  if (static_cast<std::size_t>(m_end - begin) <= name.size() || begin[name.size()] != '>') return false;
+  if (Between(begin, begin + name.size()) != name) return false;
+  m_cursor = begin + name.size() + 1;
+  CloseInnermost();
+  return true;
+}
+
+// From behind the tag's name or an attribute on. Where "/" or ">" stands behind the last one; null for what is not plain.
+const char* XmlReader::TakePlainAttributes(const char* at) {
+  std::size_t namesLength = 0;
+  for (m_found.clear();;) {
+    const char* const name = SkipBlanks(at, m_end);
+    if (name == m_end) return nullptr;
+    if (*name == '>' || *name == '/') return name;
+    const char* const equals = SkipPlain(name, m_end);
+    if (name == at || equals == name || m_end - equals < 2 || equals[0] != '=' || equals[1] != '"') return nullptr;
+    const char* const value = equals + 2;
+    at = value;
+    while (at != m_end && *at != '"' && *at != '>' && *at != '&') ++at;
+    if (at == m_end || *at != '"') return nullptr;
+    namesLength += static_cast<std::size_t>(equals - name);
+    if (namesLength > kLongestNames) return nullptr;
+    m_found.push_back({Between(name, equals), Between(value, at)});
+    ++at;
+  }
+}
+
+// Any tag: what stands between "<" and the ">" that ends it. False if it does not end.
+bool XmlReader::CutTag(std::string_view& tag) {
+  const char* close = FindByte(m_cursor, m_end, '>');  // Kept: a ">" within a value as well
+  if (close != nullptr && Between(m_cursor, close).starts_with("!--")) {
+    // Kept: "!--" and "!---" are no whole comments
+    while (close != nullptr && (close - m_cursor < 5 || close[-1] != '-' || close[-2] != '-')) {
+      close = FindByte(close + 1, m_end, '>');
+    }
+  }
+  if (close == nullptr) return Report(XmlFault::UnfinishedTag, m_cursor - 1);
+  tag = Between(m_cursor, close);
+  m_cursor = close + 1;
   return true;
 }
 
@@ -185,32 +265,36 @@ bool XmlReader::ParseTag(std::string_view tag) {
 }
 
 bool XmlReader::OpenElement(std::string_view tag, std::string_view name) {
-  if (m_open.empty() && m_root.HasName()) return Report(XmlFault::SecondRoot, tag.data());
-  XmlElement& element = m_open.empty() ? m_root : m_open.back()->m_elements.emplace_back();
-  element.m_name.assign(name);
-  m_open.push_back(&element);
-  if (!ParseAttributes(tag)) return false;
-  if (tag.back() == '/') m_open.pop_back();  // Kept: the last character alone
+  if (m_open.empty() && !m_elements.empty()) return Report(XmlFault::SecondRoot, tag.data());
+  const bool references = tag.find('&') != kNone;
+  if (!ParseAttributes(tag, references)) return false;
+  AddElement(name, tag.back() != '/', references);  // Kept: the last character alone
   return true;
 }
 
 bool XmlReader::CloseElement(std::string_view tag, std::string_view name) {
   if (m_open.empty()) return Report(XmlFault::NothingToClose, tag.data());
-  if (m_open.back()->m_name != name) return Report(XmlFault::WrongClosingName, tag.data());
-  m_open.pop_back();
+  if (Innermost().m_name != name) return Report(XmlFault::WrongClosingName, tag.data());
+  CloseInnermost();
   return true;
+}
+
+void XmlReader::CloseInnermost() {
+  const auto children = m_elements.begin() + static_cast<std::ptrdiff_t>(m_open.back() + 1);
+  if (children != m_elements.end()) {
+    Innermost().m_elements.assign(std::make_move_iterator(children), std::make_move_iterator(m_elements.end()));
+    m_elements.erase(children, m_elements.end());
+  }
+  m_open.pop_back();
 }
 
 // From the "=" signs. A name ends at the last character before "=" that is not white space, and begins behind the last white
 // space before that; `lastBlank` is the one before `searched`, so that no character is searched for it twice.
-bool XmlReader::ParseAttributes(std::string_view tag) {
-  std::size_t equals = tag.find('=');
-  if (equals == kNone) return true;
+bool XmlReader::ParseAttributes(std::string_view tag, bool references) {
   m_found.clear();
-  const bool references = tag.find('&') != kNone;
   std::size_t searched = 0, lastBlank = kNone, namesLength = 0;
   std::string ignored;
-  for (; equals != kNone;) {
+  for (std::size_t equals = tag.find('='); equals != kNone;) {
     std::size_t nameEnd = equals;
     while (nameEnd > 0 && IsBlank(tag[nameEnd - 1])) --nameEnd;
     if (nameEnd == 0) return Report(XmlFault::AttributeWithoutName, tag.data() + equals);
@@ -235,8 +319,6 @@ bool XmlReader::ParseAttributes(std::string_view tag) {
     m_found.push_back({tag.substr(nameBegin, nameEnd - nameBegin), value});
     equals = tag.find('=', closing + 1);
   }
-  DropRepeatedNames();
-  StoreAttributes(*m_open.back(), references);
   return true;
 }
 
@@ -248,7 +330,7 @@ void XmlReader::DropRepeatedNames() {
   for (const Found found : m_found) {
     std::size_t place = kept;
     if (few) {
-      const auto same = [&](const Found& other) { return other.name == found.name; };
+      const auto same = [&](const Found& other) { return other.name.size() == found.name.size() && other.name == found.name; };
       place = static_cast<std::size_t>(
           std::find_if(m_found.begin(), m_found.begin() + static_cast<std::ptrdiff_t>(kept), same) - m_found.begin());
     } else {
@@ -260,14 +342,20 @@ void XmlReader::DropRepeatedNames() {
   m_found.resize(kept);
 }
 
-void XmlReader::StoreAttributes(XmlElement& element, bool references) const {
+// With the attributes that were found; `references`: there may be some in their values, all of them known.
+void XmlReader::AddElement(std::string_view name, bool open, bool references) {
+  XmlElement& element = m_elements.emplace_back();
+  element.m_name.assign(name);
+  if (open) m_open.push_back(m_elements.size() - 1);
+  if (m_found.empty()) return;
+  DropRepeatedNames();
   element.m_attributes.reserve(m_found.size());
-  for (const auto& [name, value] : m_found) {
-    std::string& stored = element.m_attributes.emplace_back(name, std::string_view{}).second;
+  for (const Found& found : m_found) {
+    std::string& value = element.m_attributes.emplace_back(found.name, std::string_view{}).second;
     if (references) {
-      ReplaceEntityRefs(value, stored);
+      ReplaceEntityRefs(found.value, value);
     } else {
-      stored.assign(value);
+      value.assign(found.value);
     }
   }
 }

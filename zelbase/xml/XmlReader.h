@@ -2,6 +2,7 @@
 // XmlWriter.h, the way back; XmlFault.h, why a reading was refused.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +36,8 @@
 //  - A text behind anything else of its element, a child or a text, becomes a child without a name.
 //
 // Depth is not limited and takes no stack. Time is proportional to the length of the text times the logarithm of the number of
-// attributes in a tag. The tree of a hostile text takes at most 100 bytes for each of its bytes, apart from attribute
-// names that run into each other (those of a tag may sum to 64 MiB, and more is refused).
+// attributes in a tag. The tree of a hostile text takes at most 200 bytes for each of its bytes while it is read,
+// apart from attribute names that run into each other (those of a tag may sum to 64 MiB, and more is refused).
 //
 // The target must outlive the reader. A reader may be used again; each reading clears the target first. The text must not
 // lie in the target. One thread at a time.
@@ -59,20 +60,29 @@ class ZELBASE_API XmlReader {
     std::string_view value;
   };
 
-  bool FindNextTag(std::string_view& tag);
-  const char* FindTagEnd(const char* begin) const;
+  bool FindNextTag();
   bool TakeText(std::string_view text);
+  bool TakePlainTag();
+  bool TakePlainClosing();
+  const char* TakePlainAttributes(const char* at);
+  bool CutTag(std::string_view& tag);
   bool ParseTag(std::string_view tag);
   bool OpenElement(std::string_view tag, std::string_view name);
   bool CloseElement(std::string_view tag, std::string_view name);
-  bool ParseAttributes(std::string_view tag);
+  bool ParseAttributes(std::string_view tag, bool references);
   void DropRepeatedNames();
-  void StoreAttributes(XmlElement& element, bool references) const;
+  void AddElement(std::string_view name, bool open, bool references);
+  void CloseInnermost();
+  XmlElement& Innermost() { return m_elements[m_open.back()]; }
   void NoteTheEnd();
+  void Forget();
   bool Report(XmlFault fault, const char* place);
 
   XmlElement& m_root;
-  std::vector<XmlElement*> m_open;  // innermost last
+  // The root, and behind each open element those of its children that are closed, with all that is theirs: an element moves once,
+  // to its parent when that is closed.
+  std::vector<XmlElement> m_elements;
+  std::vector<std::size_t> m_open;  // places of the open ones, innermost last
   const char* m_begin = nullptr;
   const char* m_cursor = nullptr;
   const char* m_end = nullptr;
