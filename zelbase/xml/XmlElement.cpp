@@ -60,18 +60,21 @@ bool operator==(const XmlElement& a, const XmlElement& b) {
 
 // Lists of children are hung up in one chain, each on the first element of the list before it, where a tree has such a chain
 // already: the first children of first children. The front list of the chain is destroyed after its other children's lists went
-// to the end of the chain. Every element is passed twice; nothing is allocated, nothing recurses.
+// to the end of the chain, or at once if nothing is below them. Nothing is allocated, and nothing recurses by depth.
 void XmlElement::DestroyChildren() noexcept {
   const auto endOfChain = [](XmlElement* element) {
     while (!element->m_elements.empty()) element = &element->m_elements.front();
     return element;
   };
+  const auto hasElements = [](const XmlElement& element) { return element.HasElements(); };
   std::vector<XmlElement> list = std::move(m_elements);
   XmlElement* last = endOfChain(&list.front());
   while (!list.empty()) {
     for (std::size_t i = 1; i < list.size(); ++i) {
       if (!list[i].HasElements()) continue;
-      last->m_elements = std::move(list[i].m_elements);
+      std::vector<XmlElement> below = std::move(list[i].m_elements);
+      if (std::none_of(below.begin(), below.end(), hasElements)) continue;
+      last->m_elements = std::move(below);
       last = endOfChain(last);
     }
     std::vector<XmlElement> next = std::move(list.front().m_elements);

@@ -125,11 +125,11 @@ bool XmlReader::ReadData(const char* data, unsigned int length) {
     if (!CutTag(tag)) break;
     if (ParseTag(tag)) continue;
     Forget();
+    m_root.Clear();
     return false;
   }
   NoteTheEnd();
   while (!m_open.empty()) CloseInnermost();
-  if (!m_elements.empty()) m_root.Swap(m_elements.front());
   Forget();
   return true;  // Kept: also when the text ended in the middle, or its reading did
 }
@@ -142,7 +142,7 @@ void XmlReader::Forget() {
 
 void XmlReader::NoteTheEnd() {
   if (m_report.fault != XmlFault::None) return;
-  if (m_elements.empty()) {
+  if (!m_root.HasName()) {
     Report(XmlFault::NoElement, m_end);
   } else if (!m_open.empty()) {
     Report(XmlFault::ElementsLeftOpen, m_end);
@@ -183,7 +183,7 @@ bool XmlReader::TakeText(std::string_view text) {
     if (fault != kNone) return Report(XmlFault::UnknownTextReference, text.data() + fault);
   }
   if (m_open.empty()) return true;
-  const bool first = Innermost().m_text.empty() && m_elements.size() == m_open.back() + 1;
+  const bool first = Innermost().m_text.empty() && m_elements.size() == m_open.back();
   std::string& target = first ? Innermost().m_text : m_elements.emplace_back().m_text;
   if (references) {
     target = std::move(replaced);
@@ -198,7 +198,7 @@ bool XmlReader::TakeText(std::string_view text) {
 bool XmlReader::TakePlainTag() {
   if (m_cursor == m_end) return false;
   if (*m_cursor == '/') return TakePlainClosing();
-  if (m_open.empty() && !m_elements.empty()) return false;
+  if (m_open.empty() && m_root.HasName()) return false;
   const char* const nameEnd = SkipPlain(m_cursor, m_end);
   if (nameEnd == m_cursor) return false;
   const char* end = TakePlainAttributes(nameEnd);
@@ -265,7 +265,7 @@ bool XmlReader::ParseTag(std::string_view tag) {
 }
 
 bool XmlReader::OpenElement(std::string_view tag, std::string_view name) {
-  if (m_open.empty() && !m_elements.empty()) return Report(XmlFault::SecondRoot, tag.data());
+  if (m_open.empty() && m_root.HasName()) return Report(XmlFault::SecondRoot, tag.data());
   const bool references = tag.find('&') != kNone;
   if (!ParseAttributes(tag, references)) return false;
   AddElement(name, tag.back() != '/', references);  // Kept: the last character alone
@@ -280,8 +280,12 @@ bool XmlReader::CloseElement(std::string_view tag, std::string_view name) {
 }
 
 void XmlReader::CloseInnermost() {
-  const auto children = m_elements.begin() + static_cast<std::ptrdiff_t>(m_open.back() + 1);
-  if (children != m_elements.end()) {
+  const std::size_t first = m_open.back();
+  if (first == 0 && m_elements.capacity() <= 2 * m_elements.size()) {
+    m_root.m_elements = std::move(m_elements);
+    m_elements.clear();
+  } else if (first < m_elements.size()) {
+    const auto children = m_elements.begin() + static_cast<std::ptrdiff_t>(first);
     Innermost().m_elements.assign(std::make_move_iterator(children), std::make_move_iterator(m_elements.end()));
     m_elements.erase(children, m_elements.end());
   }
@@ -344,9 +348,9 @@ void XmlReader::DropRepeatedNames() {
 
 // With the attributes that were found; `references`: there may be some in their values, all of them known.
 void XmlReader::AddElement(std::string_view name, bool open, bool references) {
-  XmlElement& element = m_elements.emplace_back();
+  XmlElement& element = m_open.empty() ? m_root : m_elements.emplace_back();
   element.m_name.assign(name);
-  if (open) m_open.push_back(m_elements.size() - 1);
+  if (open) m_open.push_back(m_elements.size());
   if (m_found.empty()) return;
   DropRepeatedNames();
   element.m_attributes.reserve(m_found.size());

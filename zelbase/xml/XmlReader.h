@@ -73,16 +73,17 @@ class ZELBASE_API XmlReader {
   void DropRepeatedNames();
   void AddElement(std::string_view name, bool open, bool references);
   void CloseInnermost();
-  XmlElement& Innermost() { return m_elements[m_open.back()]; }
+  XmlElement& Innermost() { return m_open.back() == 0 ? m_root : m_elements[m_open.back() - 1]; }
   void NoteTheEnd();
   void Forget();
   bool Report(XmlFault fault, const char* place);
 
   XmlElement& m_root;
-  // The root, and behind each open element those of its children that are closed, with all that is theirs: an element moves once,
-  // to its parent when that is closed.
+  // Below the root: each open element, and behind it those of its children that are closed, with all that is theirs. An element
+  // moves once, to its parent when that is closed.
   std::vector<XmlElement> m_elements;
-  std::vector<std::size_t> m_open;  // places of the open ones, innermost last
+  // Where the children of each open element begin in m_elements, innermost last; it stands just before them. 0 is the root.
+  std::vector<std::size_t> m_open;
   const char* m_begin = nullptr;
   const char* m_cursor = nullptr;
   const char* m_end = nullptr;
