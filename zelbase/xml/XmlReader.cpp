@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::size_t kLongestNames = std::size_t{64} << 20;  // of all attributes of a tag, in bytes
+constexpr int kShortText = 24;                                // up to this many bytes are looked at one by one
 constexpr std::size_t kFewAttributes = 16;                    // up to this many are compared each with each
 
 // Kept: these four only; form feed, vertical tab and zero are ordinary characters.
@@ -165,18 +166,23 @@ bool XmlReader::FindNextTag() {
   const char* open = SkipBlanks(m_cursor, m_end);
   if (open == m_end) return false;
   if (*open != '<') {
-    open = FindByte(open, m_end, '<');
-    if (open == nullptr) return false;  // Kept: text behind the last tag is dropped
-    if (!TakeText(Between(m_cursor, open))) return false;
+    bool references = false;
+    for (int i = 0; i < kShortText && open != m_end && *open != '<'; ++i) references |= *open++ == '&';
+    if (open == m_end || *open != '<') {
+      const char* const rest = open;
+      open = FindByte(rest, m_end, '<');
+      if (open == nullptr) return false;  // Kept: text behind the last tag is dropped
+      references |= FindByte(rest, open, '&') != nullptr;
+    }
+    if (!TakeText(Between(m_cursor, open), references)) return false;
   }
   m_cursor = open + 1;
   return true;
 }
 
-// `text` is not all white space. False for an unknown reference.
-bool XmlReader::TakeText(std::string_view text) {
+// `text` is not all white space; `references`: it has a "&". False for an unknown reference.
+bool XmlReader::TakeText(std::string_view text, bool references) {
   std::string replaced;
-  const bool references = text.find('&') != kNone;
   if (references) {
     const std::size_t fault = ReplaceEntityRefs(text, replaced);
     // Kept: outside the root as well
@@ -334,7 +340,7 @@ void XmlReader::DropRepeatedNames() {
   for (const Found found : m_found) {
     std::size_t place = kept;
     if (few) {
-      const auto same = [&](const Found& other) { return other.name.size() == found.name.size() && other.name == found.name; };
+      const auto same = [&](const Found& other) { return other.name.size() == found.name.size() && other.name[0] == found.name[0] && other.name == found.name; };
       place = static_cast<std::size_t>(
           std::find_if(m_found.begin(), m_found.begin() + static_cast<std::ptrdiff_t>(kept), same) - m_found.begin());
     } else {
@@ -351,15 +357,13 @@ void XmlReader::AddElement(std::string_view name, bool open, bool references) {
   XmlElement& element = m_open.empty() ? m_root : m_elements.emplace_back();
   element.m_name.assign(name);
   if (open) m_open.push_back(m_elements.size());
-  if (m_found.empty()) return;
-  DropRepeatedNames();
+  if (m_found.size() > 1) DropRepeatedNames();
   element.m_attributes.reserve(m_found.size());
   for (const Found& found : m_found) {
-    std::string& value = element.m_attributes.emplace_back(found.name, std::string_view{}).second;
     if (references) {
-      ReplaceEntityRefs(found.value, value);
+      ReplaceEntityRefs(found.value, element.m_attributes.emplace_back(found.name, std::string_view{}).second);
     } else {
-      value.assign(found.value);
+      element.m_attributes.emplace_back(found.name, found.value);
     }
   }
 }
