@@ -1,5 +1,5 @@
-// Reading and writing ten megabytes of XML beside two well-known libraries of its kind: elements with a few attributes as settings
-// have them, elements with numbers as text, and long texts. A reading includes the end of its tree.
+// Reading and writing ten megabytes of XML beside two well-known libraries of its kind: elements with a few attributes as
+// settings have them, elements with numbers as text, and long texts. A reading includes the end of its tree.
 
 #include <pugixml.hpp>
 #include <tinyxml2.h>

@@ -52,7 +52,8 @@ class RandomXmlText {
   std::string Name() { return std::string(1 + Below(2) * Below(20), static_cast<char>('a' + Below(3))); }
 
   std::string Text() {
-    static constexpr std::string_view kTexts[] = {"x", " ", "\n", "&amp;", "&lt;&gt;", "a longer text without end", "&quot;", "\xB0"};
+    static constexpr std::string_view kTexts[] = {"x",        " ", "\n", "&amp;", "&quot;", "\xB0",
+                                                    "&lt;&gt;", "a longer text without end"};
     std::string text;
     for (std::size_t pieces = Below(4); pieces > 0; --pieces) text += kTexts[Below(std::size(kTexts))];
     return text;

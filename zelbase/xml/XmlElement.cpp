@@ -135,7 +135,7 @@ bool XmlElement::RemoveAttribute(std::string name) {
 XmlElement& XmlElement::Add(std::string name) { return m_elements.emplace_back(std::move(name)); }
 
 std::vector<XmlElement>::const_iterator XmlElement::FindElement(std::string_view name, unsigned int index) const {
-  unsigned int before = 0;
+  std::size_t before = 0;
   return std::find_if(m_elements.begin(), m_elements.end(),
                       [&](const XmlElement& child) { return child.m_name == name && before++ == index; });
 }

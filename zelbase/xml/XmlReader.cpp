@@ -89,6 +89,9 @@ bool ReadAll(PlatformFile& file, char* data, std::size_t length) {
   return true;
 }
 
+// Of names that are not empty; tells most of them apart without a call.
+bool IsSameName(std::string_view a, std::string_view b) { return a.size() == b.size() && a[0] == b[0] && a == b; }
+
 // By length first: names that run into each other have the same front, and would be long to compare.
 struct ShorterFirst {
   bool operator()(std::string_view a, std::string_view b) const {
@@ -340,7 +343,7 @@ void XmlReader::DropRepeatedNames() {
   for (const Found found : m_found) {
     std::size_t place = kept;
     if (few) {
-      const auto same = [&](const Found& other) { return other.name.size() == found.name.size() && other.name[0] == found.name[0] && other.name == found.name; };
+      const auto same = [&](const Found& other) { return IsSameName(other.name, found.name); };
       place = static_cast<std::size_t>(
           std::find_if(m_found.begin(), m_found.begin() + static_cast<std::ptrdiff_t>(kept), same) - m_found.begin());
     } else {

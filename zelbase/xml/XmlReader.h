@@ -36,8 +36,8 @@
 //  - A text behind anything else of its element, a child or a text, becomes a child without a name.
 //
 // Depth is not limited and takes no stack. Time is proportional to the length of the text times the logarithm of the number of
-// attributes in a tag. The tree of a hostile text takes at most 200 bytes for each of its bytes while it is read,
-// apart from attribute names that run into each other (those of a tag may sum to 64 MiB, and more is refused).
+// attributes in a tag. The tree of a hostile text takes at most 200 bytes for each of its bytes while it is read. Apart from
+// both stand attribute names that run into each other: those of a tag may sum to 64 MiB, and more is refused.
 //
 // The target must outlive the reader. A reader may be used again; each reading clears the target first. The text must not
 // lie in the target. One thread at a time.

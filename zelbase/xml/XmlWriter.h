@@ -14,9 +14,9 @@
 //           <note>two <b>words</b> here</note>
 //   </survey>
 //
-// Lines end in CR LF, and each level is indented by one tab. An element with a text, or with a child without a name, is written in
-// one run with all that is below it, so that mixed content gets no blanks. Quotes, apostrophes, "&", "<" and ">" in texts and
-// values become references; names and all other bytes go out as they are.
+// Lines end in CR LF, and each level is indented by one tab. An element with a text, or with a child without a name, is
+// written in one run with all that is below it, so that mixed content gets no blanks. Quotes, apostrophes, "&", "<" and ">"
+// in texts and values become references; names and all other bytes go out as they are.
 //
 // Kept: of a child without a name only the text is written, never its attributes and children. An element with one such child
 // that is empty is "<a></a>", not "<a/>".
