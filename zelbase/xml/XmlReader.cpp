@@ -15,7 +15,6 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::size_t kLongestNames = std::size_t{64} << 20;  // of all attributes of a tag, in bytes
-constexpr int kShortText = 24;                                // up to this many bytes are looked at one by one
 constexpr std::size_t kFewAttributes = 16;                    // up to this many are compared each with each
 
 // Kept: these four only; form feed, vertical tab and zero are ordinary characters.
@@ -169,23 +168,18 @@ bool XmlReader::FindNextTag() {
   const char* open = SkipBlanks(m_cursor, m_end);
   if (open == m_end) return false;
   if (*open != '<') {
-    bool references = false;
-    for (int i = 0; i < kShortText && open != m_end && *open != '<'; ++i) references |= *open++ == '&';
-    if (open == m_end || *open != '<') {
-      const char* const rest = open;
-      open = FindByte(rest, m_end, '<');
-      if (open == nullptr) return false;  // Kept: text behind the last tag is dropped
-      references |= FindByte(rest, open, '&') != nullptr;
-    }
-    if (!TakeText(Between(m_cursor, open), references)) return false;
+    open = FindByte(open, m_end, '<');
+    if (open == nullptr) return false;  // Kept: text behind the last tag is dropped
+    if (!TakeText(Between(m_cursor, open))) return false;
   }
   m_cursor = open + 1;
   return true;
 }
 
-// `text` is not all white space; `references`: it has a "&". False for an unknown reference.
-bool XmlReader::TakeText(std::string_view text, bool references) {
+// `text` is not all white space. False for an unknown reference.
+bool XmlReader::TakeText(std::string_view text) {
   std::string replaced;
+  const bool references = text.find('&') != kNone;
   if (references) {
     const std::size_t fault = ReplaceEntityRefs(text, replaced);
     // Kept: outside the root as well

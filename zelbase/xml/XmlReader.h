@@ -61,7 +61,7 @@ class ZELBASE_API XmlReader {
   };
 
   bool FindNextTag();
-  bool TakeText(std::string_view text, bool references);
+  bool TakeText(std::string_view text);
   bool TakePlainTag();
   bool TakePlainClosing();
   const char* TakePlainAttributes(const char* at);
