@@ -2,11 +2,10 @@
 // saved and opened again.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 #include <vector>
 
+#include "fuzz/Require.h"
 #include "tests/colour/SecondColorTable.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/colour/ColorTable.h"
@@ -16,12 +15,6 @@ namespace {
 
 // The second table is slow: nothing longer is compared with it.
 constexpr std::size_t kMostRows = 200;
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 void RequireSame(const ColorTable& table, const SecondColorTable& second, const char* what) {
   const SecondColorTable shown(table);

@@ -4,12 +4,11 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "fuzz/Require.h"
 #include "zelbase/data/CCF_DataInfo.h"
 #include "zelbase/data/CCompOffset.h"
 #include "zelbase/data/CDataInfoArray.h"
@@ -21,12 +20,6 @@
 #include "zelbase/platform/CSharedFile.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 bool IsWhite(char c) { return c == ' ' || (c >= 9 && c <= 13); }
 bool IsFigure(char c) { return c >= '0' && c <= '9'; }

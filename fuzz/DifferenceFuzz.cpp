@@ -2,10 +2,9 @@
 // library, and by a slow second transcription.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
+#include "fuzz/Require.h"
 #include "tests/config/SecondDifference.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsDifference.h"
@@ -13,12 +12,6 @@
 namespace {
 
 constexpr char kSeparator = 0x1E;
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 std::string TakeText(std::string& bytes) {
   const std::size_t end = bytes.find(kSeparator);

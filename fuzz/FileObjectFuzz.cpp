@@ -2,21 +2,14 @@
 // operations that the bytes choose, cursors open.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
+#include "fuzz/Require.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsReport.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 // What a text keeps of a store that was itself read from a text: all but the keys that became comments.
 Picture WithoutComments(Picture picture) {

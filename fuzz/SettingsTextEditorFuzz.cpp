@@ -3,20 +3,13 @@
 // The input: the operation, the lengths of three texts, a flag (one byte each), the texts, and the rest is the settings text.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
+#include "fuzz/Require.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsTextEditor.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 struct Change {
   unsigned int operation = 0;

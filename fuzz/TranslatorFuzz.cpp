@@ -2,10 +2,9 @@
 // can make its key, and each look-up gives the item, or an empty text and one message.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
+#include "fuzz/Require.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/platform/FixedFolders.h"
@@ -22,12 +21,6 @@ class Listener : public AbstractZELMessage {
   int messages = 0;
   std::string last;
 };
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 // English, whatever the computer is set to, so that the file comes from the fuzzer alone.
 Translator& English(Listener& listener) {

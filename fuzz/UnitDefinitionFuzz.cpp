@@ -2,12 +2,11 @@
 // second reader of the format.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "fuzz/Require.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/units/CatalogueAnswer.h"
@@ -17,12 +16,6 @@
 #include "zelbase/units/UnitDefinition.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 using Outputs = CatalogueAnswer;
 

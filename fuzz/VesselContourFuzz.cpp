@@ -4,72 +4,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "fuzz/MemoryFiles.h"
+#include "fuzz/Require.h"
 #include "zelbase/geometry/VesselContour.h"
 #include "zelbase/platform/PlatformFiles.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
-
-// Files by their names, as far as the settings store needs them.
-class MemoryFiles : public PlatformFiles {
- public:
-  std::unique_ptr<PlatformFile> Open(const FileOpenRequest& request, FileResult& result) override {
-    if (request.disposition == FileDisposition::CreateAlways) files[request.path].clear();
-    const auto found = files.find(request.path);
-    result = found == files.end() ? FileResult::NotFound : FileResult::Ok;
-    return found == files.end() ? nullptr : std::make_unique<File>(found->second);
-  }
-  FileResult Replace(const std::string&, const std::string&) override { return FileResult::AccessDenied; }
-  FileResult Remove(const std::string&) override { return FileResult::AccessDenied; }
-  std::string FollowLinks(const std::string& path) override { return path; }
-  bool IsRegularFile(const std::string& path) override { return files.contains(path); }
-
-  std::map<std::string, std::string> files;
-
- private:
-  class File : public PlatformFile {
-   public:
-    explicit File(std::string& text) : m_text(text) {}
-
-    FileResult Read(void* buffer, std::size_t size, std::size_t& done) override {
-      done = std::min(size, m_text.size() - m_position);
-      if (done != 0) std::memcpy(buffer, m_text.data() + m_position, done);
-      m_position += done;
-      return FileResult::Ok;
-    }
-    FileResult Write(const void* buffer, std::size_t size, std::size_t& done) override {
-      m_text.append(static_cast<const char*>(buffer), size);
-      done = size;
-      return FileResult::Ok;
-    }
-    FileResult Seek(long long, int, long long&) override { return FileResult::AccessDenied; }
-    FileResult Flush() override { return FileResult::Ok; }
-    FileResult GetSize(long long& size) override {
-      size = static_cast<long long>(m_text.size());
-      return FileResult::Ok;
-    }
-    FileResult SetEnd() override { return FileResult::AccessDenied; }
-    FileResult GetTimes(FileTimes&) override { return FileResult::AccessDenied; }
-    FileResult CopyModeFrom(const std::string&) override { return FileResult::Ok; }
-
-   private:
-    std::string& m_text;
-    std::size_t m_position = 0;
-  };
-};
 
 std::vector<VesselPoint> PointsOf(const VesselContour& contour) {
   std::vector<VesselPoint> points(static_cast<std::size_t>(contour.GetSize()));

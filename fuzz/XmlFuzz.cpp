@@ -2,11 +2,10 @@
 // read again.
 
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <sstream>
 #include <string>
 
+#include "fuzz/Require.h"
 #include "tests/xml/LiteralXml.h"
 #include "zelbase/xml/XmlElement.h"
 #include "zelbase/xml/XmlFault.h"
@@ -17,12 +16,6 @@ namespace {
 
 // The second reader is slow in the number of attributes and recurses by depth.
 constexpr std::size_t kLongest = 20000;
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
 
 void WriteAndReadAgain(const XmlElement& root, const LiteralXml& literal) {
   std::ostringstream stream;

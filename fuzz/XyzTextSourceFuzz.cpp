@@ -4,77 +4,18 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
-#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "fuzz/MemoryFiles.h"
+#include "fuzz/Require.h"
 #include "adapters/xyz/XyzTextSource.h"
 #include "tests/adapters/LiteralXyzReader.h"
 #include "zelbase/data/XyzImporter.h"
 #include "zelbase/platform/PlatformFiles.h"
 
 namespace {
-
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::cerr << "not so: " << what << '\n';
-  std::abort();
-}
-
-// One file under every name, to be read.
-class OneFile : public PlatformFiles {
- public:
-  OneFile(std::string text, std::size_t readLimit) : m_text(std::move(text)), m_readLimit(readLimit) {}
-
-  std::unique_ptr<PlatformFile> Open(const FileOpenRequest&, FileResult& result) override {
-    result = FileResult::Ok;
-    return std::make_unique<File>(m_text, m_readLimit);
-  }
-  FileResult Replace(const std::string&, const std::string&) override { return FileResult::AccessDenied; }
-  FileResult Remove(const std::string&) override { return FileResult::AccessDenied; }
-  std::string FollowLinks(const std::string& path) override { return path; }
-  bool IsRegularFile(const std::string&) override { return true; }
-
- private:
-  class File : public PlatformFile {
-   public:
-    File(const std::string& text, std::size_t readLimit) : m_text(text), m_readLimit(readLimit) {}
-
-    FileResult Read(void* buffer, std::size_t size, std::size_t& done) override {
-      done = std::min({size, m_readLimit, m_text.size() - m_position});
-      if (done != 0) std::memcpy(buffer, m_text.data() + m_position, done);
-      m_position += done;
-      return FileResult::Ok;
-    }
-    FileResult Write(const void*, std::size_t, std::size_t&) override { return FileResult::AccessDenied; }
-    FileResult Seek(long long offset, int origin, long long& position) override {
-      Require(origin == 0 && offset >= 0 && static_cast<std::size_t>(offset) <= m_text.size(), "a seek within the file");
-      position = offset;
-      m_position = static_cast<std::size_t>(offset);
-      return FileResult::Ok;
-    }
-    FileResult Flush() override { return FileResult::Ok; }
-    FileResult GetSize(long long& size) override {
-      size = static_cast<long long>(m_text.size());
-      return FileResult::Ok;
-    }
-    FileResult SetEnd() override { return FileResult::AccessDenied; }
-    FileResult GetTimes(FileTimes&) override { return FileResult::AccessDenied; }
-    FileResult CopyModeFrom(const std::string&) override { return FileResult::AccessDenied; }
-
-   private:
-    const std::string& m_text;
-    std::size_t m_readLimit;
-    std::size_t m_position = 0;
-  };
-
-  std::string m_text;
-  std::size_t m_readLimit;
-};
 
 bool SameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 
@@ -112,8 +53,9 @@ void CheckSummary(const XyzTextSummary& summary, const LiteralXyz& literal) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::size_t limit = data[0] / 2;
-  OneFile file(std::string(reinterpret_cast<const char*>(data) + 1, size - 1), limit == 0 ? SIZE_MAX : limit);
-  const PlatformOverride<PlatformFiles> guard(file);
+  MemoryFiles memory(limit == 0 ? SIZE_MAX : limit);
+  memory.files["any"].assign(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const PlatformOverride<PlatformFiles> guard(memory);
   XyzTextOptions options;
   options.positionOnly = data[0] % 2 != 0;
   const LiteralXyz literal = ReadLiteralXyz(std::string(reinterpret_cast<const char*>(data) + 1, size - 1), options.positionOnly);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <span>
 #include <string>
 
 #include "tests/support/TemporaryFolder.h"
@@ -26,6 +27,17 @@ XmlReport ReportOf(const std::string& text, bool& read) {
   return reader.LastReport();
 }
 
+void ExpectReports(std::span<const Row> rows) {
+  for (const Row& row : rows) {
+    bool read = false;
+    const XmlReport report = ReportOf(row.text, read);
+    EXPECT_EQ(read, row.read) << row.text;
+    EXPECT_EQ(report.fault, row.fault) << row.text;
+    EXPECT_EQ(report.line, row.line) << row.text;
+    EXPECT_EQ(report.column, row.column) << row.text;
+  }
+}
+
 }  // namespace
 
 TEST(XmlFault, ARefusalHasReasonLineAndColumn) {
@@ -41,14 +53,7 @@ TEST(XmlFault, ARefusalHasReasonLineAndColumn) {
       {"<a b=\"1\"\nc='1'/>", false, XmlFault::AttributeWithoutQuotes, 2, 2},
       {"<a b=\"&lt;\" c=\"x&y\"/>", false, XmlFault::UnknownAttributeReference, 1, 17},
   };
-  for (const Row& row : rows) {
-    bool read = false;
-    const XmlReport report = ReportOf(row.text, read);
-    EXPECT_EQ(read, row.read) << row.text;
-    EXPECT_EQ(report.fault, row.fault) << row.text;
-    EXPECT_EQ(report.line, row.line) << row.text;
-    EXPECT_EQ(report.column, row.column) << row.text;
-  }
+  ExpectReports(rows);
 }
 
 TEST(XmlFault, AReadingThatEndsEarlyIsTrueAndSaysWhy) {
@@ -62,14 +67,7 @@ TEST(XmlFault, AReadingThatEndsEarlyIsTrueAndSaysWhy) {
       {"<!-- -->\n", true, XmlFault::NoElement, 2, 1},
       {"<a>x</a>", true, XmlFault::None, 0, 0},
   };
-  for (const Row& row : rows) {
-    bool read = false;
-    const XmlReport report = ReportOf(row.text, read);
-    EXPECT_EQ(read, row.read) << row.text;
-    EXPECT_EQ(report.fault, row.fault) << row.text;
-    EXPECT_EQ(report.line, row.line) << row.text;
-    EXPECT_EQ(report.column, row.column) << row.text;
-  }
+  ExpectReports(rows);
 }
 
 TEST(XmlFault, TheFirstFaultOfATagIsTheOneReported) {
