@@ -18,6 +18,7 @@
 #include "TideCommand.h"
 #include "TrackCommand.h"
 #include "UnitsCommand.h"
+#include "XmlCommand.h"
 #include "XyzCommand.h"
 
 namespace {
@@ -41,6 +42,7 @@ int Run(int argc, char** argv) {
   zel::AddColoursCommand(program, exitCode);
   zel::AddTrackCommand(program, exitCode);
   zel::AddTideCommand(program, exitCode);
+  zel::AddXmlCommand(program, exitCode);
   zel::AddXyzCommand(program, exitCode);
   zel::AddFilesCommands(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
