@@ -37,6 +37,8 @@
 //   (3) Threads without a task sleep, and use no processor time.
 //   (4) Of two tasks that wait for each other both run when the pool has two threads free.
 //
+// Memory that is not to be had throws std::bad_alloc from Dispatch and Clear, with the queue as it was.
+//
 // Any thread may call any operation but the destructor; that comes after all other calls have returned, or at least after
 // their tasks have run. Not copyable.
 class ZELBASE_API ThreadPool {

@@ -9,6 +9,7 @@ using zelbase::detail::FilterState;
 using zelbase::detail::PredictedState;
 using zelbase::detail::PrintSingular;
 using zelbase::detail::StateCovariance;
+using zelbase::detail::StateVector;
 using zelbase::detail::UpdateByFix;
 using zelbase::detail::VelocityCalibration;
 
@@ -26,6 +27,18 @@ struct PositionCovariance {
 
 PositionCovariance PositionPart(const StateCovariance& covariance) {
   return {covariance[0][0], covariance[1][1], covariance[1][0]};
+}
+
+// Hands out a state, with the covariance that is told beside it.
+void Give(const StateVector& state, const PositionCovariance& covariance, double& x, double& y, double& vx, double& vy,
+          double& varX, double& varY, double& covXY) {
+  x = state[0][0];
+  y = state[1][0];
+  vx = state[2][0];
+  vy = state[3][0];
+  varX = covariance.varX;
+  varY = covariance.varY;
+  covXY = covariance.covXY;
 }
 
 // 0 to 4; compared before anything is subtracted.
@@ -89,13 +102,7 @@ void KalmanFilter::GetStateVector(double& time, double& x, double& y, double& vx
   const State& s = *m_state;
   // Kept: the state predicted last and the covariance of the last position update, not those that the next step goes by.
   time = s.time;
-  x = s.filter.predicted[0][0];
-  y = s.filter.predicted[1][0];
-  vx = s.filter.predicted[2][0];
-  vy = s.filter.predicted[3][0];
-  varX = s.lastUpdate.varX;
-  varY = s.lastUpdate.varY;
-  covXY = s.lastUpdate.covXY;
+  Give(s.filter.predicted, s.lastUpdate, x, y, vx, vy, varX, varY, covXY);
 }
 
 void KalmanFilter::PredictState(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
@@ -107,14 +114,8 @@ void KalmanFilter::PredictState(double time, double& x, double& y, double& vx, d
     return;
   }
   s.filter.predicted = PredictedState(s.filter.x, dt);
-  x = s.filter.predicted[0][0];
-  y = s.filter.predicted[1][0];
-  vx = s.filter.predicted[2][0];
-  vy = s.filter.predicted[3][0];
-  // Kept: of the last position update. So no covariance is predicted here; nobody could see it.
-  varX = s.lastUpdate.varX;
-  varY = s.lastUpdate.varY;
-  covXY = s.lastUpdate.covXY;
+  // Kept: the covariance of the last position update. So none is predicted here; nobody could see it.
+  Give(s.filter.predicted, s.lastUpdate, x, y, vx, vy, varX, varY, covXY);
   status = kSuccess;
 }
 
@@ -132,13 +133,7 @@ void KalmanFilter::UpdatePosition(double time, double& x, double& y, double& vx,
   s.lastUpdate = PositionPart(s.filter.p);
   s.time = time;
 
-  x = s.filter.x[0][0];
-  y = s.filter.x[1][0];
-  vx = s.filter.x[2][0];
-  vy = s.filter.x[3][0];
-  varX = s.lastUpdate.varX;
-  varY = s.lastUpdate.varY;
-  covXY = s.lastUpdate.covXY;
+  Give(s.filter.x, s.lastUpdate, x, y, vx, vy, varX, varY, covXY);
   status = kSuccess;
 }
 
