@@ -194,6 +194,23 @@
 
 #include "zelbase/colour/ColorTable.h"
 
+#include "zelbase/geodesy/GeoDatabaseICreator.h"
+#include "zelbase/geodesy/GeoStaticICreator.h"
+#include "zelbase/geodesy/GeoidModel.h"
+#include "zelbase/geodesy/GeoidModelICreator.h"
+#include "zelbase/geodesy/GeoidModelList.h"
+#include "zelbase/geodesy/SpareGeoCoordSys.h"
+#include "zelbase/geodesy/SpareGeoDatabase.h"
+#include "zelbase/geodesy/SpareGeoStaticData.h"
+#include "zelbase/geodesy/ZelCoordSysICreator.h"
+#include "zelbase/geodesy/ZelGeoCoordSysBase.h"
+#include "zelbase/geodesy/ZelGeoCoordSysList.h"
+#include "zelbase/geodesy/ZelGeoCoordSysLoader.h"
+#include "zelbase/geodesy/ZelGeoDatabaseBase.h"
+#include "zelbase/geodesy/ZelGeoDatabaseBaseList.h"
+#include "zelbase/geodesy/ZelGeoStaticDataBase.h"
+#include "zelbase/geodesy/ZelGeoStaticDatabaseList.h"
+
 #include "zelbase/units/AbstractZELMessage.h"
 #include "zelbase/units/CZelUnitCnv.h"
 #include "zelbase/units/HelpProvider.h"

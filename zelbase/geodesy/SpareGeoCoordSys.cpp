@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/SpareGeoCoordSys.h"
+
+SpareGeoCoordSys::~SpareGeoCoordSys() = default;

@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/SpareGeoDatabase.h"
+
+SpareGeoDatabase::~SpareGeoDatabase() = default;

@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/SpareGeoStaticData.h"
+
+SpareGeoStaticData::~SpareGeoStaticData() = default;

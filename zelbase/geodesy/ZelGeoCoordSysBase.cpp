@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/ZelGeoCoordSysBase.h"
+
+ZelGeoCoordSysBase::~ZelGeoCoordSysBase() = default;

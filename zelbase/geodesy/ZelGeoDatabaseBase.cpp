@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/ZelGeoDatabaseBase.h"
+
+ZelGeoDatabaseBase::~ZelGeoDatabaseBase() = default;

@@ -1,0 +1,24 @@
+#include "zelbase/geodesy/ZelGeoDatabaseBaseList.h"
+
+#include <memory>
+#include <utility>
+
+ZelGeoDatabaseBaseList::~ZelGeoDatabaseBaseList() { m_creators.Clear(); }
+
+ZelGeoDatabaseBaseList& ZelGeoDatabaseBaseList::GetGeoDatabaseList() {
+  return zelbase::detail::OneRegistry<ZelGeoDatabaseBaseList>([](ZelGeoDatabaseBaseList& list) { list.m_creators.Clear(); });
+}
+
+void ZelGeoDatabaseBaseList::RegisterGeoDatabase(std::string type, GeoDatabaseICreator* creator) {
+  m_creators.Register(std::move(type), creator);
+}
+
+bool ZelGeoDatabaseBaseList::UnRegisterGeoDatabase(std::string type) { return m_creators.UnRegister(type); }
+
+int ZelGeoDatabaseBaseList::GetGeoDatabaseTypes(std::vector<std::string>& types) { return m_creators.Keys(types); }
+
+ZelGeoDatabaseBase* ZelGeoDatabaseBaseList::Create(const std::string& type) {
+  std::unique_ptr<ZelGeoDatabaseBase> database(m_creators.Create(type));
+  if (database == nullptr || !database->IsReady()) return nullptr;
+  return database.release();
+}

@@ -1,0 +1,3 @@
+#include "zelbase/geodesy/ZelGeoStaticDataBase.h"
+
+ZelGeoStaticDataBase::~ZelGeoStaticDataBase() = default;
