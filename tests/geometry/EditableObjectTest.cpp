@@ -9,6 +9,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "zelbase/platform/RecordingSurface.h"
+
 namespace {
 
 static_assert(std::is_abstract_v<EditableObject>);
@@ -557,24 +559,17 @@ TEST(EditableObject, OverridingOneFormHidesTheOthersUntilTheyAreNamed) {
 
 // --- Handles -------------------------------------------------------------------------------------------------------------
 
-class DrawnRectangles : public CDC {
- public:
-  bool Rectangle(int x1, int y1, int x2, int y2) override {
-    drawn.push_back({x1, y1, x2, y2});
-    return true;
-  }
-  std::vector<std::vector<int>> drawn;
-};
-
-std::vector<int> HandleAt(double x, double y) {
-  DrawnRectangles dc;
+std::vector<long long> HandleAt(double x, double y) {
+  RecordingSurface dc;
   Bare object;
   object.Handle(&dc, Point(x, y, 0));
-  EXPECT_EQ(dc.drawn.size(), 1u);
-  return dc.drawn.empty() ? std::vector<int>() : dc.drawn[0];
+  EXPECT_EQ(dc.calls.size(), 1u);
+  if (dc.calls.empty()) return {};
+  EXPECT_EQ(dc.calls[0].name, "Rectangle");
+  return dc.calls[0].numbers;
 }
 
-using Box = std::vector<int>;
+using Box = std::vector<long long>;
 
 TEST(EditableObject, AHandleIsSixPixelsWideAroundItsPoint) {
   EXPECT_EQ(HandleAt(10, 20), (Box{7, 17, 13, 23}));

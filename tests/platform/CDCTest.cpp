@@ -3,35 +3,67 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <type_traits>
 #include <vector>
+
+#include "zelbase/platform/RecordingSurface.h"
 
 namespace {
 
 static_assert(std::is_abstract_v<CDC>);
 static_assert(std::is_base_of_v<CObject, CDC>);
 
-struct Surface : CDC {
-  explicit Surface(bool& goneFlag) : gone(goneFlag) {}
-  ~Surface() override { gone = true; }
-  bool Rectangle(int x1, int y1, int x2, int y2) override {
-    last = {x1, y1, x2, y2};
-    return x2 > x1 && y2 > y1;
+class Surface : public RecordingSurface {
+ public:
+  Surface(bool& gone, std::vector<std::string>& drawn) : m_gone(gone), m_drawn(drawn) {}
+  ~Surface() override {
+    m_gone = true;
+    m_drawn = Painted();
   }
-  std::vector<int> last;
-  bool& gone;
+
+ private:
+  bool& m_gone;
+  std::vector<std::string>& m_drawn;
 };
 
 TEST(CDC, ASurfaceOfAHostIsDrawnOnAndDestroyedThroughTheBase) {
   bool gone = false;
-  auto surface = std::make_unique<Surface>(gone);
-  CDC& dc = *surface;
-  EXPECT_TRUE(dc.Rectangle(1, 2, 3, 4));
-  EXPECT_EQ(surface->last, (std::vector<int>{1, 2, 3, 4}));
-  EXPECT_FALSE(dc.Rectangle(3, 4, 1, 2));
+  std::vector<std::string> drawn;
+  std::unique_ptr<CDC> surface = std::make_unique<Surface>(gone, drawn);
+  EXPECT_TRUE(surface->Rectangle(1, 2, 3, 4));
+  EXPECT_FALSE(gone);
   std::unique_ptr<CObject> base = std::move(surface);
   base.reset();
   EXPECT_TRUE(gone);
+  EXPECT_EQ(drawn, (std::vector<std::string>{"Rectangle 1 2 3 4"}));
+}
+
+// Drivers and files of a host hold these numbers.
+TEST(CDC, TheNumbersOfTheFrameworkAreKept) {
+  EXPECT_EQ(LOGPIXELSY, 90);
+  EXPECT_EQ(OBJ_PEN, 1u);
+  EXPECT_EQ(OBJ_BRUSH, 2u);
+  EXPECT_EQ(OBJ_FONT, 6u);
+  EXPECT_EQ(HOLLOW_BRUSH, 5);
+  EXPECT_EQ(TRANSPARENT, 1);
+  EXPECT_EQ(OPAQUE, 2);
+  EXPECT_EQ(R2_NOT, 6);
+  EXPECT_EQ(R2_XORPEN, 7);
+  EXPECT_EQ(R2_COPYPEN, 13);
+  EXPECT_EQ(TA_RIGHT | TA_BOTTOM, 10u);
+  EXPECT_EQ(TA_RIGHT | TA_BASELINE, 26u);
+  EXPECT_EQ(TA_LEFT | TA_TOP, 0u);
+}
+
+TEST(CDC, PensAndFontsBeginEmpty) {
+  const LOGPEN pen;
+  EXPECT_EQ(pen.lopnStyle, 0u);
+  EXPECT_EQ(pen.lopnWidth, CPoint(0, 0));
+  EXPECT_EQ(pen.lopnColor, 0u);
+  const LOGFONT font;
+  EXPECT_EQ(font.lfHeight + font.lfWidth + font.lfEscapement + font.lfOrientation + font.lfWeight, 0);
+  EXPECT_EQ(font.lfFaceName, "");
 }
 
 }  // namespace

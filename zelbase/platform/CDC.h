@@ -1,5 +1,5 @@
 // The framework's drawing context: the surface that geometry draws on, in pixels, y downwards. Neighbours: CPoint.h, CSize.h and
-// CRect.h, its coordinates; LOGPEN.h and LOGFONT.h, what it draws with.
+// CRect.h, its coordinates; LOGPEN.h and LOGFONT.h, what it draws with; RecordingSurface.h, a surface for tests.
 #pragma once
 
 #include <string>
@@ -16,7 +16,9 @@
 
 // The numbers of the framework that those who draw hand over or ask for.
 inline constexpr int LOGPIXELSY = 90;      // GetDeviceCaps: dots per inch down the surface
-inline constexpr unsigned OBJ_PEN = 1;     // GetCurrentObject: the pen
+inline constexpr unsigned OBJ_PEN = 1;     // GetCurrentObject: the pen,
+inline constexpr unsigned OBJ_BRUSH = 2;   // the brush,
+inline constexpr unsigned OBJ_FONT = 6;    // the font
 inline constexpr int HOLLOW_BRUSH = 5;     // SelectStockObject: a brush that fills nothing
 inline constexpr int TRANSPARENT = 1;      // SetBkMode: only the letters are painted
 inline constexpr int OPAQUE = 2;           // SetBkMode: a box in the background colour lies below them
@@ -55,7 +57,7 @@ class ZELBASE_API CDC : public CObject {
   // A property of the surface by its number (LOGPIXELSY); 0 for one it does not know.
   virtual int GetDeviceCaps(int index) const = 0;
 
-  // What is selected of a kind (OBJ_PEN); null without one. It stays the surface's.
+  // What is selected of a kind (OBJ_PEN and so on); null without one. It stays the surface's.
   virtual HGDIOBJ GetCurrentObject(unsigned kind) const = 0;
 
   // Describes a pen. False for a handle that is none, `pen` untouched.
@@ -73,7 +75,7 @@ class ZELBASE_API CDC : public CObject {
   virtual HGDIOBJ CreateSolidBrush(COLORREF color) = 0;
   virtual HGDIOBJ CreateFontIndirect(const LOGFONT& font) = 0;
 
-  // False for null, for a stock object and for a handle that is none of this surface's.
+  // False for null, for a stock object, for what is still selected, and for a handle that is none of this surface's.
   virtual bool DeleteObject(HGDIOBJ object) = 0;
 
   // The box that a text fills in the selected font, lying level whatever the font's direction.
