@@ -119,6 +119,42 @@ void UseMessageBuilders() {
   list.RegisterMessageBuilder("a builder with a name beyond the short ones", new Builders);
   const std::unique_ptr<CMessageBuilder> builder(list.Create("a builder with a name beyond the short ones"));
 }
+class Actions : public ZelActionICreator {
+ public:
+  ZelAction* Create() override { return new ZelAction; }
+};
+
+void UseActions() {
+  ZelActionList& list = ZelActionList::GetActionList();
+  const std::unique_ptr<ZelAction> known(list.Create("an action group with a name beyond the short ones"));
+  if (known == nullptr) {
+    list.RegisterActionGroup("an action group with a name beyond the short ones", new Actions);
+    auto* const file = new FileObject;
+    file->SetItem("an action", "Group", "an action group with a name beyond the short ones");
+    list.RegisterAction("an action", file);
+  }
+  const std::unique_ptr<ZelAction> action(list.Create("an action"));
+}
+
+class Tool : public ZelTool {
+ public:
+  void Activate() override {}
+  void Deactivate() override {}
+  void ShowEditor() override {}
+  void CloseEditor() override {}
+};
+
+class Tools : public ToolICreator {
+ public:
+  ZelTool* Create() override { return new Tool; }
+};
+
+void UseTools() {
+  CToolList& list = CToolList::GetToolList();
+  const std::unique_ptr<ZelTool> known(list.Create("a tool with a name beyond the short ones"));
+  if (known == nullptr) list.RegisterTool("a tool with a name beyond the short ones", new Tools);
+  const std::unique_ptr<ZelTool> tool(list.Create("a tool with a name beyond the short ones"));
+}
 void UseModuleState() {
   static int place = 0;
   ZelBaseMain(&place, ZELBASE_PROCESS_ATTACH, nullptr);
@@ -129,7 +165,7 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 19> kUses = {{{"ErrorList", UseErrorList},
+constexpr std::array<Use, 21> kUses = {{{"ErrorList", UseErrorList},
                                         {"ErrorString", UseErrorString},
                                         {"EmptyError", UseEmptyError},
                                         {"Initializers", UseInitializers},
@@ -147,6 +183,8 @@ constexpr std::array<Use, 19> kUses = {{{"ErrorList", UseErrorList},
                                         {"LineDataList", UseLineDataList},
                                         {"Clipboard", UseClipboard},
                                         {"MessageBuilders", UseMessageBuilders},
+                                        {"Actions", UseActions},
+                                        {"Tools", UseTools},
                                         {"ModuleState", UseModuleState}}};
 
 void UseAll() {

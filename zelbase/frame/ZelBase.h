@@ -200,6 +200,14 @@
 
 #include "zelbase/colour/ColorTable.h"
 
+#include "zelbase/actions/CToolList.h"
+#include "zelbase/actions/ToolICreator.h"
+#include "zelbase/actions/ZelAction.h"
+#include "zelbase/actions/ZelActionICreator.h"
+#include "zelbase/actions/ZelActionList.h"
+#include "zelbase/actions/ZelCompositeAction.h"
+#include "zelbase/actions/ZelTool.h"
+
 #include "zelbase/geodesy/GeoDatabaseICreator.h"
 #include "zelbase/geodesy/GeoStaticICreator.h"
 #include "zelbase/geodesy/GeoidModel.h"

@@ -1,5 +1,5 @@
 // What a registry is made of: creators by key, the first of a key wins, each destroyed once. Internal to the library; the
-// registries built on it stand in geodesy/.
+// registries built on it stand in actions/ and geodesy/.
 #pragma once
 
 #include <map>
@@ -9,7 +9,7 @@
 
 namespace zelbase::detail {
 
-// Creator has an operation Create(), without arguments, and a virtual destructor. Copies share the creators; the last map that holds one
+// Creator has an operation Create(), without arguments, and a virtual destructor; objects of another kind are only found. Copies share the creators; the last map that holds one
 // destroys it. A creator leaves the map before it is destroyed, since its destructor may call back; it is held while it works, since
 // it may take its own key out.
 //
@@ -57,12 +57,16 @@ class CreatorMap {
     return static_cast<int>(keys.size());
   }
 
-  // What the creator of `key` makes; null for an unknown key.
-  auto Create(const Key& key) const -> decltype(std::declval<Creator&>().Create()) {
+  // The creator of `key`, held as long as the result; null for an unknown key.
+  Pointer Find(const Key& key) const {
     const auto found = m_creators.find(key);
-    if (found == m_creators.end()) return nullptr;
-    const Pointer creator = found->second;
-    return creator->Create();
+    return found == m_creators.end() ? nullptr : found->second;
+  }
+
+  // What the creator of `key` makes; null for an unknown key.
+  auto Create(const Key& key) const {
+    const Pointer creator = Find(key);
+    return creator == nullptr ? nullptr : creator->Create();
   }
 
   // In ascending order of the keys; what a creator's destructor registers meanwhile goes, too.

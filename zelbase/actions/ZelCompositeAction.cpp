@@ -1,0 +1,111 @@
+#include "zelbase/actions/ZelCompositeAction.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <new>
+#include <utility>
+
+#include "zelbase/errors/NumberedTexts.h"
+
+namespace {
+
+constexpr int kGroupNameText = 12045;
+
+using Actions = std::vector<std::shared_ptr<ZelAction>>;
+
+// Where the composites that go on this thread leave their sub-actions, so that nesting costs no stack; null when none goes. The
+// last goes next.
+thread_local Actions* t_leaving = nullptr;
+
+// Destroys the actions in order, each followed by those it leaves.
+void DestroyAll(Actions actions) {
+  std::reverse(actions.begin(), actions.end());
+  Actions* const outer = std::exchange(t_leaving, &actions);
+  while (!actions.empty()) {
+    const std::shared_ptr<ZelAction> next = std::move(actions.back());
+    actions.pop_back();
+  }
+  t_leaving = outer;
+}
+
+void Leave(Actions& actions) {
+  try {
+    t_leaving->insert(t_leaving->end(), std::make_move_iterator(actions.rbegin()), std::make_move_iterator(actions.rend()));
+  } catch (const std::bad_alloc&) {
+    // They go with their composite, on its stack.
+  }
+}
+
+}  // namespace
+
+ZelCompositeAction::ZelCompositeAction() { SetActionGroup("CompositeAction"); }
+
+ZelCompositeAction& ZelCompositeAction::operator=(const ZelCompositeAction& other) {
+  // What is here goes last: `other` may be a part of it.
+  Actions actions = other.m_actions;
+  ZelAction::operator=(other);
+  m_actions.swap(actions);
+  return *this;
+}
+
+ZelCompositeAction::~ZelCompositeAction() {
+  if (t_leaving != nullptr) {
+    Leave(m_actions);
+  } else {
+    DeleteAll();
+  }
+}
+
+std::string ZelCompositeAction::GroupName() { return NumberedText(kGroupNameText); }
+
+// Whether every sub-action gives true; the first that does not is the last that is asked. Each is held while it is asked, since
+// it may change this composite.
+template <class Ask>
+bool ZelCompositeAction::AllAnswer(Ask ask) {
+  for (std::size_t i = 0; i < m_actions.size(); ++i) {
+    const std::shared_ptr<ZelAction> action = m_actions[i];
+    if (action != nullptr && !ask(*action)) return false;
+  }
+  return true;
+}
+
+bool ZelCompositeAction::Configure() {
+  return AllAnswer([](ZelAction& action) { return action.Configure(); });
+}
+
+bool ZelCompositeAction::Validate() {
+  return AllAnswer([](ZelAction& action) { return action.Validate(); });
+}
+
+bool ZelCompositeAction::Execute() {
+  // Kept: all are validated before any is run, by the operation that a derived class may have replaced.
+  if (!Validate()) return false;
+  return AllAnswer([](ZelAction& action) { return action.Execute(); });
+}
+
+bool ZelCompositeAction::CanSelect() {
+  // Kept: any is enough here, whereas the others ask for all; without sub-actions it is false.
+  return !AllAnswer([](ZelAction& action) { return !action.CanSelect(); });
+}
+
+int ZelCompositeAction::GetCount() { return static_cast<int>(m_actions.size()); }
+
+ZelAction* ZelCompositeAction::GetAction(int index) {
+  return index < 0 || index >= static_cast<int>(m_actions.size()) ? nullptr : m_actions[static_cast<std::size_t>(index)].get();
+}
+
+// Kept: null is a sub-action that counts.
+void ZelCompositeAction::AddAction(ZelAction* action) {
+  const auto same = std::find_if(m_actions.begin(), m_actions.end(), [action](const auto& held) { return held.get() == action; });
+  // One owner, however often it is added.
+  std::shared_ptr<ZelAction> held = same != m_actions.end() ? *same : std::shared_ptr<ZelAction>(action);
+  m_actions.push_back(std::move(held));
+}
+
+void ZelCompositeAction::DeleteAllActions() { DeleteAll(); }
+
+void ZelCompositeAction::DeleteAll() {
+  // Out of the composite before they go: their destructors may ask it.
+  DestroyAll(std::exchange(m_actions, {}));
+}
