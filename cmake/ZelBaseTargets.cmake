@@ -33,13 +33,3 @@ function(zelbase_compile_options target)
     target_link_options(${target} PUBLIC -fsanitize=${ZELBASE_SANITIZE})
   endif()
 endfunction()
-
-# Makes a program fit to load the suite's modules: what they use of the library is in the program's own copy, all of it and exported.
-# With a shared library there is no copy, and nothing to do.
-function(zelbase_plugin_host target)
-  if(BUILD_SHARED_LIBS)
-    return()
-  endif()
-  set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
-  target_link_options(${target} PRIVATE "LINKER:--whole-archive,$<TARGET_FILE:ZelBase>,--no-whole-archive")
-endfunction()

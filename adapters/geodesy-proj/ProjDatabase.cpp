@@ -24,6 +24,30 @@ GeoSystemInfo InfoOf(const PROJ_CRS_INFO& crs) {
   return info;
 }
 
+// A system with several uses is listed once for each: the areas become one.
+void JoinAreas(GeoArea& area, const GeoArea& other) {
+  if (!other.name.empty() && area.name.find(other.name) == std::string::npos) area.name += (area.name.empty() ? "" : "; ") + other.name;
+  const bool plain = area.hasBounds && other.hasBounds && area.west <= area.east && other.west <= other.east;
+  if (!plain) return;
+  area.west = std::min(area.west, other.west);
+  area.south = std::min(area.south, other.south);
+  area.east = std::max(area.east, other.east);
+  area.north = std::max(area.north, other.north);
+}
+
+// Takes neighbours of one code together.
+void JoinUses(std::vector<GeoSystemInfo>& systems) {
+  std::size_t kept = 0;
+  for (std::size_t i = 1; i < systems.size(); ++i) {
+    if (systems[i].code == systems[kept].code) {
+      JoinAreas(systems[kept].area, systems[i].area);
+    } else if (++kept != i) {
+      systems[kept] = std::move(systems[i]);
+    }
+  }
+  if (!systems.empty()) systems.resize(kept + 1);
+}
+
 std::vector<GeoSystemInfo> ReadSystems(const ProjContext& context) {
   const PJ_TYPE types[] = {PJ_TYPE_GEOGRAPHIC_2D_CRS, PJ_TYPE_GEOGRAPHIC_3D_CRS, PJ_TYPE_PROJECTED_CRS};
   PROJ_CRS_LIST_PARAMETERS* const parameters = proj_get_crs_list_parameters_create();
@@ -38,6 +62,7 @@ std::vector<GeoSystemInfo> ReadSystems(const ProjContext& context) {
   proj_crs_info_list_destroy(list);
   proj_get_crs_list_parameters_destroy(parameters);
   SortEntries(systems);
+  JoinUses(systems);
   return systems;
 }
 

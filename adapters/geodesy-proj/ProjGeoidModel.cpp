@@ -1,10 +1,13 @@
 #include "adapters/geodesy-proj/ProjGeoidModel.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -24,6 +27,35 @@ bool IsFile(const std::string& path) {
   return path.find('\0') == std::string::npos && std::filesystem::is_regular_file(path, fault);
 }
 
+// A number of a .gtx file's header, which is big-endian.
+template <class Number, class Bits>
+Number NumberAt(const unsigned char* bytes) {
+  Bits bits = 0;
+  for (std::size_t i = 0; i < sizeof bits; ++i) bits = (bits << 8) | bytes[i];
+  return std::bit_cast<Number>(bits);
+}
+
+bool IsStep(double degrees) { return degrees > 0.0 && degrees <= 180.0; }
+
+// Whether a .gtx file holds as many values as its header says: PROJ believes the header, and makes room for a whole row. Other
+// forms have their checks in PROJ.
+bool HoldsItsValues(const std::string& path) {
+  constexpr std::uintmax_t kHeader = 40;
+  if (!path.ends_with("gtx") && !path.ends_with("GTX")) return true;
+  unsigned char header[kHeader] = {};
+  std::ifstream file(path, std::ios::binary);
+  if (!file.read(reinterpret_cast<char*>(header), kHeader)) return false;
+  const double latitudeStep = NumberAt<double, std::uint64_t>(header + 16), longitudeStep = NumberAt<double, std::uint64_t>(header + 24);
+  const auto rows = NumberAt<std::int32_t, std::uint32_t>(header + 32), columns = NumberAt<std::int32_t, std::uint32_t>(header + 36);
+  if (!IsStep(latitudeStep) || !IsStep(longitudeStep) || rows < 2 || columns < 2) return false;
+  std::error_code fault;
+  const std::uintmax_t size = std::filesystem::file_size(path, fault);
+  return !fault && (size - kHeader) / sizeof(float) / static_cast<std::uintmax_t>(columns) >= static_cast<std::uintmax_t>(rows);
+}
+
+// Whether the fault is with the grid and not with the position asked for.
+bool IsNoGrid(int fault) { return fault >= PROJ_ERR_INVALID_OP && fault < PROJ_ERR_COORD_TRANSFM; }
+
 }  // namespace
 
 void ProjGeoidModel::SetFileName(std::string fileName) {
@@ -37,7 +69,7 @@ bool ProjGeoidModel::Init(ZelGeoCoordSysBase* coordSystem) try {
   m_system = dynamic_cast<GeoCoordSys*>(coordSystem);
   if (m_positions == Positions::Grid && (m_system == nullptr || m_system->Kind() == GeoCoordSysKind::None)) return false;
   const std::string path = FindFile();
-  return !path.empty() && OpenGrid(path);
+  return !path.empty() && HoldsItsValues(path) && OpenGrid(path);
 } catch (const std::exception&) {
   m_grid.reset();
   return false;
@@ -53,13 +85,18 @@ std::string ProjGeoidModel::FindFile() const {
   return IsFile(beside) ? beside : "";
 }
 
+// PROJ puts the opening of a grid whose name it has met before off to the first use, and when that fails says so once and takes
+// the separation for 0 from then on. So a first use is made here, and the name stays led to the file.
 bool ProjGeoidModel::OpenGrid(const std::string& path) {
-  std::string name = path;  // the finder's argument is not const
-  proj_context_set_file_finder(m_context.Get(), FindGrid, name.data());
+  m_path = path;
+  proj_context_set_file_finder(m_context.Get(), FindGrid, m_path.data());
   const std::string definition = std::string("+proj=vgridshift +multiplier=1 +grids=") + kGridName;
-  m_grid.reset(proj_create(m_context.Get(), definition.c_str()));
-  proj_context_set_file_finder(m_context.Get(), nullptr, nullptr);
-  return m_grid != nullptr;
+  PjPointer grid(proj_create(m_context.Get(), definition.c_str()));
+  if (grid == nullptr) return false;
+  proj_trans(grid.get(), PJ_FWD, proj_coord(0, 0, 0, 0));
+  if (IsNoGrid(proj_errno_reset(grid.get()))) return false;
+  m_grid = std::move(grid);
+  return true;
 }
 
 bool ProjGeoidModel::Separation(double first, double second, double& metres) {

@@ -208,7 +208,10 @@
 #include "zelbase/actions/ZelCompositeAction.h"
 #include "zelbase/actions/ZelTool.h"
 
+#include "zelbase/geodesy/GeoCoordSys.h"
+#include "zelbase/geodesy/GeoDatabase.h"
 #include "zelbase/geodesy/GeoDatabaseICreator.h"
+#include "zelbase/geodesy/GeoStaticData.h"
 #include "zelbase/geodesy/GeoStaticICreator.h"
 #include "zelbase/geodesy/GeoidModel.h"
 #include "zelbase/geodesy/GeoidModelICreator.h"

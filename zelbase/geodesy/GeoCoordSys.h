@@ -34,11 +34,11 @@ struct GeoArea {
   // Whether a position lies in it, its edge included; true without bounds. The longitude may be given within -360 to 360.
   bool Contains(double latitude, double longitude) const {
     if (!hasBounds) return true;
-    if (latitude < south || latitude > north) return false;
+    if (!(latitude >= south && latitude <= north)) return false;
     for (const double turn : {0.0, -360.0, 360.0}) {
       const double turned = longitude + turn;
-      const bool within = west <= east ? turned >= west && turned <= east : (turned >= west && turned <= 180.0) || (turned >= -180.0 && turned <= east);
-      if (within) return true;
+      const bool fromWest = turned >= west && turned <= 180.0, toEast = turned <= east && turned >= -180.0;
+      if (west <= east ? fromWest && toEast : fromWest || toEast) return true;
     }
     return false;
   }

@@ -1,0 +1,154 @@
+// What the plug-in's database lists, held against entries of the EPSG registry that do not change.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/adapters/GeodesyHost.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+template <class Entry>
+const Entry* EntryOf(const std::vector<Entry>& entries, const std::string& code) {
+  const auto found = std::find_if(entries.begin(), entries.end(), [&code](const Entry& entry) { return entry.code == code; });
+  return found != entries.end() ? &*found : nullptr;
+}
+
+template <class Entry>
+int CountOf(const std::vector<Entry>& entries, const std::string& code) {
+  return static_cast<int>(std::count_if(entries.begin(), entries.end(), [&code](const Entry& entry) { return entry.code == code; }));
+}
+
+TEST(ProjDatabase, TellsItsEngineItsDataAndItsPlace) {
+  ExpectInHost([] {
+    const auto database = MakeDatabase();
+    ASSERT_NE(database, nullptr);
+    EXPECT_TRUE(database->IsReady());
+    EXPECT_EQ(database->EngineVersion().rfind("PROJ ", 0), 0U);
+    EXPECT_EQ(database->DataVersion().rfind("EPSG v", 0), 0U) << database->DataVersion();
+    EXPECT_TRUE(database->Location().ends_with("\\proj.db")) << database->Location();
+    EXPECT_EQ(database->Location().front(), '/');
+  });
+}
+
+// The registry asks, and gives nothing out.
+TEST(ProjDatabase, WithoutItsFileItIsNotReadyAndTheRegistryGivesNone) {
+  const TemporaryFolder empty;
+  const EnvironmentVariable data("PROJ_LIB", empty.Path().c_str()), home("HOME", empty.Path().c_str());
+  ExpectInHost([&empty] {
+    // PROJ takes a folder of the user's own and its installation's into account after this one.
+    empty.Write("proj.db", "no database");
+    EXPECT_EQ(MakeDatabase(), nullptr);
+    const auto system = MakeSystem();
+    ASSERT_NE(system, nullptr) << "a coordinate system is not asked";
+    EXPECT_FALSE(system->Select("EPSG:32631"));
+    EXPECT_NE(system->Reason(), "");
+    std::vector<GeoUnit> units;
+    const auto staticData = MakeStaticData();
+    ASSERT_NE(staticData, nullptr);
+    EXPECT_EQ(staticData->GetLinearUnits(units), 0);
+  });
+}
+
+TEST(ProjDatabase, ListsSystemsWithNameKindAndArea) {
+  ExpectInHost([] {
+    std::vector<GeoSystemInfo> systems(3);
+    const int count = MakeDatabase()->GetSystems(systems);
+    ASSERT_EQ(count, static_cast<int>(systems.size()));
+    EXPECT_GT(count, 5000);
+    const GeoSystemInfo* const utm = EntryOf(systems, "EPSG:32631");
+    ASSERT_NE(utm, nullptr);
+    EXPECT_EQ(utm->name, "WGS 84 / UTM zone 31N");
+    EXPECT_EQ(utm->kind, GeoCoordSysKind::Projected);
+    EXPECT_FALSE(utm->deprecated);
+    EXPECT_TRUE(utm->area.Contains(52.0, 4.0));
+    EXPECT_FALSE(utm->area.Contains(52.0, 7.0));
+    const GeoSystemInfo* const wgs = EntryOf(systems, "EPSG:4326");
+    ASSERT_NE(wgs, nullptr);
+    EXPECT_EQ(wgs->kind, GeoCoordSysKind::Geographic);
+    const GeoSystemInfo* const old = EntryOf(systems, "EPSG:3785");
+    ASSERT_NE(old, nullptr);
+    EXPECT_TRUE(old->deprecated) << "the first Popular Visualisation Mercator";
+    EXPECT_EQ(EntryOf(systems, "EPSG:4978"), nullptr) << "geocentric: not to be selected";
+    EXPECT_EQ(CountOf(systems, "EPSG:32631"), 1);
+  });
+}
+
+TEST(ProjDatabase, ListsAreSortedByAuthorityAndNumber) {
+  ExpectInHost([] {
+    std::vector<GeoSystemInfo> systems;
+    MakeDatabase()->GetSystems(systems);
+    std::string authority;
+    long number = 0;
+    for (const GeoSystemInfo& system : systems) {
+      const std::size_t colon = system.code.find(':');
+      ASSERT_NE(colon, std::string::npos);
+      const std::string front = system.code.substr(0, colon), back = system.code.substr(colon + 1);
+      if (front != authority) {
+        EXPECT_LT(authority, front);
+        authority = front;
+        number = 0;
+      }
+      if (back.find_first_not_of("0123456789") != std::string::npos) continue;
+      EXPECT_GT(std::stol(back), number) << system.code;
+      number = std::stol(back);
+    }
+  });
+}
+
+TEST(ProjDatabase, FindsByEveryWordInCodeNameOrArea) {
+  ExpectInHost([] {
+    const auto database = MakeDatabase();
+    std::vector<GeoSystemInfo> all, found;
+    database->GetSystems(all);
+    EXPECT_EQ(database->FindSystems("  ", found), static_cast<int>(all.size())) << "no word asks for all";
+    EXPECT_GT(database->FindSystems("wGs UTM\t31n", found), 0);
+    EXPECT_NE(EntryOf(found, "EPSG:32631"), nullptr);
+    EXPECT_EQ(EntryOf(found, "EPSG:32632"), nullptr);
+    EXPECT_EQ(database->FindSystems("epsg:28992", found), 1);
+    EXPECT_EQ(found.at(0).name, "Amersfoort / RD New");
+    EXPECT_GT(database->FindSystems("netherlands onshore", found), 0);
+    EXPECT_NE(EntryOf(found, "EPSG:28992"), nullptr);
+    EXPECT_EQ(database->FindSystems("no system is called so", found), 0);
+    EXPECT_TRUE(found.empty());
+    EXPECT_EQ(database->FindSystems(std::string("\0%';--", 6), found), 0);
+  });
+}
+
+TEST(ProjDatabase, EverySystemThatIsListedUnderEpsgCanBeSelected) {
+  ExpectInHost([] {
+    std::vector<GeoSystemInfo> systems;
+    MakeDatabase()->FindSystems("EPSG: netherlands", systems);
+    ASSERT_GT(systems.size(), 5U);
+    const auto system = MakeSystem();
+    for (const GeoSystemInfo& info : systems) {
+      EXPECT_TRUE(system->Select(info.code)) << info.code << ' ' << system->Reason();
+      EXPECT_EQ(system->Name(), info.name);
+      EXPECT_EQ(system->Kind(), info.kind);
+    }
+  });
+}
+
+TEST(ProjDatabase, ListsDatumsAndEllipsoids) {
+  ExpectInHost([] {
+    const auto database = MakeDatabase();
+    std::vector<GeoEntry> entries(2);
+    int count = database->GetDatums(entries);
+    EXPECT_EQ(count, static_cast<int>(entries.size()));
+    const GeoEntry* const ed50 = EntryOf(entries, "EPSG:6230");
+    ASSERT_NE(ed50, nullptr);
+    EXPECT_EQ(ed50->name, "European Datum 1950");
+    count = database->GetEllipsoids(entries);
+    EXPECT_EQ(count, static_cast<int>(entries.size()));
+    const GeoEntry* const airy = EntryOf(entries, "EPSG:7001");
+    ASSERT_NE(airy, nullptr);
+    EXPECT_EQ(airy->name, "Airy 1830");
+    EXPECT_FALSE(airy->deprecated);
+    EXPECT_EQ(database->GetEllipsoids(entries), count) << "a list is replaced, not added to";
+  });
+}
+
+}  // namespace
