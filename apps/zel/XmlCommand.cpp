@@ -2,7 +2,8 @@
 
 #include <iostream>
 #include <memory>
-#include <sstream>
+#include <ostream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ bool Read(const std::string& path, XmlElement& root, bool& read) {
   const XmlReport& report = reader.LastReport();
   if (report.fault == XmlFault::None) return read;
   const std::string place = report.line == 0 ? path : path + ":" + std::to_string(report.line) + ":" + std::to_string(report.column);
-  Fail(place + ": " + XmlFaultText(report.fault) + (read ? "; what stands before it was read" : ""));
+  const bool partly = read && report.fault != XmlFault::NoElement;
+  Fail(place + ": " + XmlFaultText(report.fault) + (partly ? "; what stands before it was read" : ""));
   return false;
 }
 
@@ -77,20 +79,39 @@ int Check(const Arguments& arguments) {
 
 // ---- print ----
 
+// What is written to the stream goes into a file, and is not kept: indenting a deep tree makes a text of its depth squared.
+class FileBuffer : public std::streambuf {
+ public:
+  explicit FileBuffer(OutputFile& file) : m_file(file) {}
+
+ protected:
+  std::streamsize xsputn(const char* bytes, std::streamsize size) override {
+    m_file.Write({bytes, static_cast<std::size_t>(size)});
+    return m_file.IsGood() ? size : 0;
+  }
+
+ private:
+  OutputFile& m_file;
+};
+
+bool WriteTo(const std::string& path, const XmlElement& root) {
+  OutputFile file(path);
+  FileBuffer buffer(file);
+  std::ostream stream(&buffer);
+  return XmlWriter(root).WriteStream(stream) && file.Finish();
+}
+
 int Print(const Arguments& arguments) {
   const std::string& path = arguments.files.front();
   XmlElement root;
   bool read = false;
   const bool good = Read(path, root, read);
   if (!read) return kFoundWrong;
-  std::ostringstream text;
-  if (!XmlWriter(root).WriteStream(text)) return Fail("\"" + path + "\" has nothing to print");
+  if (!root.HasName()) return Fail("\"" + path + "\" has nothing to print");
   if (arguments.output.empty()) {
-    std::cout << text.view();
-  } else {
-    OutputFile file(arguments.output);
-    file.Write(text.view());
-    if (!file.Finish()) return Fail("cannot write \"" + arguments.output + "\"");
+    XmlWriter(root).WriteStream(std::cout);  // a failure is told at the program's end
+  } else if (!WriteTo(arguments.output, root)) {
+    return Fail("cannot write \"" + arguments.output + "\"");
   }
   return good ? kDone : kFoundWrong;
 }
@@ -110,6 +131,8 @@ void AddXmlCommand(CLI::App& program, int& exitCode) {
   app = xml->add_subcommand("print", "A file as the suite writes it");
   app->add_option("FILE", arguments->files, "XML file")->required()->expected(1);
   app->add_option("-o,--output", arguments->output, "File to write, instead of printing");
+  app->footer("Example:\n  zel xml print samples/xml/project.xml -o project.xml\n\n"
+              "Exit code: 0, or 1 when FILE was refused, ended early or has no element.\n");
   app->callback([arguments, &exitCode] { exitCode = Print(*arguments); });
 }
 

@@ -28,6 +28,13 @@ TEST_F(ZelXml, AnEarlyEndIsToldAndTheFrontIsRead) {
   EXPECT_TRUE(Holds(result.output, "2 elements"));
 }
 
+TEST_F(ZelXml, WhatIsToldFitsWhatWasFound) {
+  const std::string stopped = Write("stopped.xml", "<a>\n<b/>x &deg; y</a>"), empty = Write("empty.xml", "\n");
+  EXPECT_EQ(Run({"xml", "check", stopped}).errors,
+            "zel: " + stopped + ":2:7: the text has an unknown reference; what stands before it was read\n");
+  EXPECT_EQ(Run({"xml", "check", empty}).errors, "zel: " + empty + ":2:1: the text has no element\n");
+}
+
 TEST_F(ZelXml, PrintWritesAsTheSuiteDoes) {
   const std::string file = Write("a.xml", "<a>  <b c=\"&lt;\"></b>\n</a>");
   const std::string written = "<?xml version=\"1.0\"?>\r\n<a>\r\n\t<b c=\"&lt;\"/>\r\n</a>\r\n";

@@ -435,6 +435,18 @@ TEST(XmlReader, AFileIsRead) {
   EXPECT_TRUE(XmlReader(root).ReadFile((folder.InterfacePath() + "\\tree.xml").c_str()));
 }
 
+TEST(XmlReader, TheNameOfAFileMayLieInTheTarget) {
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("a.xml", "<a>text</a>");
+  XmlElement root("old");
+  root.SetText(file);
+  EXPECT_TRUE(XmlReader(root).ReadFile(root.Text().c_str()));
+  EXPECT_EQ(Sketch(root), "a\"text\"");
+  root.Add("next").SetText(file);
+  EXPECT_TRUE(XmlReader(root).ReadFile(root.Find("next", 0)->Text().c_str()));
+  EXPECT_EQ(Sketch(root), "a\"text\"");
+}
+
 TEST(XmlReader, AnEmptyFileIsReadAsNothing) {
   const TemporaryFolder folder;
   XmlElement root("a");

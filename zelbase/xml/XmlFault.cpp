@@ -16,7 +16,7 @@ const char* XmlFaultText(XmlFault fault) {
     case XmlFault::AttributeWithoutQuotes: return "the attribute value is not in double quotes";
     case XmlFault::UnknownAttributeReference: return "the attribute value has an unknown reference";
     case XmlFault::AttributeNamesTooLong: return "the attribute names of the tag are too long";
-    case XmlFault::UnknownTextReference: return "the text has an unknown reference; what follows was not read";
+    case XmlFault::UnknownTextReference: return "the text has an unknown reference";
     case XmlFault::UnfinishedTag: return "the text ends within a tag";
     case XmlFault::ElementsLeftOpen: return "the text ends before the root was closed";
     case XmlFault::NoElement: return "the text has no element";

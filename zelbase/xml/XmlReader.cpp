@@ -101,10 +101,11 @@ struct ShorterFirst {
 }  // namespace
 
 bool XmlReader::ReadFile(const char* path) {
+  const std::string name(path == nullptr ? "" : path);  // before the target goes: it may lie there
   m_root.Clear();
   if (path == nullptr) return Report(XmlFault::CannotOpen, nullptr);
   FileResult result = FileResult::Ok;
-  const auto file = PlatformService<PlatformFiles>::Current().Open({.path = path}, result);
+  const auto file = PlatformService<PlatformFiles>::Current().Open({.path = name}, result);
   if (file == nullptr) return Report(XmlFault::CannotOpen, nullptr);
   long long size = 0;
   if (file->GetSize(size) != FileResult::Ok || size < 0) return Report(XmlFault::CannotRead, nullptr);

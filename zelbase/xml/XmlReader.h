@@ -45,7 +45,7 @@ class ZELBASE_API XmlReader {
  public:
   explicit XmlReader(XmlElement& root) : m_root(root) {}
 
-  // Reads a whole regular file of less than 4 GiB; null is no file.
+  // Reads a whole regular file of less than 4 GiB; null is no file. The name may lie in the target.
   bool ReadFile(const char* path);
 
   // Any bytes, zeros included; no terminator needed. False for null and a length other than 0.
