@@ -358,6 +358,21 @@ TEST(XmlReader, RandomTextsAreReadAndWrittenAsTheSecondReaderAndWriterDo) {
   EXPECT_GT(trees, 2000);
 }
 
+TEST(XmlReader, EveryMarkAtEveryPlaceOfAValueIsReadAsTheSecondReaderDoes) {
+  for (std::size_t length = 1; length <= 26; ++length) {
+    for (std::size_t place = 0; place < length; ++place) {
+      for (const char mark : {'"', '\'', '&', '<', '>', '=', '/', ' ', '\0', '\xA2', '\xBE'}) {
+        std::string value(length, 'x');
+        value[place] = mark;
+        const std::string front = "<a b=\"" + value;
+        ASSERT_NO_FATAL_FAILURE(ExpectSameAsLiteral(front + "\" c=\"y\"/>"));
+        ASSERT_NO_FATAL_FAILURE(ExpectSameAsLiteral(front + "\">t</a>"));
+        ASSERT_NO_FATAL_FAILURE(ExpectSameAsLiteral(front));
+      }
+    }
+  }
+}
+
 TEST(XmlReader, EveryFrontOfATextIsReadAsTheSecondReaderDoes) {
   RandomXmlText random(72);
   for (int i = 0; i < 20; ++i) {
