@@ -40,13 +40,13 @@ HostState& State() {
 }
 
 // In force until the process ends.
-void UseCommonFolder(const std::string& folder) {
+void ReplaceCommonFolder(const std::string& folder) {
   PlatformService<PlatformFolders>::Replace(new CommonFolder(ToSuitePath(std::filesystem::absolute(folder).string())));
 }
 
 void Start() {
   HostState& state = State();
-  if (!state.common.empty()) UseCommonFolder(state.common);
+  if (!state.common.empty()) ReplaceCommonFolder(state.common);
   state.languageTexts = ZELCORE::LoadAPPResourceDLL(nullptr);
   const std::string messages = MessagesFile();
   if (!state.messages.empty() || std::filesystem::is_regular_file(messages)) {
@@ -64,6 +64,12 @@ void AddHostOptions(CLI::App& program) {
   program.add_option("--messages", state.messages, "Wording of error messages, instead of the suite's ErrorMessages.ini")
       ->check(CLI::ExistingFile);
   program.parse_complete_callback(Start);
+}
+
+void UseCommonFolder(const std::string& folder) {
+  if (!State().common.empty()) return;
+  State().common = folder;
+  Start();
 }
 
 std::string SuiteFolder() {

@@ -10,6 +10,10 @@ namespace zel {
 // Adds --common and --messages to the program, and does the start when the command line has been read.
 void AddHostOptions(CLI::App& program);
 
+// The same start once more with another folder for common data, for a job that names one; a folder that the command line names holds
+// all the same. The language of translations is the folder's only while nothing has been translated.
+void UseCommonFolder(const std::string& folder);
+
 // The suite's folder below the folder for common data, as a person types it, with a final "/"; empty when there is none.
 std::string SuiteFolder();
 

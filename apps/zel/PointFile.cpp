@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "FieldText.h"
-#include "TextEdge.h"
 
 namespace zel {
 namespace {
@@ -17,16 +16,12 @@ bool ReadPoint(std::string_view line, Point& point) {
 
 }  // namespace
 
-bool PointFile::Open(const std::string& path, std::string& reason) {
-  if (!std::filesystem::is_regular_file(path)) {
-    reason = "cannot open \"" + path + "\"";
-    return false;
-  }
+bool PointFile::Read(const std::string& path, LineFaults& faults) {
   std::ifstream stream(path);
+  if (!std::filesystem::is_regular_file(path) || !stream) return false;
   bool begin = true;
-  long long number = 0;
   for (std::string line; std::getline(stream, line);) {
-    ++number;
+    ++faults.lines;
     const bool comment = !line.empty() && line.front() == '#';
     if (comment) continue;
     if (IsEmpty(line)) {
@@ -35,15 +30,27 @@ bool PointFile::Open(const std::string& path, std::string& reason) {
     }
     Point point;
     if (!ReadPoint(line, point)) {
-      reason = path + ":" + std::to_string(number) + ": not a point: \"" + ToTerminal(line, DetectEncoding(line)) + "\"";
-      return false;
+      faults.Add("a point", line);
+      continue;
     }
     if (begin) runs.emplace_back();
     begin = false;
     runs.back().push_back(point);
   }
-  if (!runs.empty()) return true;
-  reason = "\"" + path + "\" has no points";
+  return true;
+}
+
+bool PointFile::Open(const std::string& path, std::string& reason) {
+  LineFaults faults;
+  if (!Read(path, faults)) {
+    reason = "cannot open \"" + path + "\"";
+  } else if (faults.count > 0) {
+    reason = path + ":" + std::to_string(faults.kept.front().line) + ": " + faults.kept.front().text;
+  } else if (runs.empty()) {
+    reason = "\"" + path + "\" has no points";
+  } else {
+    return true;
+  }
   return false;
 }
 

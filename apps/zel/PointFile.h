@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LineFaults.h"
 #include "zelbase/geometry/Point.h"
 
 namespace zel {
@@ -14,6 +15,9 @@ struct PointFile {
 
   // False, with a reason a person can read, when the file cannot be read or a line is no point.
   bool Open(const std::string& path, std::string& reason);
+
+  // Passes over lines that are no points, and tells of them. False when the file cannot be read.
+  bool Read(const std::string& path, LineFaults& faults);
 };
 
 }  // namespace zel

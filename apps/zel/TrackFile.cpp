@@ -4,7 +4,6 @@
 #include <fstream>
 
 #include "FieldText.h"
-#include "TextEdge.h"
 #include "zelbase/geometry/MathConstants.h"
 
 namespace zel {
@@ -20,30 +19,33 @@ bool TakeOptional(std::string_view& rest, double& number) { return IsEmpty(rest)
 
 }  // namespace
 
-bool TrackFile::Open(const std::string& path, std::string& reason) {
+bool TrackFile::Read(const std::string& path, LineFaults& faults) {
   std::ifstream stream(path);
-  if (!std::filesystem::is_regular_file(path) || !stream) {
-    reason = "cannot open \"" + path + "\"";
-    return false;
-  }
-  long long number = 0;
+  if (!std::filesystem::is_regular_file(path) || !stream) return false;
   for (std::string line; std::getline(stream, line);) {
-    ++number;
-    if (IsEmpty(line) || line.front() == '#' || ReadLine(line, number)) continue;
-    reason = path + ":" + std::to_string(number) + ": not an observation: \"" + ToTerminal(line, DetectEncoding(line)) + "\"";
-    return false;
+    ++faults.lines;
+    if (!IsEmpty(line) && line.front() != '#' && !ReadLine(line, faults.lines)) faults.Add("an observation", line);
   }
-  if (!observations.empty()) return true;
-  reason = "\"" + path + "\" has no observations";
+  return true;
+}
+
+bool TrackFile::Open(const std::string& path, std::string& reason) {
+  LineFaults faults;
+  if (!Read(path, faults)) {
+    reason = "cannot open \"" + path + "\"";
+  } else if (faults.count > 0) {
+    reason = path + ":" + std::to_string(faults.kept.front().line) + ": " + faults.kept.front().text;
+  } else if (observations.empty()) {
+    reason = "\"" + path + "\" has no observations";
+  } else {
+    return true;
+  }
   return false;
 }
 
 bool TrackFile::ReadLine(std::string_view line, long long number) {
   const std::string_view word = TakeWord(line);
-  if (word == "near") {
-    hasNear = TakeNumber(line, nearX) && TakeNumber(line, nearY) && IsEmpty(line);
-    return hasNear;
-  }
+  if (word == "near") return ReadNear(line);
   if (word == "range") return ReadLop(line, kRange, number);
   if (word == "bearing") return ReadLop(line, kBearing, number);
   Observation observation;
@@ -51,6 +53,15 @@ bool TrackFile::ReadLine(std::string_view line, long long number) {
   const bool read = (word == "fix" && ReadFix(line, observation)) || (word == "velocity" && ReadVelocity(line, observation));
   if (read) observations.push_back(observation);
   return read;
+}
+
+bool TrackFile::ReadNear(std::string_view rest) {
+  double x = 0.0, y = 0.0;
+  if (!TakeNumber(rest, x) || !TakeNumber(rest, y) || !IsEmpty(rest)) return false;
+  nearX = x;
+  nearY = y;
+  hasNear = true;
+  return true;
 }
 
 bool TrackFile::ReadFix(std::string_view rest, Observation& fix) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "LineFaults.h"
 #include "zelbase/numerics/LopStruct.h"
 
 namespace zel {
@@ -36,8 +37,12 @@ struct TrackFile {
   // False, with a reason a person can read, when the file cannot be read, a line is none of these, or there are none.
   bool Open(const std::string& path, std::string& reason);
 
+  // Passes over lines that are none of these, and tells of them. False when the file cannot be read.
+  bool Read(const std::string& path, LineFaults& faults);
+
  private:
   bool ReadLine(std::string_view line, long long number);
+  bool ReadNear(std::string_view rest);
   bool ReadFix(std::string_view rest, Observation& fix);
   bool ReadVelocity(std::string_view rest, Observation& velocity);
   bool ReadLop(std::string_view rest, int type, long long number);

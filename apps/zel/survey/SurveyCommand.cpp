@@ -1,0 +1,106 @@
+#include "survey/SurveyCommand.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "OutputFile.h"
+#include "ProgressBar.h"
+#include "SettingsFile.h"
+#include "survey/SurveyFaults.h"
+#include "survey/SurveyFile.h"
+#include "survey/SurveyReport.h"
+#include "zelbase/xml/XmlWriter.h"
+
+namespace zel {
+namespace {
+
+constexpr std::size_t kMostShown = 20;  // errors that are printed; the report has all of them
+
+struct Arguments {
+  std::string folder;
+  std::string settings = "survey.ini";
+  std::string output;
+};
+
+// A bar for each stage.
+class Stages {
+ public:
+  bool Show(const std::string& stage, double progress) {
+    if (stage != m_stage) m_bar = std::make_unique<ProgressBar>(stage);
+    m_stage = stage;
+    m_bar->Show(progress);
+    return !IsInterrupted();
+  }
+  void Clear() { m_bar.reset(); }
+
+ private:
+  std::string m_stage;
+  std::unique_ptr<ProgressBar> m_bar;
+};
+
+bool WriteFile(const std::string& path, std::string_view text) {
+  OutputFile file(path);
+  file.Write(text);
+  if (file.Finish()) return true;
+  Fail("cannot write \"" + path + "\"");
+  return false;
+}
+
+bool WriteReports(const Survey& survey, const std::filesystem::path& folder) {
+  std::ostringstream xml;
+  const bool made = XmlWriter(SurveyReportXml(survey)).WriteStream(xml);
+  return WriteFile((folder / "report.txt").string(), SurveyReportText(survey)) && made && WriteFile((folder / "report.xml").string(), xml.view());
+}
+
+void PrintErrors(const Survey& survey) {
+  for (std::size_t i = 0; i < survey.errors.size() && i < kMostShown; ++i) {
+    const SurveyError& error = survey.errors[i];
+    Fail(ToTerminal(error.context, DetectEncoding(error.context)) + ": " + ToTerminal(error.text, DetectEncoding(error.text)));
+  }
+  if (survey.errors.size() > kMostShown) Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them all");
+}
+
+void PrintSummary(const Survey& survey, const Arguments& arguments) {
+  const SurveyCounts& counts = survey.counts;
+  std::printf("%s of %lld read, %lld outside the work area, %lld without tide\n", Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read,
+              counts.outside, counts.withoutTide);
+  std::printf("%s\n", survey.errors.empty() ? "no errors" : Counted(survey.errors.size(), "error", "errors").c_str());
+  std::printf("report.txt and report.xml are in \"%s\"\n", arguments.output.c_str());
+  std::fflush(stdout);
+}
+
+int RunSurvey(const Arguments& arguments) {
+  CatchInterrupt();
+  std::error_code failed;
+  std::filesystem::create_directories(arguments.output, failed);
+  if (!std::filesystem::is_directory(arguments.output, failed)) return Fail("cannot make the folder \"" + arguments.output + "\"");
+  const FaultCounter faults;
+  Survey survey;
+  Stages stages;
+  const SurveyOutcome outcome = ReadSurvey(arguments.folder, arguments.settings, [&stages](const char* stage, double progress) { return stages.Show(stage, progress); }, survey);
+  stages.Clear();
+  if (outcome == SurveyOutcome::Stopped) return Fail("stopped");
+  faults.Gather(survey);
+  PrintErrors(survey);
+  if (!WriteReports(survey, arguments.output)) return kFoundWrong;
+  PrintSummary(survey, arguments);
+  return survey.errors.empty() ? kDone : kFoundWrong;
+}
+
+}  // namespace
+
+void AddSurveyCommand(CLI::App& program, int& exitCode) {
+  const auto arguments = std::make_shared<Arguments>();
+  CLI::App* const app = program.add_subcommand("survey", "A survey's folder into its chart and its report");
+  app->add_option("FOLDER", arguments->folder, "Folder of the survey")->required();
+  app->add_option("--out", arguments->output, "Folder to write to; made when it is not there")->required();
+  app->add_option("--settings", arguments->settings, "The settings in the folder that name all the rest");
+  app->footer("Ctrl-C stops it, and leaves no half files.\n\nExample:\n  zel survey samples/survey --out out\n\n"
+              "Exit code: 0, or 1 when something was wrong in the folder; what could be done is done all the same.\n");
+  app->callback([arguments, &exitCode] { exitCode = RunSurvey(*arguments); });
+}
+
+}  // namespace zel

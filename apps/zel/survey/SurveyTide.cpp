@@ -1,0 +1,71 @@
+#include "survey/SurveyTide.h"
+
+#include <cmath>
+
+#include "SettingsFile.h"
+#include "survey/SurveyFaults.h"
+
+namespace zel {
+namespace {
+
+constexpr const char* kContext = "Tide";
+constexpr double kHighest = 1000.0;   // metres; no tide, and no mistake of a datum, is beyond
+constexpr std::size_t kMostGaps = 1000;
+
+}  // namespace
+
+bool SurveyTideSeries::Open(const std::string& path, double longestStep, SurveyTide& tide) {
+  if (!m_file.FileOpen(ToSuitePath(path), false)) {
+    ReportFile(kContext, path, FileError::Open);
+    return false;
+  }
+  if (m_file.GetNumValues() == 0) {
+    ReportFault(kContext, "the tide file has no values", path);
+    return false;
+  }
+  m_longestStep = longestStep;
+  NoteSeries(tide);
+  tide.longestStep = longestStep;
+  tide.used = true;
+  return true;
+}
+
+void SurveyTideSeries::NoteSeries(SurveyTide& tide) {
+  double time = 0.0, height = 0.0, former = 0.0;
+  for (bool more = m_file.GetFirstTideValue(time, height); more; more = m_file.GetNextTideValue(time, height)) {
+    const bool gap = tide.values > 0 && time - former > m_longestStep;
+    if (tide.values++ == 0) tide.first = time;
+    if (gap && tide.gaps.size() < kMostGaps) tide.gaps.push_back({former, time});
+    former = time;
+  }
+  tide.last = former;
+}
+
+bool SurveyTideSeries::FindStep(double time) {
+  double begin = time, beginHeight = 0.0, end = time, endHeight = 0.0;
+  // Before the whole series the first entry is delivered, which lies behind the time.
+  if (!m_file.GetValueOnOrBefore(begin, beginHeight) || begin > time) return false;
+  if (begin == time) {
+    end = begin;
+    endHeight = beginHeight;
+  } else if (!m_file.GetValueAfter(end, endHeight) || end - begin > m_longestStep) {
+    return false;
+  }
+  const bool usable = std::abs(beginHeight) <= kHighest && std::abs(endHeight) <= kHighest;
+  if (!usable) return false;
+  m_begin = begin;
+  m_beginHeight = beginHeight;
+  m_end = end;
+  m_endHeight = endHeight;
+  return true;
+}
+
+bool SurveyTideSeries::HeightAt(double time, double& height) {
+  const bool isKnown = time >= m_begin && time <= m_end;
+  if (!isKnown && !FindStep(time)) return false;
+  const double part = m_end > m_begin ? (time - m_begin) / (m_end - m_begin) : 0.0;
+  height = m_beginHeight + part * (m_endHeight - m_beginHeight);
+  return true;
+}
+
+}  // namespace zel
