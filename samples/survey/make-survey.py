@@ -167,24 +167,22 @@ def write_tide(folder):
 
 
 def fix(rng, out, second, x, y, number):
-    if number % 97 == 50:
+    if number % 197 == 50:
         x, y = x + 31.0, y - 24.0  # thrown far off: the gate refuses it
     out.write("fix %.1f %.2f %.2f %.2f %.2f 0.3\n" % (second, x + rng.gauss(0, 0.5), y + rng.gauss(0, 0.4), 0.6, 0.45))
 
 
-def turn(begin, end):
-    """From line to line in a loop, at 4-second steps: both given as x, y, vx, vy."""
-    steps = TURN // 4
+def turn(begin, end, seconds):
+    """From line to line in a loop, about every 4 seconds: both given as x, y, vx, vy."""
+    steps = round(seconds / 4)
     for step in range(1, steps):
         t = step / steps
-        place = []
+        place, speed = [], []
         for axis in (0, 1):
-            a, b, va, vb = begin[axis], end[axis], begin[axis + 2] * TURN, end[axis + 2] * TURN
+            a, b, va, vb = begin[axis], end[axis], begin[axis + 2] * seconds, end[axis + 2] * seconds
             place.append((2 * t**3 - 3 * t**2 + 1) * a + (t**3 - 2 * t**2 + t) * va + (3 * t**2 - 2 * t**3) * b + (t**3 - t**2) * vb)
-        for axis in (0, 1):
-            a, b, va, vb = begin[axis], end[axis], begin[axis + 2] * TURN, end[axis + 2] * TURN
-            place.append(((6 * t**2 - 6 * t) * (a - b) + (3 * t**2 - 4 * t + 1) * va + (3 * t**2 - 2 * t) * vb) / TURN)
-        yield place
+            speed.append(((6 * t**2 - 6 * t) * (a - b) + (3 * t**2 - 4 * t + 1) * va + (3 * t**2 - 2 * t) * vb) / seconds)
+        yield t * seconds, place + speed
 
 
 def vessel(axis):
@@ -200,8 +198,8 @@ def vessel(axis):
             now = [x, y, SPEED * math.sin(course), SPEED * math.cos(course)]
             second = (begin - ORIGIN) / 1000.0 + step * 4
             if step == 0 and last is not None:
-                for number, place in enumerate(turn(last[1], now)):
-                    yield (last[0] + (number + 1) * 4, *place, False)
+                for after, place in turn(last[1], now, second - last[0]):
+                    yield (last[0] + after, *place, False)
             yield (second, *now, line == 4 and 60 <= step < 90)
             last = (second, now)
 
@@ -213,15 +211,14 @@ def write_track(axis, folder):
         out.write("# The vessel on nine lines: fixes and velocities; ranges to three stations while the fifth line had no satellites.\n"
                   "# Seconds from 2026-05-12 06:00 UTC, metres, metres a second.\n")
         for number, (second, x, y, vx, vy, ranged) in enumerate(vessel(axis)):
-            if number % 3 == 0 and not ranged:
-                fix(rng, out, second, x, y, number // 3)
+            if not ranged:
+                fix(rng, out, second, x, y, number)
             elif number % 3 == 0:
                 for sx, sy in STATIONS:
                     out.write("range %.1f %.1f %.1f %.2f 1.5\n" % (second, sx, sy, math.hypot(x - sx, y - sy) + rng.gauss(0, 0.8)))
-            else:
-                east = scale * (vx * math.cos(off) + vy * math.sin(off)) + rng.gauss(0, 0.03)
-                north = scale * (vy * math.cos(off) - vx * math.sin(off)) + rng.gauss(0, 0.03)
-                out.write("velocity %.1f %.3f %.3f\n" % (second, east, north))
+            east = scale * (vx * math.cos(off) + vy * math.sin(off)) + rng.gauss(0, 0.03)
+            north = scale * (vy * math.cos(off) - vx * math.sin(off)) + rng.gauss(0, 0.03)
+            out.write("velocity %.1f %.3f %.3f\n" % (second + 0.5, east, north))
 
 
 def write_lines(axis, folder):
