@@ -23,6 +23,7 @@ struct Arguments {
   std::string folder;
   std::string settings = "survey.ini";
   std::string output;
+  bool noPictures = false;
 };
 
 // A bar for each stage.
@@ -98,6 +99,7 @@ void AddSurveyCommand(CLI::App& program, int& exitCode) {
   app->add_option("FOLDER", arguments->folder, "Folder of the survey")->required();
   app->add_option("--out", arguments->output, "Folder to write to; made when it is not there")->required();
   app->add_option("--settings", arguments->settings, "The settings in the folder that name all the rest");
+  app->add_flag("--no-pictures", arguments->noPictures, "Only the reports");
   app->footer("Ctrl-C stops it, and leaves no half files.\n\nExample:\n  zel survey samples/survey --out out\n\n"
               "Exit code: 0, or 1 when something was wrong in the folder; what could be done is done all the same.\n");
   app->callback([arguments, &exitCode] { exitCode = RunSurvey(*arguments); });
