@@ -3,8 +3,9 @@
 
     make-survey.py [--soundings N] [FOLDER]
 
-Everything comes from a fixed seed, so that the files are the same each time. FOLDER is this one unless it is given; a larger N (say
-1000000) makes a denser survey for measurements, with copies of the settings and colours beside it.
+Everything comes from a fixed seed, so that the files are the same each time. FOLDER is this one unless it is given, and then the folder
+survey-faulty beside it is made, too; a larger N (say 1000000) makes a denser survey elsewhere for measurements, with copies of the
+settings and colours beside it.
 """
 
 import argparse
@@ -258,6 +259,28 @@ def write_land(folder):
             out.write("\n")
 
 
+def write_faulty(axis, folder):
+    """The folder with missing and bad pieces: a thin survey, spoilt by hand."""
+    write_soundings(axis, folder, 1500)
+    with open(os.path.join(folder, "soundings.xyz"), "a") as out:
+        out.write("11500.0 42950.0 deep 1778566200811\n11500.0 42950.0\n11500.0 42950.0 nan 1778566200811\n"
+                  "11500.0,42950.0,-12.0,1778566200811,1\n11500.0 42950.0 -12.0\n")
+    with open(os.path.join(folder, "pings.txt"), "w") as out:
+        out.write("beam 0 0 12.0\nping 2026-05-12T06:30:00Z 11500 42950\nping 2026-05-12T06:30:00Z 11500 42950 55\n"
+                  "beam -3 0 13.1\nbeam 0 0 13.0 XYZ\nbeam 3 0 13.2\nbeam 6 0 4.0 MAN\n")
+    with open(os.path.join(folder, "tide.tid"), "wb") as out:
+        for minute in range(5 * 60, 7 * 60 + 31, 10):
+            out.write(struct.pack("<dd", DAY + minute * 60000, round(tide(DAY + minute * 60000), 3)))
+    with open(os.path.join(folder, "land.txt"), "w") as out:
+        out.write("11050 43880\n12520 43600\n\n11050 43880\n11050 43820\n11480 43650\n12080 43730\n12520 43600\nthe pier\n12640 43880\n")
+    with open(os.path.join(folder, "track.txt"), "w") as out:
+        out.write("velocity 600 2.5 1.9\n")
+        for second in range(600, 1000, 10):
+            x, y = axis.place((second - 600) * SPEED, 0.0)
+            out.write("fix %d %.2f %.2f 0.6\n" % (second, x, y))
+        out.write("fix 700 11300 42800 0.6\nfix 1010 11300\ncourse 1020 55\nrange 1030 10900 43700 800 1.5\n")
+
+
 def main():
     parser = argparse.ArgumentParser(description="Makes the data of the sample survey.")
     parser.add_argument("folder", nargs="?", default=HERE)
@@ -271,7 +294,9 @@ def main():
     write_track(axis, arguments.folder)
     write_lines(axis, arguments.folder)
     write_land(arguments.folder)
-    if os.path.abspath(arguments.folder) != HERE:
+    if os.path.abspath(arguments.folder) == HERE:
+        write_faulty(axis, os.path.join(HERE, "..", "survey-faulty"))
+    else:
         for name in ("survey.ini", "depth.col", "dredge.col", "vessel.con"):
             shutil.copy(os.path.join(HERE, name), arguments.folder)
 

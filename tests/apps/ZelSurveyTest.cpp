@@ -492,3 +492,25 @@ TEST_F(ZelSurvey, TheSampleIsWhole) {
   EXPECT_EQ(At("track", "lines-of-position"), "10");
   EXPECT_NEAR(Value("track", "heading-offset"), 1.8, 0.2) << "what the sample's maker has put in";
 }
+
+TEST_F(ZelSurvey, TheFaultySampleTellsEachOfItsFaults) {
+  const ProgramResult result = SurveyAt(Sample("survey-faulty"));
+  EXPECT_EQ(result.exitCode, 1);
+  for (const char* const told : {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "without a \"Central meridian\"", "not a point: \"the pier\"", "1 polygon has fewer than three points",
+                                 "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing", "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out",
+                                 "not a colour", "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet", "time runs backwards",
+                                 "fewer than two lines of position", "Error opening \"vessel.con\""}) {
+    EXPECT_TRUE(Holds(m_text, told)) << told;
+  }
+  EXPECT_GT(Value("soundings", "used"), 900);
+  EXPECT_GT(Value("track", "fixes"), 30);
+}
+
+TEST_F(ZelSurvey, TheSampleForAnotherReader) {
+  const ProgramResult result = SurveyAt(Sample("survey"), {"--settings", "turned.ini"});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_TRUE(Holds(m_text, "Ausdehnung\n----------\n")) << m_text;
+  EXPECT_TRUE(Holds(m_text, "051\xC2\xB0" "53'")) << "in degrees, minutes and seconds";
+  EXPECT_EQ(At("settings", "depth-unit"), "ft");
+  EXPECT_EQ(At("settings", "map-rotation"), "325.0000");
+}

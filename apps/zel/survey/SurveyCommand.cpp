@@ -59,7 +59,8 @@ bool WriteReports(const Survey& survey, const std::filesystem::path& folder) {
 void PrintErrors(const Survey& survey) {
   for (std::size_t i = 0; i < survey.errors.size() && i < kMostShown; ++i) {
     const SurveyError& error = survey.errors[i];
-    Fail(ToTerminal(error.context, DetectEncoding(error.context)) + ": " + ToTerminal(error.text, DetectEncoding(error.text)));
+    const auto shown = [](const std::string& text) { return ToTerminal(text, DetectEncoding(text)); };
+    Fail(shown(error.context) + ": " + shown(error.text) + (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
   }
   if (survey.errors.size() > kMostShown) Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them all");
 }

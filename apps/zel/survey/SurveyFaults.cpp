@@ -22,7 +22,7 @@ void ReportFile(const std::string& context, const std::string& path, FileError::
 }
 
 void ReportFault(const std::string& context, const std::string& text, const std::string& details) {
-  ReportError(GenericError(text, details, "Survey"), context);
+  ReportError(GenericError(text, details, "Survey Error"), context);
 }
 
 void ReportLines(const std::string& context, const std::string& path, const LineFaults& faults) {

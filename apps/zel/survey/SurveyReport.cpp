@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "SettingsFile.h"
 #include "TextEdge.h"
 #include "UtcText.h"
 #include "zelbase/frame/GeographicText.h"
@@ -98,6 +99,14 @@ class TextReport {
     return Angle(latitude, 10) + "  " + Angle(longitude, 11);
   }
 
+  // "below -0.50", "-0.50 to -0.25", "0.50 and above".
+  std::string BandText(const VolumeBand& band) const {
+    const std::string low = Difference(band.low), high = Difference(band.high);
+    if (band.isLowest && band.isHighest) return m_survey.Word("all");
+    if (band.isLowest) return m_survey.Word("below") + " " + high;
+    return low + " " + (band.isHighest ? m_survey.Word("and above") : m_survey.Word("to") + " " + high);
+  }
+
   // ---- sections ----
 
   void Head() {
@@ -152,7 +161,7 @@ class TextReport {
     m_lines.Count("gaps", static_cast<long long>(tide.gaps.size()));
     for (std::size_t i = 0; i < std::min(tide.gaps.size(), kMostGaps); ++i) {
       const SurveyTide::Gap& gap = tide.gaps[i];
-      m_lines.Words("gap", UtcText(gap.from) + " to " + UtcText(gap.to) + ", " + Decimal((gap.to - gap.from) / kHour, 1) + " h");
+      m_lines.Words("gap", UtcText(gap.from) + " - " + UtcText(gap.to) + ", " + Decimal((gap.to - gap.from) / kHour, 1) + " h");
     }
   }
 
@@ -180,7 +189,7 @@ class TextReport {
     m_lines.Row("to chainage", Distance(design.end), m_distanceUnit);
     m_lines.Row("width of the floor", Distance(design.width), m_distanceUnit);
     if (design.slope > 0.0 && design.slopeWidth > 0.0) {
-      m_lines.Words("slope beside it", "1 to " + Decimal(design.slope, 2) + ", " + Distance(design.slopeWidth) + " " + m_distanceUnit + " wide");
+      m_lines.Words("slope beside it", "1 : " + Decimal(design.slope, 2) + ", " + Distance(design.slopeWidth) + " " + m_distanceUnit);
     }
     if (design.overDepth != nullptr) m_lines.Row(design.offsetIsVertical ? "over-depth, vertical" : "over-depth, at right angles", Difference(design.offset), m_depthUnit);
   }
@@ -217,7 +226,7 @@ class TextReport {
     m_lines.Line(ToColumn(m_survey.Word("difference") + " " + m_depthUnit, 24) + ToRight(m_survey.Word("cells"), 12) + ToRight(m_survey.Word("area") + " m\xB2", 16) +
                  ToRight(m_survey.Word("volume") + " " + m_volumeUnit, 18));
     for (const VolumeBand& band : volumes.bands) {
-      m_lines.Line(ToColumn(BandText(band, m_depthScale, m_survey.depthDecimals + 1), 24) + RightAligned(std::to_string(band.cells), 12) + RightAligned(Decimal(band.area, 1), 16) +
+      m_lines.Line(ToColumn(BandText(band), 24) + RightAligned(std::to_string(band.cells), 12) + RightAligned(Decimal(band.area, 1), 16) +
                    RightAligned(Volume(band.volume), 18) + (band.name.empty() ? "" : "  " + ToTerminal(band.name, Encoding::Windows1252)));
     }
   }
@@ -265,7 +274,7 @@ class TextReport {
     for (const SurveyError& error : m_survey.errors) {
       const auto shown = [](const std::string& text) { return ToTerminal(text, DetectEncoding(text)); };
       m_lines.Line(shown(error.context) + ": " + shown(error.type) + ": " + shown(error.text));
-      if (!error.details.empty()) m_lines.Line("    " + shown(error.details));
+      if (!error.details.empty()) m_lines.Line("    " + ToShownPath(shown(error.details)));
     }
     if (m_survey.moreErrors > 0) m_lines.Line("and " + std::to_string(m_survey.moreErrors) + " more, repeats included");
   }
@@ -278,13 +287,6 @@ class TextReport {
 };
 
 }  // namespace
-
-std::string BandText(const VolumeBand& band, double scale, int decimals) {
-  const std::string low = Decimal(band.low * scale, decimals), high = Decimal(band.high * scale, decimals);
-  if (band.isLowest && band.isHighest) return "all";
-  if (band.isLowest) return "below " + high;
-  return band.isHighest ? low + " and above" : low + " to " + high;
-}
 
 std::string SurveyReportText(const Survey& survey) { return TextReport(survey).Write(); }
 

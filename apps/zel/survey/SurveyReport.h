@@ -15,7 +15,4 @@ std::string SurveyReportText(const Survey& survey);
 // In UTF-8; metres throughout, whatever the units, and English names.
 XmlElement SurveyReportXml(const Survey& survey);
 
-// The name of a band of differences: "below -0.50", "-0.50 to -0.25", "0.50 and above". `scale` makes the unit of metres.
-std::string BandText(const VolumeBand& band, double scale, int decimals);
-
 }  // namespace zel
