@@ -120,6 +120,27 @@ TEST(CreatorMap, WhatWasFoundStaysAsLongAsItIsHeld) {
   EXPECT_EQ(text, "a ");
 }
 
+TEST(CreatorMap, AnOwnershipSettledElsewhereIsSharedOrIsNone) {
+  std::string text;
+  Noting notOwned(text, "never ");
+  Registry owner;
+  CreatorMap<int, Noting> other;
+  auto* const object = new Noting(text, "a ");
+  owner.Register("a", object);
+  other.Register(1, owner.Held(object));
+  other.Register(2, std::shared_ptr<Noting>(&notOwned, [](Noting*) {}));
+  other.Register(3, std::shared_ptr<Noting>());
+  EXPECT_EQ(owner.Held(&notOwned), nullptr);
+  EXPECT_EQ(other.Find(3), nullptr);
+  owner.Clear();
+  EXPECT_TRUE(owner.IsEmpty());
+  EXPECT_EQ(text, "");
+  EXPECT_EQ(other.Find(1).get(), object);
+  EXPECT_FALSE(other.IsEmpty());
+  other.Clear();
+  EXPECT_EQ(text, "a ");
+}
+
 TEST(CreatorMap, ThereIsOneRegistryOfAKind) {
   struct Kind {
     int number = 0;

@@ -59,8 +59,8 @@ constexpr bool EachSlotIsPure() {
   }(std::make_integer_sequence<int, Count>{});
 }
 
-// The place of a virtual operation after the destructor, from 1, by the value of its member pointer: the offset in the table of
-// functions, of which a virtual destructor has the first two.
+// The place of a virtual operation after the destructor, from 1, by the value of its member pointer: the offset in the table
+// of functions, of which a virtual destructor has the first two.
 template <class Operation>
 int SlotOf(Operation operation) {
   struct Words {

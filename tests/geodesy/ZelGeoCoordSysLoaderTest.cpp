@@ -1,10 +1,19 @@
 #include "zelbase/geodesy/ZelGeoCoordSysLoader.h"
 
+#include <elf.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tests/support/InChild.h"
@@ -15,50 +24,413 @@
 #include "zelbase/geodesy/ZelGeoCoordSysList.h"
 #include "zelbase/geodesy/ZelGeoDatabaseBaseList.h"
 #include "zelbase/geodesy/ZelGeoStaticDatabaseList.h"
+#include "zelbase/platform/FixedModules.h"
 
 namespace {
 
 const std::string kSuitesName = "ZELGeoCoordSysR.dll";
 const std::string kSystemsName = "libZELGeoCoordSysR.so";
 
+bool Load(const std::string& name = "ZELCoordSys") { return ZelGeoCoordSysLoader::Instance().LoadDLL(name, nullptr); }
+
+// The types of all registries together.
+int RegisteredTypes() {
+  std::vector<std::string> types;
+  int count = ZelGeoCoordSysList::GetCoordSysList().GetCoordSysTypes(types);
+  count += ZelGeoDatabaseBaseList::GetGeoDatabaseList().GetGeoDatabaseTypes(types);
+  count += ZelGeoStaticDatabaseList::GetGeoStaticDataList().GetGeoStaticTypes(types);
+  GeoidModelList::GetGeoidModelList().GetGeoidModelNames(types);
+  return count + static_cast<int>(types.size());
+}
+
+// --- Which modules are asked for, how often, and what is called ------------------------------------------------------------
+
+const std::vector<std::string> kBothNames = {"./ZELGeoCoordSysR.dll", "./libZELGeoCoordSysR.so"};
+
+int g_calls = 0;
+std::function<void()> g_onCall;
+void CountedExport() {
+  ++g_calls;
+  if (g_onCall) g_onCall();
+}
+
+// Modules of the test's own, in force for the scope. For a child: the loader tries once a process.
+struct OwnModules {
+  ModuleHandle Add(const std::string& path = kBothNames[0]) {
+    const ModuleHandle module = modules.AddLibrary(path);
+    modules.AddExport(module, "RegisterCoordSys", reinterpret_cast<void*>(&CountedExport));
+    return module;
+  }
+  FixedModules modules;
+  PlatformOverride<PlatformModules> inForce{modules};
+};
+
+TEST(ZelGeoCoordSysLoader, AnyOtherNameBeforeALoadLoadsNothing) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add();
+    for (const std::string& name : {std::string(), std::string("zelcoordsys"), std::string("ZELCOORDSYS"),
+                                    std::string("ZELCoordSys "), std::string("ZELCoordSy"), std::string("ZELCoordSys\0", 12),
+                                    std::string("ZELGeoCoordSysR.dll"), std::string("./ZELGeoCoordSysR.dll")}) {
+      EXPECT_FALSE(Load(name)) << name;
+    }
+    EXPECT_TRUE(own.modules.Requests().empty());
+    EXPECT_EQ(g_calls, 0);
+    EXPECT_TRUE(Load());  // and it has not counted as the one try
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, AsksForTheSuitesNameAsItStandsAndThenForTheSystems) {
+  ExpectInChild([] {
+    OwnModules own;
+    EXPECT_FALSE(Load());
+    EXPECT_EQ(own.modules.Requests(), kBothNames);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, TheSuitesNameAloneServes) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add(kBothNames[0]);
+    own.Add(kBothNames[1]);
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(own.modules.Requests(), std::vector<std::string>{kBothNames[0]});
+    EXPECT_EQ(g_calls, 1);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, TheSystemsNameServes) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add(kBothNames[1]);
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(own.modules.Requests(), kBothNames);
+    EXPECT_EQ(g_calls, 1);
+  });
+}
+
+// Kept: what failed is not tried again.
+TEST(ZelGeoCoordSysLoader, IsTriedOnceSoThatAModuleThatComesLaterIsNotLoaded) {
+  ExpectInChild([] {
+    OwnModules own;
+    EXPECT_FALSE(Load());
+    own.Add();
+    EXPECT_FALSE(Load());
+    EXPECT_FALSE(Load("another name"));
+    EXPECT_EQ(own.modules.Requests(), kBothNames);
+    EXPECT_EQ(g_calls, 0);
+  });
+}
+
+// Kept: once a module is loaded, the name decides nothing.
+TEST(ZelGeoCoordSysLoader, AfterALoadAnyNameCallsTheExportAgainWithoutLoading) {
+  ExpectInChild([] {
+    OwnModules own;
+    const ModuleHandle module = own.Add();
+    EXPECT_TRUE(Load());
+    int calls = 1;
+    for (const char* const name : {"ZELCoordSys", "another name", "", "zelcoordsys"}) {
+      EXPECT_TRUE(Load(name));
+      EXPECT_EQ(g_calls, ++calls);
+    }
+    EXPECT_EQ(own.modules.Requests().size(), 1u);
+    EXPECT_EQ(own.modules.LoadCount(module), 1);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, TheSecondArgumentIsNotUsed) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add();
+    EXPECT_TRUE(ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", reinterpret_cast<ZelGeoCoordSysBase*>(8)));
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, WithoutTheExportItIsFalseAndTheModuleStays) {
+  ExpectInChild([] {
+    OwnModules own;
+    const ModuleHandle module = own.modules.AddLibrary(kBothNames[0]);
+    own.modules.AddExport(module, "registercoordsys", reinterpret_cast<void*>(&CountedExport));
+    EXPECT_FALSE(Load());
+    EXPECT_FALSE(Load());
+    EXPECT_EQ(own.modules.Requests().size(), 1u);  // a loaded module keeps the system's name from being asked
+    EXPECT_EQ(own.modules.LoadCount(module), 1);
+    EXPECT_EQ(g_calls, 0);
+    // It is looked up anew each time.
+    own.modules.AddExport(module, "RegisterCoordSys", reinterpret_cast<void*>(&CountedExport));
+    EXPECT_TRUE(Load("another name"));
+    EXPECT_EQ(g_calls, 1);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, WhatTheExportThrowsEndsInTheLoaderWhichSaysFalse) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add();
+    g_onCall = [] { throw std::runtime_error("no data files"); };
+    EXPECT_FALSE(Load());
+    g_onCall = [] { throw 1; };
+    EXPECT_FALSE(Load());
+    g_onCall = nullptr;
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(g_calls, 3);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, AnExportMayAskTheLoader) {
+  ExpectInChild([] {
+    OwnModules own;
+    own.Add();
+    g_onCall = [] {
+      if (g_calls > 1) return;
+      EXPECT_TRUE(Load("from within"));
+    };
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(g_calls, 2);
+    EXPECT_EQ(own.modules.Requests().size(), 1u);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, AModuleThatAsksWhileItIsLoadedDoesNotLoadItself) {
+  class AskingModules : public FixedModules {
+   public:
+    ModuleHandle Load(const std::string& path) override {
+      EXPECT_FALSE(ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", nullptr));
+      return FixedModules::Load(path);
+    }
+  };
+  ExpectInChild([] {
+    AskingModules modules;
+    const PlatformOverride<PlatformModules> inForce(modules);
+    modules.AddExport(modules.AddLibrary(kBothNames[0]), "RegisterCoordSys", reinterpret_cast<void*>(&CountedExport));
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(modules.Requests().size(), 1u);
+    EXPECT_EQ(g_calls, 1);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, ThereIsOneAndItIsMadeByItselfOnly) {
+  EXPECT_EQ(&ZelGeoCoordSysLoader::Instance(), &ZelGeoCoordSysLoader::Instance());
+  static_assert(!std::is_default_constructible_v<ZelGeoCoordSysLoader>);
+  static_assert(!std::is_copy_constructible_v<ZelGeoCoordSysLoader>);
+  static_assert(!std::is_copy_assignable_v<ZelGeoCoordSysLoader>);
+  static_assert(std::has_virtual_destructor_v<ZelGeoCoordSysLoader>);
+}
+
+// --- Modules of the system's own -------------------------------------------------------------------------------------------
+
+// The file of a module of tests/modules.
+std::string ModuleFile(const std::string& module) { return BinaryFolder() + "/tests/modules/" + module + ".so"; }
+
+std::string ModuleContent(const std::string& module) {
+  std::ifstream stream(ModuleFile(module), std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 // A current folder of a child's own, with or without a plug-in.
 class PluginFolder {
  public:
   PluginFolder() { std::filesystem::current_path(m_folder.Path()); }
 
-  // Puts a module of tests/modules there.
   void Place(const std::string& module, const std::string& name = kSuitesName) const {
-    std::filesystem::copy_file(BinaryFolder() + "/tests/modules/" + module + ".so", m_folder.File(name));
+    std::filesystem::copy_file(ModuleFile(module), m_folder.File(name));
   }
+  void Write(const std::string& content, const std::string& name = kSuitesName) const { m_folder.Write(name, content); }
+  void MakeFolder(const std::string& name = kSuitesName) const { m_folder.MakeFolder(name); }
+  void MakeFifo(const std::string& name = kSuitesName) const { m_folder.MakeFifo(name); }
 
  private:
   TemporaryFolder m_folder;
 };
 
-bool Load(const std::string& name = "ZELCoordSys") { return ZelGeoCoordSysLoader::Instance().LoadDLL(name, nullptr); }
+// What must be so in a folder whose plug-in is none: false, nothing registered, and no second try.
+template <class Prepare>
+void ExpectNoPlugin(const std::string& what, Prepare prepare) {
+  SCOPED_TRACE(what);
+  ExpectInChild([&] {
+    const PluginFolder folder;
+    prepare(folder);
+    EXPECT_FALSE(Load());
+    std::filesystem::remove_all(kSuitesName);
+    std::filesystem::remove_all(kSystemsName);
+    folder.Place("GeodesyGood");
+    EXPECT_FALSE(Load()) << "retried";
+    EXPECT_FALSE(Load("another name"));
+    EXPECT_EQ(RegisteredTypes(), 0);
+  });
+}
 
 TEST(ZelGeoCoordSysLoader, APluginFillsTheRegistriesOfTheProcess) {
+  for (const std::string& name : {kSuitesName, kSystemsName}) {
+    ExpectInChild(
+        [&name] {
+          const PluginFolder folder;
+          folder.Place("GeodesyGood", name);
+          ASSERT_TRUE(Load());
+          EXPECT_EQ(RegisteredTypes(), 4);
+          const std::unique_ptr<ZelGeoCoordSysBase> system(ZelGeoCoordSysList::GetCoordSysList().Create("plug-in system"));
+          ASSERT_NE(system, nullptr);
+          EXPECT_TRUE(system->Operation66());
+          EXPECT_NE(dynamic_cast<SpareGeoCoordSys*>(system.get()), nullptr);  // one class for both modules
+          const std::unique_ptr<ZelGeoDatabaseBase> database(
+              ZelGeoDatabaseBaseList::GetGeoDatabaseList().Create("plug-in database"));
+          EXPECT_NE(database, nullptr);
+          const std::unique_ptr<ZelGeoStaticDataBase> data(
+              ZelGeoStaticDatabaseList::GetGeoStaticDataList().Create("plug-in data"));
+          EXPECT_NE(data, nullptr);
+          const std::unique_ptr<GeoidModel> model(GeoidModelList::GetGeoidModelList().Create("plug-in model"));
+          ASSERT_NE(model, nullptr);
+          EXPECT_TRUE(model->Init(system.get()));
+          EXPECT_TRUE(model->IsReady());
+        },
+        ChildProcess::Ending::Full);
+  }
+}
+
+TEST(ZelGeoCoordSysLoader, EachCallReachesThePlugin) {
   ExpectInChild(
       [] {
         const PluginFolder folder;
         folder.Place("GeodesyGood");
+        PlatformModules& modules = PlatformModules::System();
         ASSERT_TRUE(Load());
-        const std::unique_ptr<ZelGeoCoordSysBase> system(ZelGeoCoordSysList::GetCoordSysList().Create("plug-in system"));
-        ASSERT_NE(system, nullptr);
-        EXPECT_TRUE(system->Operation66());
-        EXPECT_NE(dynamic_cast<SpareGeoCoordSys*>(system.get()), nullptr);
-        const std::unique_ptr<ZelGeoDatabaseBase> database(
-            ZelGeoDatabaseBaseList::GetGeoDatabaseList().Create("plug-in database"));
-        EXPECT_NE(database, nullptr);
-        const std::unique_ptr<ZelGeoStaticDataBase> data(
-            ZelGeoStaticDatabaseList::GetGeoStaticDataList().Create("plug-in data"));
-        EXPECT_NE(data, nullptr);
-        const std::unique_ptr<GeoidModel> model(GeoidModelList::GetGeoidModelList().Create("plug-in model"));
-        ASSERT_NE(model, nullptr);
-        EXPECT_TRUE(model->Init(system.get()));
-        EXPECT_TRUE(model->IsReady());
+        const ModuleHandle module = modules.Load("./" + kSuitesName);
+        const auto calls = reinterpret_cast<int (*)()>(modules.FindExport(module, "CallsOfRegisterCoordSys"));
+        ASSERT_NE(calls, nullptr);
+        EXPECT_EQ(calls(), 1);
+        EXPECT_TRUE(Load("another name"));
+        EXPECT_EQ(calls(), 2);
+        modules.Unload(module);
+        std::filesystem::remove(kSuitesName);  // what is loaded stays
+        EXPECT_TRUE(Load());
+        EXPECT_EQ(calls(), 3);
+        EXPECT_EQ(RegisteredTypes(), 4);
       },
       ChildProcess::Ending::Full);
+}
+
+TEST(ZelGeoCoordSysLoader, IsLookedForInTheFolderThatIsTheCurrentOne) {
+  ExpectInChild([] {
+    const PluginFolder with;
+    with.Place("GeodesyGood");
+    const PluginFolder without;
+    EXPECT_FALSE(Load());
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, WhatIsNoModuleIsFalseAndNotRetried) {
+  ExpectNoPlugin("missing", [](const PluginFolder&) {});
+  ExpectNoPlugin("a folder", [](const PluginFolder& folder) {
+    folder.MakeFolder();
+    folder.MakeFolder(kSystemsName);
+  });
+  ExpectNoPlugin("a pipe", [](const PluginFolder& folder) { folder.MakeFifo(); });
+  ExpectNoPlugin("empty", [](const PluginFolder& folder) { folder.Write(""); });
+  ExpectNoPlugin("text", [](const PluginFolder& folder) { folder.Write("[General]\nRegisterCoordSys = 1\n"); });
+  ExpectNoPlugin("zeros", [](const PluginFolder& folder) { folder.Write(std::string(100000, '\0')); });
+  ExpectNoPlugin("other letters", [](const PluginFolder& folder) { folder.Place("GeodesyGood", "zelgeocoordsysr.dll"); });
+}
+
+TEST(ZelGeoCoordSysLoader, WhatIsNoModuleUnderTheSuitesNameLeavesTheSystems) {
+  for (const bool isFolder : {false, true}) {
+    ExpectInChild([isFolder] {
+      const PluginFolder folder;
+      if (isFolder) {
+        folder.MakeFolder();
+      } else {
+        folder.Write("no module");
+      }
+      folder.Place("GeodesyGood", kSystemsName);
+      EXPECT_TRUE(Load());
+      EXPECT_EQ(RegisteredTypes(), 4);
+    });
+  }
+}
+
+// Where the last byte of a module ends that is loaded, by its table of segments; tables for debuggers come behind.
+std::size_t EndOfSegments(const std::string& content) {
+  Elf64_Ehdr header;
+  std::memcpy(&header, content.data(), sizeof header);
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < header.e_phnum; ++i) {
+    Elf64_Phdr segment;
+    std::memcpy(&segment, content.data() + header.e_phoff + i * sizeof segment, sizeof segment);
+    if (segment.p_type == PT_LOAD) end = std::max<std::size_t>(end, segment.p_offset + segment.p_filesz);
+  }
+  return end;
+}
+
+TEST(ZelGeoCoordSysLoader, AModuleCutShortIsFalseAtEveryLength) {
+  const std::string whole = ModuleContent("GeodesyGood");
+  ASSERT_GT(whole.size(), 4096u);
+  const std::size_t end = EndOfSegments(whole);
+  std::vector<std::size_t> lengths = {1, 4, 15, 16, 63, 64, 65, 120, 4095, 4096, 4097, end - 4096, end - 1};
+  for (std::size_t i = 1; i <= 64; ++i) lengths.push_back(end * i / 65);
+  for (const std::size_t length : lengths) {
+    ExpectNoPlugin(std::to_string(length) + " of " + std::to_string(end) + " bytes",
+                   [&](const PluginFolder& folder) { folder.Write(whole.substr(0, length)); });
+  }
+}
+
+TEST(ZelGeoCoordSysLoader, AModuleWithoutItsTablesForDebuggersLoads) {
+  ExpectInChild([] {
+    const PluginFolder folder;
+    const std::string whole = ModuleContent("GeodesyGood");
+    folder.Write(whole.substr(0, EndOfSegments(whole)));
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(RegisteredTypes(), 4);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, APluginWithoutItsExportIsFalse) {
+  ExpectInChild([] {
+    const PluginFolder folder;
+    folder.Place("GeodesyWithoutExport");
+    folder.Place("GeodesyGood", kSystemsName);  // not tried: the first one has loaded
+    EXPECT_FALSE(Load());
+    EXPECT_FALSE(Load());
+    EXPECT_EQ(RegisteredTypes(), 0);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, APluginThatThrowsIsFalseAndKeepsWhatItRegisteredBefore) {
+  ExpectInChild(
+      [] {
+        const PluginFolder folder;
+        folder.Place("GeodesyThrows");
+        EXPECT_FALSE(Load());
+        EXPECT_EQ(RegisteredTypes(), 1);
+        EXPECT_FALSE(Load());
+        EXPECT_FALSE(Load());
+        EXPECT_TRUE(Load());  // the fourth call comes back
+        EXPECT_EQ(RegisteredTypes(), 1);
+      },
+      ChildProcess::Ending::Full);
+}
+
+TEST(ZelGeoCoordSysLoader, APluginThatRegistersTwiceKeepsWhatIsRefusedAndEachGoesOnce) {
+  ChildProcess child(
+      [] {
+        const PluginFolder folder;
+        folder.Place("GeodesyRegistersTwice");
+        const bool loaded = Load() && Load("again") && RegisteredTypes() == 4;
+        return loaded ? 0 : 1;
+      },
+      ChildProcess::Ending::Full);
+  EXPECT_EQ(child.Wait(), 0) << child.ErrorText();
+  std::string letters = child.OutputText();
+  std::sort(letters.begin(), letters.end());
+  EXPECT_EQ(letters, std::string(12, 'r') + "tttt");  // 4 registries, 2 calls, 2 each: all but the first are refused
+}
+
+TEST(ZelGeoCoordSysLoader, APluginThatRegistersNothingIsTrue) {
+  ExpectInChild([] {
+    const PluginFolder folder;
+    folder.Place("GeodesyRegistersNothing");
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(RegisteredTypes(), 0);
+    EXPECT_EQ(ZelGeoCoordSysList::GetCoordSysList().Create("plug-in system"), nullptr);
+  });
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "tests/support/ChildProcess.h"
 #include "tests/support/SourceFolder.h"
@@ -155,6 +156,43 @@ void UseTools() {
   if (known == nullptr) list.RegisterTool("a tool with a name beyond the short ones", new Tools);
   const std::unique_ptr<ZelTool> tool(list.Create("a tool with a name beyond the short ones"));
 }
+
+class Systems : public ZelCoordSysICreator {
+ public:
+  ZelGeoCoordSysBase* Create() override { return nullptr; }
+};
+
+class Databases : public GeoDatabaseICreator {
+ public:
+  ZelGeoDatabaseBase* Create() override { return nullptr; }
+};
+
+class StaticData : public GeoStaticICreator {
+ public:
+  ZelGeoStaticDataBase* Create() override { return new SpareGeoStaticData; }
+};
+
+class GeoidModels : public GeoidModelICreator {
+ public:
+  GeoidModel* Create() override { return nullptr; }
+};
+
+void UseGeodesyRegistries() {
+  constexpr const char* kType = "a type with a name beyond the short ones";
+  ZelGeoCoordSysLoader::Instance().LoadDLL("a name that loads nothing", nullptr);
+  ZelGeoCoordSysList& systems = ZelGeoCoordSysList::GetCoordSysList();
+  systems.UnRegisterGeoCoordSys(kType);
+  systems.RegisterGeoCoordSys(kType, new Systems);
+  ZelGeoDatabaseBaseList& databases = ZelGeoDatabaseBaseList::GetGeoDatabaseList();
+  databases.UnRegisterGeoDatabase(kType);
+  databases.RegisterGeoDatabase(kType, new Databases);
+  ZelGeoStaticDatabaseList& data = ZelGeoStaticDatabaseList::GetGeoStaticDataList();
+  const std::unique_ptr<ZelGeoStaticDataBase> known(data.Create(kType));
+  if (known == nullptr) data.RegisterGeoStaicDatabase(kType, new StaticData);
+  std::vector<std::string> names;
+  GeoidModelList::GetGeoidModelList().GetGeoidModelNames(names);
+  if (names.empty()) GeoidModelList::GetGeoidModelList().RegisterGeoidModel(kType, 18, new GeoidModels);
+}
 void UseModuleState() {
   static int place = 0;
   ZelBaseMain(&place, ZELBASE_PROCESS_ATTACH, nullptr);
@@ -165,7 +203,7 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 21> kUses = {{{"ErrorList", UseErrorList},
+constexpr std::array<Use, 22> kUses = {{{"ErrorList", UseErrorList},
                                         {"ErrorString", UseErrorString},
                                         {"EmptyError", UseEmptyError},
                                         {"Initializers", UseInitializers},
@@ -185,6 +223,7 @@ constexpr std::array<Use, 21> kUses = {{{"ErrorList", UseErrorList},
                                         {"MessageBuilders", UseMessageBuilders},
                                         {"Actions", UseActions},
                                         {"Tools", UseTools},
+                                        {"GeodesyRegistries", UseGeodesyRegistries},
                                         {"ModuleState", UseModuleState}}};
 
 void UseAll() {

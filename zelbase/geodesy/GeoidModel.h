@@ -1,5 +1,5 @@
-// The base of the geoid models, which turn a position into the separation between the ellipsoid and the vertical datum. Neighbours:
-// GeoidModelList.h makes them by name or type, ZelGeoCoordSysBase.h is the coordinate system they work in.
+// The base of the geoid models, which turn a position into the separation between the ellipsoid and the vertical datum.
+// Neighbours: GeoidModelList.h makes them by name or type, ZelGeoCoordSysBase.h is the coordinate system they work in.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 #include "zelbase/geodesy/ZelGeoCoordSysBase.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
-// A concrete model overrides the calculations that it has and IsReady; the base calculates nothing. What the arguments mean, their units
-// and order, belongs to the concrete model.
+// A concrete model overrides the calculations that it has and IsReady; the base calculates nothing. What the arguments mean,
+// their units and order, belongs to the concrete model.
 //
-// The order of the operations is what modules that were built apart agree on. Copies share the coordinate system. One object belongs
-// to one thread at a time.
+// The order of the operations is what modules that were built apart agree on. Copies share the coordinate system. One object
+// belongs to one thread at a time.
 class ZELBASE_API GeoidModel {
  public:
   GeoidModel() = default;
@@ -21,9 +21,10 @@ class ZELBASE_API GeoidModel {
   // In the library, so that the class is one and the same for every module of a process.
   virtual ~GeoidModel();
 
-  // Stores the coordinate system, which is not owned, must outlive the model's use of it and may be null, and asks it for its linear
-  // unit. The unit's own field goes in, so that a system that writes nothing, or null, keeps it; what the system answers besides is
-  // not looked at. A unit of exactly 0.0 becomes 1.0. Always true. A model with a file reads it in an Init of its own.
+  // Stores the coordinate system, which is not owned, must outlive the model's use of it and may be null, and asks it for its
+  // linear unit. The unit's own field goes in, so that a system that writes nothing, or null, keeps it; what the system
+  // answers besides is not looked at. A unit of exactly 0.0 becomes 1.0. Always true. A model with a file reads it in an Init
+  // of its own.
   virtual bool Init(ZelGeoCoordSysBase* coordSystem);
 
   // A position in, a position out, a flag. The base: false, both outputs as they were.
@@ -33,7 +34,8 @@ class ZELBASE_API GeoidModel {
   virtual bool Calculate(double first, double second, double third, double fourth, double& result);
 
   // A position in, a position out, a flag. The base: false, both outputs as they were.
-  virtual bool CalculateLocalEllipsCorrection(double first, double second, double& firstResult, double& secondResult, bool flag);
+  virtual bool CalculateLocalEllipsCorrection(double first, double second, double& firstResult, double& secondResult,
+                                              bool flag);
 
   // Stores the name of the model's data file; opens nothing.
   virtual void SetFileName(std::string fileName);

@@ -1,6 +1,6 @@
-// The registry of geoid models: modules register a creator under a name and a type number, and ask for a model by either. Neighbours:
-// GeoidModelICreator.h for what is registered, GeoidModel.h for what comes out, GeoidmodelTypeKeys of frame/KeyTables.h for the
-// keys of the types.
+// The registry of geoid models: modules register a creator under a name and a type number, and ask for a model by either.
+// Neighbours: GeoidModelICreator.h for what is registered, GeoidModel.h for what comes out, GeoidmodelTypeKeys of
+// frame/KeyTables.h for the keys of the types.
 #pragma once
 
 #include <string>
@@ -11,9 +11,10 @@
 #include "zelbase/geodesy/GeoidModelICreator.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
-// Two maps, by name and by type, independent of each other. The one by type owns: its creators are destroyed with the list, each once
-// however many types and names it has. A creator that has only a name is never destroyed by the list and must outlive it.
-// Copies share: they name the same creators, and the last list that owns a creator destroys it. Names are compared case-sensitively.
+// Two maps, by name and by type, independent of each other. The one by type owns: its creators are destroyed with the list,
+// each once however many types and names it has. A creator that has only a name is never destroyed by the list and must
+// outlive it. Copies share: they name the same creators, and the last list that owns a creator destroys it. Names are
+// compared case-sensitively.
 //
 //   GeoidModelList::GetGeoidModelList().RegisterGeoidModel("EGM2008", 18, new Egm2008Creator);       // at start-up
 //   std::unique_ptr<GeoidModel> model(GeoidModelList::GetGeoidModelList().Create("EGM2008"));   // later
@@ -32,13 +33,13 @@ class ZELBASE_API GeoidModelList {
   // destructors at exit may still ask for the list.
   static GeoidModelList& GetGeoidModelList();
 
-  // Stores the creator under `name` and under `type`. In each map the first one wins, without a word, and a known key in one does not
-  // stop the other, so that the two may come to disagree. A creator refused by type stays the caller's, even when its
-  // name was new. A null creator is ignored.
+  // Stores the creator under `name` and under `type`. In each map the first one wins, without a word, and a known key in one
+  // does not stop the other, so that the two may come to disagree. A creator refused by type stays the caller's, even when
+  // its name was new. A null creator is ignored.
   void RegisterGeoidModel(std::string name, unsigned short type, GeoidModelICreator* creator);
 
-  // A new model, which the caller owns. Null when the type or the name is not registered, or when its creator gives none. What the
-  // creator throws passes.
+  // A new model, which the caller owns. Null when the type or the name is not registered, or when its creator gives none.
+  // What the creator throws passes.
   GeoidModel* Create(const unsigned short& type);
   GeoidModel* Create(const std::string& name);
 

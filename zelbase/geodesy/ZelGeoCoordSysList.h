@@ -1,21 +1,21 @@
-// The registry of coordinate systems: the geodesy plug-in registers a creator for a type name, modules ask for an object of that
-// type. Neighbours: ZelCoordSysICreator.h for what is registered, ZelGeoCoordSysBase.h for what comes out, ZelGeoCoordSysLoader.h, which
-// brings the plug-in in.
+// The registry of coordinate systems: the geodesy plug-in registers a creator for a type name, modules ask for an object of
+// that type. Neighbours: ZelCoordSysICreator.h for what is registered, ZelGeoCoordSysBase.h for what comes out,
+// ZelGeoCoordSysLoader.h, which brings the plug-in in.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "zelbase/frame/detail/CreatorMap.h"
-#include "zelbase/geodesy/ZelGeoCoordSysBase.h"
 #include "zelbase/geodesy/ZelCoordSysICreator.h"
+#include "zelbase/geodesy/ZelGeoCoordSysBase.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
-// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same creators.
-// Type names are compared case-sensitively.
+// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same
+// creators. Type names are compared case-sensitively.
 //
-//   ZelGeoCoordSysList::GetCoordSysList().RegisterGeoCoordSys("UTM", new UtmCreator);                          // the plug-in
-//   std::unique_ptr<ZelGeoCoordSysBase> system(ZelGeoCoordSysList::GetCoordSysList().Create("UTM"));   // later
+//   ZelGeoCoordSysList::GetCoordSysList().RegisterGeoCoordSys("UTM", new UtmCreator);         // the plug-in
+//   std::unique_ptr<ZelGeoCoordSysBase> system(ZelGeoCoordSysList::GetCoordSysList().Create("UTM"));  // later
 //
 // Nothing is locked but the first GetCoordSysList: registration belongs to the start, when one thread runs. After it any
 // number of threads may create, as far as the creators allow it.
@@ -27,8 +27,8 @@ class ZELBASE_API ZelGeoCoordSysList {
 
   virtual ~ZelGeoCoordSysList();
 
-  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded. Other
-  // destructors at exit may still ask for it.
+  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded.
+  // Other destructors at exit may still ask for it.
   static ZelGeoCoordSysList& GetCoordSysList();
 
   // Stores the creator under `type` and owns it from now on. The first one of a type wins: a later one is refused without a

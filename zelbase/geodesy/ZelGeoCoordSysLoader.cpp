@@ -9,7 +9,8 @@ ModuleHandle LoadPlugin() {
   return module != nullptr ? module : modules.Load("./libZELGeoCoordSysR.so");
 }
 
-// Whether the plug-in's own code comes back: what it throws must not end the host, which runs without coordinate systems, too.
+// Whether the plug-in's own code comes back: what it throws must not end the host, which runs without coordinate systems,
+// too.
 bool CallQuietly(void (*registerCoordSys)()) {
   try {
     registerCoordSys();

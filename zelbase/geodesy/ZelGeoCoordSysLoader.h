@@ -1,6 +1,6 @@
-// Brings the geodesy plug-in into the process. Neighbours: ZelGeoCoordSysList.h, ZelGeoDatabaseBaseList.h, ZelGeoStaticDatabaseList.h and
-// GeoidModelList.h, the registries that it fills; SpareGeoCoordSys.h and its two sisters, what it derives its classes from;
-// docs/geodesy.md, how to write and link one.
+// Brings the geodesy plug-in into the process. Neighbours: ZelGeoCoordSysList.h, ZelGeoDatabaseBaseList.h,
+// ZelGeoStaticDatabaseList.h and GeoidModelList.h, the registries that it fills; SpareGeoCoordSys.h and its two sisters, what
+// it derives its classes from; docs/geodesy.md, how to write and link one.
 #pragma once
 
 #include <string>
@@ -13,14 +13,16 @@
 //
 //   extern "C" void RegisterCoordSys();
 //
-// which registers creators of the plug-in's classes with the one registries. It is called each time that LoadDLL is, so that it is to guard
-// itself: a creator that comes a second time is refused and stays its own. Nothing is given back: the module stays loaded until the
-// process ends, as its objects do.
+// which registers creators of the plug-in's classes with the one registries. It is called each time that LoadDLL is, so that
+// it is to guard itself: a creator that comes a second time is refused and stays its own. Nothing is given back: the module
+// stays loaded until the process ends, as its objects do.
 //
 // A plug-in must meet the library that the host has, not carry one of its own, or it fills registries that nobody asks:
 // - libZelBase shared: host and plug-in both link it.
-// - libZelBase static: the host links all of it and exports its symbols, the plug-in links none of it and takes them from the host.
-// The targets ZelBase::Host and ZelBase::Plugin do the right one of the two; who links by hand finds the options in docs/geodesy.md.
+// - libZelBase static: the host links all of it and exports its symbols, the plug-in links none of it and takes them from the
+//   host.
+// The targets ZelBase::Host and ZelBase::Plugin do the right one of the two; who links by hand finds the options in
+// docs/geodesy.md.
 //
 // Not locked: the plug-in is loaded at the start, when one thread runs.
 class ZELBASE_API ZelGeoCoordSysLoader {
@@ -33,10 +35,10 @@ class ZELBASE_API ZelGeoCoordSysLoader {
   // The one loader, made at first use and never destroyed.
   static ZelGeoCoordSysLoader& Instance();
 
-  // Loads the plug-in when `name` is exactly "ZELCoordSys" and it was not tried before, then calls its export. It is tried once: what
-  // failed is not retried, even when the file appears later. True when the export was called and came back. False, in
-  // silence, as long as no plug-in is loaded, when it has no such export, and when the export throws, whose exception ends here. Once one
-  // is loaded, any name calls the export again. The second argument is not used.
+  // Loads the plug-in when `name` is exactly "ZELCoordSys" and it was not tried before, then calls its export. It is tried
+  // once: what failed is not retried, even when the file appears later. True when the export was called and came back. False,
+  // in silence, as long as no plug-in is loaded, when it has no such export, and when the export throws, whose exception ends
+  // here. Once one is loaded, any name calls the export again. The second argument is not used.
   bool LoadDLL(std::string name, ZelGeoCoordSysBase* unused);
 
  private:

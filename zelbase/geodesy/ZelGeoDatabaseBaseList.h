@@ -1,21 +1,22 @@
-// The registry of geodetic databases: the geodesy plug-in registers a creator for a type name, modules ask for an object of that
-// type. Neighbours: GeoDatabaseICreator.h for what is registered, ZelGeoDatabaseBase.h for what comes out, ZelGeoCoordSysLoader.h, which
-// brings the plug-in in.
+// The registry of geodetic databases: the geodesy plug-in registers a creator for a type name, modules ask for an object of
+// that type. Neighbours: GeoDatabaseICreator.h for what is registered, ZelGeoDatabaseBase.h for what comes out,
+// ZelGeoCoordSysLoader.h, which brings the plug-in in.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "zelbase/frame/detail/CreatorMap.h"
-#include "zelbase/geodesy/ZelGeoDatabaseBase.h"
 #include "zelbase/geodesy/GeoDatabaseICreator.h"
+#include "zelbase/geodesy/ZelGeoDatabaseBase.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
-// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same creators.
-// Type names are compared case-sensitively.
+// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same
+// creators. Type names are compared case-sensitively.
 //
-//   ZelGeoDatabaseBaseList::GetGeoDatabaseList().RegisterGeoDatabase("BM", new BmCreator);                       // the plug-in
-//   std::unique_ptr<ZelGeoDatabaseBase> database(ZelGeoDatabaseBaseList::GetGeoDatabaseList().Create("BM"));   // later
+//   ZelGeoDatabaseBaseList::GetGeoDatabaseList().RegisterGeoDatabase("BM", new BmCreator);  // the plug-in
+//   auto& list = ZelGeoDatabaseBaseList::GetGeoDatabaseList();
+//   std::unique_ptr<ZelGeoDatabaseBase> database(list.Create("BM"));  // later
 //
 // Nothing is locked but the first GetGeoDatabaseList: registration belongs to the start, when one thread runs. After it any
 // number of threads may create, as far as the creators allow it.
@@ -27,8 +28,8 @@ class ZELBASE_API ZelGeoDatabaseBaseList {
 
   virtual ~ZelGeoDatabaseBaseList();
 
-  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded. Other
-  // destructors at exit may still ask for it.
+  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded.
+  // Other destructors at exit may still ask for it.
   static ZelGeoDatabaseBaseList& GetGeoDatabaseList();
 
   // Stores the creator under `type` and owns it from now on. The first one of a type wins: a later one is refused without a
@@ -41,10 +42,10 @@ class ZELBASE_API ZelGeoDatabaseBaseList {
   // Empties `types`, fills it with the registered types in ascending order (by bytes) and gives their number.
   int GetGeoDatabaseTypes(std::vector<std::string>& types);
 
-  // A new database that is ready, which the caller owns. Null when the type is not registered, when its creator gives none, or
-  // when the database says that it is not ready: then it is destroyed again. It is asked anew each time, and only databases are
-  // asked, neither coordinate systems nor static data. A creator that takes its own type out meanwhile is destroyed when it has
-  // finished; what it or the database throws passes, without the database.
+  // A new database that is ready, which the caller owns. Null when the type is not registered, when its creator gives none,
+  // or when the database says that it is not ready: then it is destroyed again. It is asked anew each time, and only
+  // databases are asked, neither coordinate systems nor static data. A creator that takes its own type out meanwhile is
+  // destroyed when it has finished; what it or the database throws passes, without the database.
   ZelGeoDatabaseBase* Create(const std::string& type);
 
  private:

@@ -1,21 +1,22 @@
-// The registry of static geodetic data: the geodesy plug-in registers a creator for a type name, modules ask for an object of that
-// type. Neighbours: GeoStaticICreator.h for what is registered, ZelGeoStaticDataBase.h for what comes out, ZelGeoCoordSysLoader.h, which
-// brings the plug-in in.
+// The registry of static geodetic data: the geodesy plug-in registers a creator for a type name, modules ask for an object of
+// that type. Neighbours: GeoStaticICreator.h for what is registered, ZelGeoStaticDataBase.h for what comes out,
+// ZelGeoCoordSysLoader.h, which brings the plug-in in.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "zelbase/frame/detail/CreatorMap.h"
-#include "zelbase/geodesy/ZelGeoStaticDataBase.h"
 #include "zelbase/geodesy/GeoStaticICreator.h"
+#include "zelbase/geodesy/ZelGeoStaticDataBase.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
-// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same creators.
-// Type names are compared case-sensitively.
+// Owns its creators: each is destroyed once, with the last name or list that has it. Copies share: they name the same
+// creators. Type names are compared case-sensitively.
 //
-//   ZelGeoStaticDatabaseList::GetGeoStaticDataList().RegisterGeoStaicDatabase("BM", new BmCreator);              // the plug-in
-//   std::unique_ptr<ZelGeoStaticDataBase> data(ZelGeoStaticDatabaseList::GetGeoStaticDataList().Create("BM"));   // later
+//   ZelGeoStaticDatabaseList::GetGeoStaticDataList().RegisterGeoStaicDatabase("BM", new BmCreator);  // the plug-in
+//   auto& list = ZelGeoStaticDatabaseList::GetGeoStaticDataList();
+//   std::unique_ptr<ZelGeoStaticDataBase> data(list.Create("BM"));  // later
 //
 // Nothing is locked but the first GetGeoStaticDataList: registration belongs to the start, when one thread runs. After it any
 // number of threads may create, as far as the creators allow it.
@@ -27,8 +28,8 @@ class ZELBASE_API ZelGeoStaticDatabaseList {
 
   virtual ~ZelGeoStaticDatabaseList();
 
-  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded. Other
-  // destructors at exit may still ask for it.
+  // The one registry, made at first use. At process exit its creators are destroyed, which needs their code still loaded.
+  // Other destructors at exit may still ask for it.
   static ZelGeoStaticDatabaseList& GetGeoStaticDataList();
 
   // Stores the creator under `type` and owns it from now on. The first one of a type wins: a later one is refused without a

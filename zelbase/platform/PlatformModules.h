@@ -29,7 +29,8 @@ class ZELBASE_API PlatformModules {
   // How the names of this system's shared libraries end, with the dot.
   virtual std::string LibraryEnding() = 0;
 
-  // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, without a message.
+  // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, without a message;
+  // a library that was cut short is one.
   virtual ModuleHandle Load(const std::string& path) = 0;
 
   // The address of an exported name; null when there is none or `module` is null.

@@ -9,9 +9,9 @@
 
 namespace zelbase::detail {
 
-// Creator has an operation Create(), without arguments, and a virtual destructor; objects of another kind are only found. Copies share the creators; the last map that holds one
-// destroys it. A creator leaves the map before it is destroyed, since its destructor may call back; it is held while it works, since
-// it may take its own key out.
+// Creator has an operation Create(), without arguments, and a virtual destructor; objects of another kind are only found.
+// Copies share the creators; the last map that holds one destroys it. A creator leaves the map before it is destroyed, since
+// its destructor may call back; it is held while it works, since it may take its own key out.
 //
 // One creator may stand under several keys. To find that out, Register looks through the map: a registry has tens of entries.
 template <class Key, class Creator>
@@ -86,8 +86,8 @@ class CreatorMap {
   std::map<Key, Pointer> m_creators;
 };
 
-// The one Registry of the process, made at first use. It stays, so that destructors that run later find it; only what it holds goes at
-// exit, by `empty`. To be called from one place of the library's own sources.
+// The one Registry of the process, made at first use. It stays, so that destructors that run later find it; only what it
+// holds goes at exit, by `empty`. To be called from one place of the library's own sources.
 template <class Registry>
 Registry& OneRegistry(void (*empty)(Registry&)) {
   static Registry* const registry = new Registry;

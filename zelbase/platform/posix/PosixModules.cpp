@@ -11,6 +11,7 @@
 
 #include "zelbase/platform/PlatformFiles.h"
 #include "zelbase/platform/PlatformModules.h"
+#include "zelbase/platform/posix/LibraryFile.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
 namespace zelbase::detail {
@@ -40,6 +41,7 @@ std::string LibraryFileName(std::string_view name) {
 
 namespace {
 
+using zelbase::detail::IsWholeLibrary;
 using zelbase::detail::LibraryFileName;
 using zelbase::detail::LinkText;
 using zelbase::detail::ProgramFileName;
@@ -124,11 +126,12 @@ class PosixModules final : public PlatformModules {
 
   std::string LibraryEnding() override { return ".so"; }
 
-  // Only regular files are loaded: a FIFO would be waited for. The loader searches for names without a folder in places of
-  // its own and keeps a relative name when the current folder changes; so it gets an absolute one.
+  // Only regular files are loaded: a FIFO would be waited for. Only whole libraries: one cut short would end the process. The
+  // loader searches for names without a folder in places of its own and keeps a relative name when the current folder
+  // changes; so it gets an absolute one.
   ModuleHandle Load(const std::string& path) override {
     const std::string name = ToAbsolute(ToSystemPath(path));
-    if (!PlatformFiles::System().IsRegularFile(name)) return nullptr;
+    if (!PlatformFiles::System().IsRegularFile(name) || !IsWholeLibrary(name)) return nullptr;
     return ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
   }
 
