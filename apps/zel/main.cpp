@@ -5,6 +5,7 @@
 #include <exception>
 #include <iostream>
 
+#include "ActionsCommand.h"
 #include "ColoursCommand.h"
 #include "DisplaysCommand.h"
 #include "FilesCommand.h"
@@ -46,6 +47,7 @@ int Run(int argc, char** argv) {
   zel::AddTideCommand(program, exitCode);
   zel::AddXmlCommand(program, exitCode);
   zel::AddXyzCommand(program, exitCode);
+  zel::AddActionsCommand(program, exitCode);
   zel::AddFilesCommands(program, exitCode);
   zel::AddLanguageCommand(program, exitCode);
   try {

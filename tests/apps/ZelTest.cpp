@@ -16,7 +16,7 @@ TEST_F(Zel, HelpShowsExamplesAndExitsWell) {
         {"settings", "copy", "--help"}, {"settings", "check", "--help"}, {"settings", "diff", "--help"},
         {"settings", "apply", "--help"}, {"displays", "--help"}, {"format", "coordinate", "--help"}, {"format", "span", "--help"},
         {"format", "number", "--help"}, {"units", "kinds", "--help"}, {"units", "list", "--help"}, {"units", "convert", "--help"},
-        {"language", "--help"}, {"language", "errors", "--help"}}) {
+        {"actions", "--help"}, {"language", "--help"}, {"language", "errors", "--help"}}) {
     const ProgramResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments.front();
     EXPECT_TRUE(Holds(result.output, "Example")) << result.output;
