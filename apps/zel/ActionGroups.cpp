@@ -190,7 +190,9 @@ bool ListedComposite::Load(FileObject& file) {
 
 void ListedComposite::AddMember(const std::string& id) {
   const std::vector<std::string>& making = m_journal->making;
-  if (std::find(making.begin(), making.end(), id) != making.end()) return Fault("goes in a circle: " + Quoted(id) + " contains itself");
+  if (std::find(making.begin(), making.end(), id) != making.end()) {
+    return Fault("goes in a circle: " + Quoted(id) + " contains itself");
+  }
   if (making.size() >= kDeepest) return Fault("composites are nested more than " + std::to_string(kDeepest) + " deep");
   if (m_journal->members >= kMostMembers) {
     // Once is enough: there may be as many more.

@@ -1,5 +1,5 @@
-// Files of actions, registered with a list of actions, and what a person wants to know of each action. Neighbours: ActionGroups.h, what
-// makes them; ActionsCommand.h, what shows them.
+// Files of actions, registered with a list of actions, and what a person wants to know of each action. Neighbours: ActionGroups.h,
+// what makes them; ActionsCommand.h, what shows them.
 #pragma once
 
 #include <map>

@@ -28,8 +28,8 @@
 //   (3) Copies share the sub-actions, which have the same addresses in both, and the last that holds one destroys it.
 //
 // A null sub-action counts and is given back, and is otherwise passed over. One that was added twice runs twice and is destroyed
-// once. A sub-action may change the composite that runs it; those added meanwhile are run as well. A composite that is added to itself,
-// directly or by a detour, never goes and never comes to an end: that is the caller's fault.
+// once. A sub-action may change the composite that runs it; those added meanwhile are run as well. A composite that is added to
+// itself, directly or by a detour, never goes and never comes to an end: that is the caller's fault.
 //
 // However deep composites are nested, destroying them takes the stack of one: a composite that goes while an outer one does leaves
 // its sub-actions to that, and they go next. Running takes the stack of all.
