@@ -551,6 +551,10 @@ TEST(CoordinateSystem, RandomWindowsHaveTheExtentThatTheRulesSay) {
 
 // --- Rows of points ------------------------------------------------------------------------------------------------------------
 
+Point AnyPlaceNear(EdgeValues& values, const CoordinateSystem& system) {
+  return system.worldCentre + Point(values.Between(-1000, 1000), values.Near(values.Grid()), values.Wild());
+}
+
 std::vector<CPoint> OneByOne(const CoordinateSystem& system, const std::vector<Point>& points) {
   std::vector<CPoint> pixels;
   for (const Point& point : points) pixels.push_back(system.WorldToPixel(point));
@@ -570,8 +574,33 @@ TEST(CoordinateSystem, ARowOfPointsIsWhatEachPointIs) {
     EXPECT_EQ(pixels.back(), untouched);
     pixels.pop_back();
     ASSERT_EQ(pixels, OneByOne(both.ours, points)) << round;
-    zelbase::detail::PixelRow(both.ours).PixelsOfPortably(points, pixels.data());
-    ASSERT_EQ(pixels, OneByOne(both.ours, points)) << round;
+  }
+}
+
+using zelbase::detail::PixelRow;
+
+// Those that this processor has.
+std::vector<PixelRow::Way> Ways() {
+  std::vector<PixelRow::Way> ways;
+  for (const PixelRow::Way way : {PixelRow::Way::kSingle, PixelRow::Way::kTwo, PixelRow::Way::kFour}) {
+    if (way <= PixelRow::BestWay()) ways.push_back(way);
+  }
+  return ways;
+}
+
+TEST(CoordinateSystem, EveryWayThroughARowGivesTheSamePixels) {
+  EdgeValues values(85);
+  for (int round = 0; round < 2000; ++round) {
+    const CoordinateSystem system = AnySystem(values).ours;
+    std::vector<Point> points(static_cast<std::size_t>(values.Index(30)));
+    // Mostly what is ordinary: one that is not has all of its neighbours done singly.
+    for (Point& point : points) point = values.Index(20) == 0 ? values.AnyPoint() : AnyPlaceNear(values, system);
+    const std::vector<CPoint> expected = OneByOne(system, points);
+    for (const PixelRow::Way way : Ways()) {
+      std::vector<CPoint> pixels(points.size());
+      PixelRow(system).PixelsOf(points, pixels.data(), way);
+      ASSERT_EQ(pixels, expected) << round << ", " << static_cast<int>(way);
+    }
   }
 }
 
@@ -581,11 +610,12 @@ TEST(CoordinateSystem, ARowMeetsTheEndsOfIntAndWhatIsNoNumber) {
   for (const double x : {2147483646.5, 2147483647.0, 2147483648.0, -2147483648.0, -2147483649.5, kNan, kInfinity, -kInfinity, -0.0}) {
     points.push_back(Point(x, 1 - x, 0));
   }
-  std::vector<CPoint> pixels(points.size());
-  system.WorldToPixel(points, pixels.data());
-  EXPECT_EQ(pixels, OneByOne(system, points));
   const int expected[] = {2147483646, INT_MAX, INT_MAX, INT_MIN, INT_MIN, 0, INT_MAX, INT_MIN, 0};
-  for (std::size_t i = 0; i < points.size(); ++i) EXPECT_EQ(pixels[i], CPoint(expected[i], expected[i])) << i;
+  for (const PixelRow::Way way : Ways()) {
+    std::vector<CPoint> pixels(points.size());
+    PixelRow(system).PixelsOf(points, pixels.data(), way);
+    for (std::size_t i = 0; i < points.size(); ++i) EXPECT_EQ(pixels[i], CPoint(expected[i], expected[i])) << i;
+  }
 }
 
 TEST(CoordinateSystem, AnEmptyRowWritesNothing) {

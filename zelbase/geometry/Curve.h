@@ -9,6 +9,9 @@
 #include "zelbase/geometry/Point.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
+class CDC;
+class CoordinateSystem;
+
 // A plain value. Angles are degrees and bearings seen from the centre: 0 along +y, 90 along +x, clockwise.
 //
 //   const Curve quarter(Point(0, 0, 0), 10, 0, 90);    // clockwise from (0, 10) to (10, 0)
@@ -74,6 +77,12 @@ class ZELBASE_API Curve {
   // radius is 0), and for one that is tiny beside the radius.
   bool GetAsPoints(std::vector<Point>& points, double tolerance) const;
 
+  // Draws in the selected pen what `page` shows of the arc, by chords (Line::DrawLine) that leave it by half a pixel at the most. A
+  // radius below half a pixel draws nothing. Equal angles draw the full circle. A visible piece that would need more than 1 000 000
+  // chords, or has no chord length because the scale is negative or no number, is one chord from end to end.
+  // Null draws nothing.
+  void DrawCurve(CDC* dc, const CoordinateSystem& cs, const Page& page) const;
+
   Point centre;
   double radius = 0;      // metres; the sign is the direction of travel
   double startAngle = 0;  // degrees
@@ -82,6 +91,7 @@ class ZELBASE_API Curve {
  private:
   bool IsEmptyArc() const;
   Point PointOnRing(double radians, double ringRadius) const;
+  void DrawSegment(CDC* dc, const CoordinateSystem& cs, const Page& page, double from, double to) const;
 };
 
 static_assert(sizeof(Curve) == sizeof(Point) + 3 * sizeof(double));

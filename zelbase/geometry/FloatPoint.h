@@ -7,7 +7,9 @@
 #include <type_traits>
 
 #include "zelbase/geometry/Point.h"
+#include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/CPoint.h"
+#include "zelbase/platform/CSize.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 namespace zelbase::detail {
@@ -97,6 +99,12 @@ class ZELBASE_API FloatPoint {
     const float square = dx * dx + dy * dy + dz * dz;
     return squared ? square : std::sqrt(square);
   }
+
+  // Drawing, as Point's.
+  void DrawCross(CDC* dc, const CoordinateSystem& cs, int size) const;
+  void DrawSymbol(CDC* dc, const CoordinateSystem& cs, int size, int kind) const;
+  void DrawPixel(CDC* dc, const CoordinateSystem& cs, COLORREF color) const;
+  void DrawDot(CDC* dc, const CoordinateSystem& cs, int radius, CSize offset, bool outline, int margin) const;
 
   // "FloatPoint: %f, %f, %f", whatever the locale.
   std::string ToString() const;

@@ -2,11 +2,16 @@
 // and curves have in common, Page.h for the rectangle around a line and the part of a line that it shows.
 #pragma once
 
+#include <string>
 #include <type_traits>
 
 #include "zelbase/geometry/Page.h"
 #include "zelbase/geometry/Point.h"
+#include "zelbase/platform/CSize.h"
 #include "zelbase/platform/ZelBaseApi.h"
+
+class CDC;
+class CoordinateSystem;
 
 // A plain value of two points, metres. Where it asks for "the line", it means the endless line through both.
 //
@@ -67,8 +72,27 @@ class ZELBASE_API Line {
   // Without `extend`.
   Line Clip(const Page& page, bool flip, bool& startClipped, bool& endClipped) const;
 
+  // Draws in the selected pen what `page` shows of the line; both are turned into pixels first, and the line is clipped there. The
+  // last pixel is painted, too, and twice in the raster modes 6 and 7, which would otherwise take it away again. Without
+  // a pen that pixel is not painted. Ends that are equal in x, y and z draw nothing; a line of nothing but height is
+  // one pixel. Null draws nothing.
+  void DrawLine(CDC* dc, const CoordinateSystem& cs, const Page& page) const;
+
+  // Writes a text along what `page` shows of the line, in Arial `height` pixels high. It ends at the visible
+  // piece's start, on the line's base. Where it would leave the page there, and the line comes in from outside, it is
+  // moved along the line until it is inside, and lies above the line.
+  //
+  // False, and nothing written, when the ends are equal in x, y and z, nothing is visible or there is no surface. The surface's
+  // font, alignment and background mode are as before.
+  bool AnnotateLine(CDC* dc, const CoordinateSystem& cs, const Page& page, const std::string& text, int height) const;
+
   Point start;
   Point end;
+
+ private:
+  // For a line and a page in pixels: moves the anchor of a text of this size, which runs along the bearing, into the page.
+  // False, the anchor untouched, when the text is wholly inside or the line begins inside.
+  bool PlaceText(Point& anchor, double bearing, const CSize& size, const Page& page) const;
 };
 
 static_assert(sizeof(Line) == 2 * sizeof(Point));

@@ -9,8 +9,11 @@
 
 #include "zelbase/geometry/Point.h"
 #include "zelbase/geometry/detail/AxisBounds.h"
+#include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
+class CDC;
+class CoordinateSystem;
 class Line;
 
 // A plain value of four doubles. A page of the world has its bottom below its top; on a screen y runs down,
@@ -190,6 +193,14 @@ class ZELBASE_API Page {
     zelbase::detail::OrderAxis(left, right);
     zelbase::detail::OrderAxis(top, bottom);
   }
+
+  // Draws in the selected pen what `clip` shows of the four sides (Line::DrawLine): left upwards, top, right downwards, bottom back
+  // to the start. Null draws nothing.
+  void DrawRect(CDC* dc, const CoordinateSystem& cs, const Page& clip) const;
+
+  // Fills with a colour what `clip` leaves of the page (ClipRect), on the pixels that CoordinateSystem gives for a page. The
+  // surface's background colour is as before. Null draws nothing.
+  void DrawSolidRect(CDC* dc, const CoordinateSystem& cs, COLORREF color, const Page& clip) const;
 
   // "%f, %f\n%f, %f" over left, bottom, right and top, whatever the locale; of any length the numbers need.
   std::string ToString() const;

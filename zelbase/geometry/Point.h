@@ -7,9 +7,13 @@
 #include <string>
 #include <type_traits>
 
+#include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/CPoint.h"
+#include "zelbase/platform/CSize.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
+class CDC;
+class CoordinateSystem;
 class FloatPoint;
 
 // A plain value of three doubles: x east, y north, z height, in metres. It owns nothing, may be copied byte
@@ -73,6 +77,25 @@ class ZELBASE_API Point {
     const double square = dx * dx + dy * dy + dz * dz;
     return squared ? square : std::sqrt(square);
   }
+
+  // Drawing, around the pixel that CoordinateSystem::WorldToPixel gives. What ends beyond int ends at the nearest int; a null
+  // surface is not drawn on.
+
+  // An upright cross in the selected pen, with arms of `size` pixels at 96 dots to an inch. A pen of odd width gets
+  // its far ends one pixel further out. On a turned map the cross is turned, its arms are one pixel longer and
+  // truncated, and the pen's width does not count.
+  void DrawCross(CDC* dc, const CoordinateSystem& cs, int size) const;
+
+  // Kind 0 is the upright cross, 1 the diagonal one, 2 both; any other is nothing. The diagonal's arms are the
+  // corners of the square, and are longer by that.
+  void DrawSymbol(CDC* dc, const CoordinateSystem& cs, int size, int kind) const;
+
+  // One pixel, if the pixel window holds it, all edges included.
+  void DrawPixel(CDC* dc, const CoordinateSystem& cs, COLORREF color) const;
+
+  // A dot, `offset` pixels away, in the colour of the selected pen (black without one). Below a radius of 1 it is one
+  // pixel. With `outline` it is the square around the dot and `margin` more pixels, in the pen and not filled.
+  void DrawDot(CDC* dc, const CoordinateSystem& cs, int radius, CSize offset, bool outline, int margin) const;
 
   // "point: %f, %f, %f", whatever the locale; of any length the numbers need.
   std::string ToString() const;

@@ -67,7 +67,7 @@ class ZELBASE_API CDC : public CObject {
   virtual int GetROP2() const = 0;
 
   // Select a thing for its kind, by its handle or by the number of one that every surface has; give what was selected of this
-  // kind before.
+  // kind before. A null handle selects nothing.
   virtual HGDIOBJ SelectObject(HGDIOBJ object) = 0;
   virtual HGDIOBJ SelectStockObject(int index) = 0;
 

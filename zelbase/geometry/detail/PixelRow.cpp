@@ -1,5 +1,6 @@
 #include "zelbase/geometry/detail/PixelRow.h"
 
+#include <cstddef>
 #include <limits>
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -11,76 +12,163 @@
 
 namespace zelbase::detail {
 
-static_assert(sizeof(CPoint) == 2 * sizeof(int));
+namespace {
 
-void PixelRow::PixelsOfPortably(std::span<const Point> points, CPoint* pixels) const {
-  for (const Point& point : points) *pixels++ = m_system.WorldToPixel(point);
+void PixelsBySingle(const CoordinateSystem& system, std::span<const Point> points, CPoint* pixels) {
+  for (const Point& point : points) *pixels++ = system.WorldToPixel(point);
 }
+
+}  // namespace
 
 #if ZELBASE_PIXEL_VECTORS
 
 namespace {
 
-// A vector holds x and y of two points.
-__attribute__((target("avx2"), always_inline)) inline __m256d BothOf(const Point& value) {
-  return _mm256_setr_pd(value.x, value.y, value.x, value.y);
+static_assert(sizeof(CPoint) == 2 * sizeof(int) && sizeof(Point) == 3 * sizeof(double));
+
+// What a vector's conversion gives for what is no number or beyond int. Four points with one such are done singly.
+constexpr int kNotConverted = std::numeric_limits<int>::min();
+
+constexpr std::size_t kAtOnce = 4;
+
+__attribute__((target("avx2"), always_inline)) inline __m256d TwoOf(double x, double y) { return _mm256_setr_pd(x, y, x, y); }
+__attribute__((target("avx2"), always_inline)) inline __m256d TwoOf(const Point& value) { return TwoOf(value.x, value.y); }
+
+__attribute__((target("avx512f,avx512vl"), always_inline)) inline __m512d FourOf(double x, double y) {
+  return _mm512_setr_pd(x, y, x, y, x, y, x, y);
+}
+__attribute__((target("avx512f,avx512vl"), always_inline)) inline __m512d FourOf(const Point& value) {
+  return FourOf(value.x, value.y);
 }
 
-__attribute__((target("avx2"), always_inline)) inline __m256d PlacesOf(const Point* points) {
-  return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(&points[0].x)), _mm_loadu_pd(&points[1].x), 1);
-}
-
-// ToPixel: what is no number becomes 0, what is beyond int its nearest. Whole numbers keep their value.
-__attribute__((target("avx2"), always_inline)) inline __m128i WholeOf(__m256d places) {
-  const __m256d lowest = _mm256_set1_pd(std::numeric_limits<int>::min());
-  const __m256d highest = _mm256_set1_pd(std::numeric_limits<int>::max());
-  const __m256d numbers = _mm256_and_pd(places, _mm256_cmp_pd(places, places, _CMP_ORD_Q));
-  return _mm256_cvttpd_epi32(_mm256_min_pd(_mm256_max_pd(numbers, lowest), highest));
-}
-
-// CoordinateSystem::WorldToPixel, operation by operation, for two points at a time. Gives how many points it did.
+// CoordinateSystem::WorldToPixel, operation by operation: x and y of two points in a vector.
 template <bool kTurned>
-__attribute__((target("avx2"))) std::size_t PixelsByVectors(const CoordinateSystem& system, std::span<const Point> points,
-                                                           CPoint* pixels) {
-  const __m256d worldCentre = BothOf(system.worldCentre);
-  const __m256d pixelCentre = BothOf(system.pixelCentre);
-  const __m256d scale = BothOf(system.scale);
-  const __m256d cosine = _mm256_set1_pd(system.cosSkew);
-  const __m256d sine = BothOf(Point(system.sinSkew, -system.sinSkew, 0));
-  std::size_t done = 0;
-  for (; done + 2 <= points.size(); done += 2) {
-    __m256d place = _mm256_sub_pd(PlacesOf(points.data() + done), worldCentre);
+class TwoPlaces {
+ public:
+  __attribute__((target("avx2"), always_inline)) inline explicit TwoPlaces(const CoordinateSystem& system)
+      : m_worldCentre(TwoOf(system.worldCentre)),
+        m_pixelCentre(TwoOf(system.pixelCentre)),
+        m_scale(TwoOf(system.scale)),
+        m_cosine(TwoOf(system.cosSkew, system.cosSkew)),
+        m_sine(TwoOf(system.sinSkew, -system.sinSkew)) {}
+
+  __attribute__((target("avx2"), always_inline)) inline __m128i PixelsOf(const Point* points) const {
+    const __m256d first = _mm256_castpd128_pd256(_mm_loadu_pd(&points[0].x));
+    __m256d place = _mm256_sub_pd(_mm256_insertf128_pd(first, _mm_loadu_pd(&points[1].x), 1), m_worldCentre);
     if constexpr (kTurned) {
       const __m256d swapped = _mm256_permute_pd(place, 0b0101);
-      place = _mm256_add_pd(_mm256_mul_pd(place, cosine), _mm256_mul_pd(swapped, sine));
+      place = _mm256_add_pd(_mm256_mul_pd(place, m_cosine), _mm256_mul_pd(swapped, m_sine));
     }
-    place = _mm256_floor_pd(_mm256_add_pd(_mm256_mul_pd(place, scale), pixelCentre));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + done), WholeOf(place));
+    return _mm256_cvttpd_epi32(_mm256_floor_pd(_mm256_add_pd(_mm256_mul_pd(place, m_scale), m_pixelCentre)));
+  }
+
+ private:
+  __m256d m_worldCentre;
+  __m256d m_pixelCentre;
+  __m256d m_scale;
+  __m256d m_cosine;
+  __m256d m_sine;
+};
+
+// The same of four points.
+template <bool kTurned>
+class FourPlaces {
+ public:
+  __attribute__((target("avx512f,avx512vl"), always_inline)) inline explicit FourPlaces(const CoordinateSystem& system)
+      : m_worldCentre(FourOf(system.worldCentre)),
+        m_pixelCentre(FourOf(system.pixelCentre)),
+        m_scale(FourOf(system.scale)),
+        m_cosine(FourOf(system.cosSkew, system.cosSkew)),
+        m_sine(FourOf(system.sinSkew, -system.sinSkew)) {}
+
+  __attribute__((target("avx512f,avx512vl"), always_inline)) inline __m256i PixelsOf(const Point* points) const {
+    const __m512i withoutHeights = _mm512_setr_epi64(0, 1, 3, 4, 6, 7, 8 + 5, 8 + 6);
+    const __m512d low = _mm512_loadu_pd(&points[0].x);   // up to y of the third
+    const __m512d high = _mm512_loadu_pd(&points[1].y);  // up to z of the fourth
+    __m512d place = _mm512_sub_pd(_mm512_permutex2var_pd(low, withoutHeights, high), m_worldCentre);
+    if constexpr (kTurned) {
+      const __m512d swapped = _mm512_shuffle_pd(place, place, 0b01010101);
+      place = _mm512_add_pd(_mm512_mul_pd(place, m_cosine), _mm512_mul_pd(swapped, m_sine));
+    }
+    constexpr __mmask8 kAll = 0xFF;
+    return _mm512_maskz_cvt_roundpd_epi32(kAll, _mm512_add_pd(_mm512_mul_pd(place, m_scale), m_pixelCentre),
+                                          _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
+  }
+
+ private:
+  __m512d m_worldCentre;
+  __m512d m_pixelCentre;
+  __m512d m_scale;
+  __m512d m_cosine;
+  __m512d m_sine;
+};
+
+// Both give how many points they did.
+template <bool kTurned>
+__attribute__((target("avx2"))) std::size_t PixelsByTwo(const CoordinateSystem& system, std::span<const Point> points,
+                                                        CPoint* pixels) {
+  const TwoPlaces<kTurned> places(system);
+  const __m128i notConverted = _mm_set1_epi32(kNotConverted);
+  std::size_t done = 0;
+  for (; done + kAtOnce <= points.size(); done += kAtOnce) {
+    const __m128i low = places.PixelsOf(points.data() + done);
+    const __m128i high = places.PixelsOf(points.data() + done + 2);
+    const __m128i failed = _mm_or_si128(_mm_cmpeq_epi32(low, notConverted), _mm_cmpeq_epi32(high, notConverted));
+    if (_mm_movemask_epi8(failed) != 0) {
+      PixelsBySingle(system, points.subspan(done, kAtOnce), pixels + done);
+      continue;
+    }
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + done), low);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels + done + 2), high);
   }
   return done;
 }
 
-}  // namespace
-
-bool PixelRow::HasVectors() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("avx2") != 0;
+template <bool kTurned>
+__attribute__((target("avx512f,avx512vl"))) std::size_t PixelsByFour(const CoordinateSystem& system,
+                                                                     std::span<const Point> points, CPoint* pixels) {
+  const FourPlaces<kTurned> places(system);
+  const __m256i notConverted = _mm256_set1_epi32(kNotConverted);
+  std::size_t done = 0;
+  for (; done + kAtOnce <= points.size(); done += kAtOnce) {
+    const __m256i four = places.PixelsOf(points.data() + done);
+    if (_mm256_cmpeq_epi32_mask(four, notConverted) != 0) {
+      PixelsBySingle(system, points.subspan(done, kAtOnce), pixels + done);
+      continue;
+    }
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(pixels + done), four);
+  }
+  return done;
 }
 
-void PixelRow::PixelsOf(std::span<const Point> points, CPoint* pixels) const {
+template <bool kTurned>
+std::size_t PixelsByVectors(const CoordinateSystem& system, std::span<const Point> points, CPoint* pixels, PixelRow::Way way) {
+  if (way == PixelRow::Way::kFour) return PixelsByFour<kTurned>(system, points, pixels);
+  return PixelsByTwo<kTurned>(system, points, pixels);
+}
+
+}  // namespace
+
+PixelRow::Way PixelRow::BestWay() {
+  __builtin_cpu_init();
+  if (__builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0) return Way::kFour;
+  return __builtin_cpu_supports("avx2") != 0 ? Way::kTwo : Way::kSingle;
+}
+
+void PixelRow::PixelsOf(std::span<const Point> points, CPoint* pixels, Way way) const {
   std::size_t done = 0;
-  if (HasVectors()) {
-    const bool turned = m_system.rotationMode == ROTATIONMODE_SKEW;
-    done = turned ? PixelsByVectors<true>(m_system, points, pixels) : PixelsByVectors<false>(m_system, points, pixels);
+  if (way != Way::kSingle) {
+    const bool isTurned = m_system.GetRotationMode() == ROTATIONMODE_SKEW;
+    done = isTurned ? PixelsByVectors<true>(m_system, points, pixels, way) : PixelsByVectors<false>(m_system, points, pixels, way);
   }
-  PixelsOfPortably(points.subspan(done), pixels + done);
+  PixelsBySingle(m_system, points.subspan(done), pixels + done);
 }
 
 #else
 
-bool PixelRow::HasVectors() { return false; }
+PixelRow::Way PixelRow::BestWay() { return Way::kSingle; }
 
-void PixelRow::PixelsOf(std::span<const Point> points, CPoint* pixels) const { PixelsOfPortably(points, pixels); }
+void PixelRow::PixelsOf(std::span<const Point> points, CPoint* pixels, Way) const { PixelsBySingle(m_system, points, pixels); }
 
 #endif
 
