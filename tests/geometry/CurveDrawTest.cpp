@@ -217,10 +217,7 @@ TEST(CurveDraw, HostileNumbersEnd) {
   EdgeValues values(96);
   ChordCounter surface;
   for (int round = 0; round < 500; ++round) {
-    CoordinateSystem system = AnySystem(values).ours;
-    system.SetSkew(values.Wild());
-    if (values.Flag()) system.SetPixelWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
-    if (values.Flag()) system.SetWorldWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
+    CoordinateSystem system = values.Flag() ? WildSystem(values) : AnySystem(values).ours;
     if (values.Flag()) system.scale.x = values.Wild();
     Curve curve(Point(values.Wild(), values.Wild(), 0), values.Wild(), values.Wild(), values.Wild());
     if (values.Flag()) curve.centre = system.worldCentre;

@@ -277,10 +277,7 @@ TEST(LineDraw, RandomLinesAreDrawnAsTheRulesSay) {
 TEST(LineDraw, HostileNumbersEnd) {
   EdgeValues values(94);
   for (int round = 0; round < 5000; ++round) {
-    CoordinateSystem system = AnySystem(values).ours;
-    system.SetSkew(values.Wild());
-    system.SetPixelWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
-    system.SetWorldWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
+    const CoordinateSystem system = WildSystem(values);
     RecordingSurface surface;
     surface.letter = CSize(values.Flag() ? INT_MAX : INT_MIN, values.Flag() ? INT_MAX : 0);
     const Line line(Point(values.Wild(), values.Wild(), values.Wild()), Point(values.Wild(), values.Wild(), values.Wild()));

@@ -282,10 +282,7 @@ TEST(PointDraw, HostileNumbersDrawSomethingAndEnd) {
   EdgeValues values(92);
   const int sizes[] = {0, 1, -1, INT_MAX, INT_MIN, 96};
   for (int round = 0; round < 5000; ++round) {
-    CoordinateSystem system = AnySystem(values).ours;
-    system.SetSkew(values.Wild());
-    system.SetPixelWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
-    system.SetWorldWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
+    const CoordinateSystem system = WildSystem(values);
     RecordingSurface surface;
     surface.SetPen(sizes[values.Index(6)], 1);
     surface.dotsPerInch = sizes[values.Index(6)];

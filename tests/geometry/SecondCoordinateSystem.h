@@ -163,3 +163,12 @@ inline TwoSystems AnySystem(EdgeValues& values) {
   both.SetWorld(Page(x, y, x + values.Between(10, 500), y + values.Between(10, 500)));
   return both;
 }
+
+// A system of numbers that ought not to be given.
+inline CoordinateSystem WildSystem(EdgeValues& values) {
+  CoordinateSystem system = AnySystem(values).ours;
+  system.SetSkew(values.Wild());
+  system.SetPixelWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
+  system.SetWorldWindow(Page(values.Wild(), values.Wild(), values.Wild(), values.Wild()));
+  return system;
+}

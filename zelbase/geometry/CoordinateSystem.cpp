@@ -211,6 +211,7 @@ bool CoordinateSystem::SetWorldWindowFromCoordinateSystem(const CoordinateSystem
 }
 
 bool CoordinateSystem::SetWorldWindowFromPoint(const Point& point, const CoordinateSystem& other) {
+  // Kept: taken before the window is known to have a size; a refused window leaves it taken.
   scale = other.scale;
   Point half(pixelWindow.Width() / scale.x * 0.5, pixelWindow.Height() / scale.y * 0.5, 0);
   RotatePtoW(half.x, half.y);

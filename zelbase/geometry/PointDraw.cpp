@@ -57,6 +57,7 @@ class CrossPainter {
   }
 
   void DrawStrokes(const WidePixel& arm, int odd) {
+    // Kept: the odd pixel goes to one axis of each stroke, of the diagonal ones too.
     MoveTo(m_at.x - arm.x, m_at.y - arm.y);
     LineTo(m_at.x + arm.x + odd, m_at.y + arm.y);
     MoveTo(m_at.x + arm.y, m_at.y - arm.x);
@@ -107,6 +108,7 @@ void Point::DrawPixel(CDC* dc, const CoordinateSystem& cs, COLORREF color) const
   if (dc == nullptr) return;
   Point pixel;
   cs.WorldToPixel(*this, &pixel);
+  // Kept: the window's far edges are inside, which is one pixel beyond its last; the surface leaves it out.
   if (cs.GetPixelWindow().IsPointInPage(pixel)) dc->SetPixel(ToPixel(pixel.x), ToPixel(pixel.y), color);
 }
 
