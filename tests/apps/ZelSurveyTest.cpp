@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
-#include <functional>
+#include <limits>
 #include <map>
 
 #include "tests/apps/ZelFixture.h"
@@ -234,6 +234,15 @@ TEST_F(ZelSurvey, WithoutATideFileInTheSettingsSoundingsAreTakenAsReduced) {
   EXPECT_EQ(At("extents", "lowest"), "-12.0000");
 }
 
+TEST_F(ZelSurvey, TidesThatAreNoneAreNotTaken) {
+  const double inf = std::numeric_limits<double>::infinity();
+  Folder folder = SmallSurvey();
+  folder["t.tid"] = TideRecord(-inf, 1.0) + TideRecord(kBegin, 1.0) + TideRecord(kBegin + 300000.0, 1e300) + TideRecord(kBegin + 600000.0, std::nan("")) + TideRecord(inf, 2.0);
+  Survey(folder);
+  EXPECT_EQ(At("soundings", "used"), "2") << "those at the very time of the one good value";
+  EXPECT_EQ(At("tide", "first"), "2026-05-12 00:00:00");
+}
+
 // ---- pings ----
 
 // The sonar heads east at (2, 4): forward is +x, starboard -y.
@@ -314,6 +323,15 @@ TEST_F(ZelSurvey, DepthsAreShownInTheChosenUnit) {
   folder["survey.ini"] += "[Units]\nDepth = Furlong\n";
   EXPECT_EQ(Survey(folder).exitCode, 1);
   EXPECT_TRUE(Holds(m_text, "the catalogue has no usable unit \"Furlong\" for \"Depth\"")) << m_text;
+}
+
+TEST_F(ZelSurvey, TextsMayBeWindows1252OrUtf8) {
+  const std::string soundings = "1 1 -10\n";
+  Survey({{"survey.ini", "[Survey]\nTitle = M\xFCnde\n[Soundings]\nFile = s.xyz\n"}, {"s.xyz", soundings}});
+  EXPECT_TRUE(m_text.starts_with("M\xC3\xBCnde\n-----\n")) << m_text;
+  EXPECT_EQ(m_report.HasAttribute("title"), true);
+  Survey({{"survey.ini", "[Survey]\nTitle = M\xC3\xBCnde\n[Soundings]\nFile = s.xyz\n"}, {"s.xyz", soundings}});
+  EXPECT_TRUE(m_text.starts_with("M\xC3\xBCnde\n-----\n")) << m_text;
 }
 
 // A published example of the projection of Great Britain does not serve WGS 84; on the central meridian the northing is the arc of the
@@ -418,6 +436,21 @@ TEST_F(ZelSurvey, ADesignLineOfOnePointIsNone) {
   EXPECT_TRUE(Holds(m_text, "the design line has fewer than two points")) << m_text;
   EXPECT_EQ(m_report.Find("volumes", 0), nullptr);
   EXPECT_EQ(At("soundings", "used"), "4");
+}
+
+// A line to and fro between the shores, thousands of times: neither the over-depth line nor the surface takes long.
+TEST_F(ZelSurvey, ADesignLineOfThousandsOfCorners) {
+  Folder folder = SmallSurvey();
+  std::string line, soundings;
+  for (int i = 0; i < 20000; ++i) line += std::to_string(i * 0.01) + " " + std::to_string(i % 2 * 500) + " " + std::to_string(i * 7919 % 40 - 60) + "\n";
+  for (int i = 0; i < 2000; ++i) soundings += std::to_string(i * 0.02) + " " + std::to_string(i * 31 % 500) + " -10 1778544000000\n";
+  folder["design.txt"] = line;
+  folder["s.xyz"] = soundings;
+  folder["survey.ini"] += "[Design]\nOver-depth = -50\nOver-depth is vertical = no\nWidth = 1000\n[Area]\nWork area = none.txt\n";
+  EXPECT_EQ(Survey(folder).exitCode, 1);
+  EXPECT_TRUE(Holds(m_text, "the first 5000 are used")) << m_text;
+  EXPECT_EQ(At("soundings", "used"), "2000");
+  EXPECT_NE(At("volumes", "cells"), "0");
 }
 
 TEST_F(ZelSurvey, AMillionErrorsAreCountedAndAFewKept) {

@@ -23,7 +23,7 @@ struct DesignPlace {
 class DesignSurface {
  public:
   // Points beyond which no surface is made of a line.
-  static constexpr std::size_t kMostPoints = 10000;
+  static constexpr std::size_t kMostPoints = 5000;
 
   // `reach`: places up to this far from the line are found, also where the design does not reach.
   DesignSurface(const SurveyDesign& design, double reach);
@@ -37,7 +37,7 @@ class DesignSurface {
   // Around all places that can be found.
   const Page& Bounds() const { return m_page; }
 
-  // Whether the line goes on without a gap between two segments.
+  // Whether the design reaches a place that was found.
   bool Applies(const DesignPlace& place) const { return place.offset <= HalfWidth(); }
 
  private:

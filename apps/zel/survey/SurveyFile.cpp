@@ -24,6 +24,7 @@ namespace {
 
 constexpr double kMinute = 60000.0;             // milliseconds
 constexpr double kHeadingHolds = kMinute;       // a ping's heading is the vessel's for that long
+constexpr double kMostOverDepth = 50.0;           // metres, to either side
 constexpr double kLargestVessel = 1000.0;       // metres from its origin, of an outline
 constexpr long long kMostBytes = std::numeric_limits<long long>::max();
 
@@ -156,7 +157,7 @@ void Reader::ReadDesignLine() {
   design.width = m_settings.Number(section, "Width", 50.0, 0.1, 100000.0);
   design.slope = m_settings.Number(section, "Slope", 0.0, 0.0, 1000.0);
   design.slopeWidth = m_settings.Number(section, "Slope width", 0.0, 0.0, 100000.0);
-  const double offset = m_settings.Number(section, "Over-depth", 0.0, -1000.0, 1000.0);
+  const double offset = m_settings.Number(section, "Over-depth", 0.0, -kMostOverDepth, kMostOverDepth);
   const bool vertical = m_settings.Flag(section, "Over-depth is vertical", false);
   const std::string path = m_settings.File(section, "Line");
   if (!path.empty()) ReadDesign(path, offset, vertical, design);

@@ -33,6 +33,7 @@ bool SurveyTideSeries::Open(const std::string& path, double longestStep, SurveyT
 void SurveyTideSeries::NoteSeries(SurveyTide& tide) {
   double time = 0.0, height = 0.0, former = 0.0;
   for (bool more = m_file.GetFirstTideValue(time, height); more; more = m_file.GetNextTideValue(time, height)) {
+    if (!std::isfinite(time)) continue;
     const bool gap = tide.values > 0 && time - former > m_longestStep;
     if (tide.values++ == 0) tide.first = time;
     if (gap && tide.gaps.size() < kMostGaps) tide.gaps.push_back({former, time});
