@@ -42,16 +42,9 @@ bool PointFile::Read(const std::string& path, LineFaults& faults) {
 
 bool PointFile::Open(const std::string& path, std::string& reason) {
   LineFaults faults;
-  if (!Read(path, faults)) {
-    reason = "cannot open \"" + path + "\"";
-  } else if (faults.count > 0) {
-    reason = path + ":" + std::to_string(faults.kept.front().line) + ": " + faults.kept.front().text;
-  } else if (runs.empty()) {
-    reason = "\"" + path + "\" has no points";
-  } else {
-    return true;
-  }
-  return false;
+  const bool opened = Read(path, faults);
+  reason = faults.Refusal(path, opened, runs.empty(), "points");
+  return reason.empty();
 }
 
 }  // namespace zel

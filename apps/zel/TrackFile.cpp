@@ -31,16 +31,9 @@ bool TrackFile::Read(const std::string& path, LineFaults& faults) {
 
 bool TrackFile::Open(const std::string& path, std::string& reason) {
   LineFaults faults;
-  if (!Read(path, faults)) {
-    reason = "cannot open \"" + path + "\"";
-  } else if (faults.count > 0) {
-    reason = path + ":" + std::to_string(faults.kept.front().line) + ": " + faults.kept.front().text;
-  } else if (observations.empty()) {
-    reason = "\"" + path + "\" has no observations";
-  } else {
-    return true;
-  }
-  return false;
+  const bool opened = Read(path, faults);
+  reason = faults.Refusal(path, opened, observations.empty(), "observations");
+  return reason.empty();
 }
 
 bool TrackFile::ReadLine(std::string_view line, long long number) {

@@ -30,9 +30,11 @@ using Folder = std::map<std::string, std::string>;
 Folder SmallSurvey() {
   return {
       {"survey.ini",
-       "[Survey]\nTitle = Small\nClient = Nobody\nVessel = Punt\nDate = today\nDatum = LAT\n[Soundings]\nFile = s.xyz\n[Tide]\nFile = t.tid\n"
+       "[Survey]\nTitle = Small\nClient = Nobody\nVessel = Punt\nDate = today\nDatum = LAT\n[Soundings]\nFile = s.xyz\n[Tide]\nFile = "
+       "t.tid\n"
        "[Area]\nWork area = area.txt\nLand = land.txt\n[Colours]\nDepth = depth.col\nDifference = diff.col\n"
-       "[Design]\nLine = design.txt\nWidth = 20\nOver-depth = -0.3\nOver-depth is vertical = yes\n[Section]\nStep = 4\nCorridor = 1.5\n[Volumes]\nCell = 2\n"
+       "[Design]\nLine = design.txt\nWidth = 20\nOver-depth = -0.3\nOver-depth is vertical = yes\n[Section]\nStep = 4\nCorridor = "
+       "1.5\n[Volumes]\nCell = 2\n"
        "[Track]\nFile = track.txt\nTime origin = 2026-05-12 06:00\nGate = 20\n[Vessel]\nContour = v.con\n"},
       {"s.xyz",
        "1 1 -10 1778544000000\n3 1 -10 1778544300000\n1 3 -12 1778544600000\n3 3 -11 1778544000000\n"
@@ -168,7 +170,8 @@ TEST_F(ZelSurvey, TheLongSectionTakesTheSoundingsNearTheLine) {
     XmlElement::GetAttribute(section->Find("row", row), name, value);
     return value;
   };
-  EXPECT_EQ(at(0, "chainage") + " " + at(1, "chainage") + " " + at(2, "chainage") + " " + at(3, "chainage"), "0.0000 4.0000 8.0000 10.0000");
+  EXPECT_EQ(at(0, "chainage") + " " + at(1, "chainage") + " " + at(2, "chainage") + " " + at(3, "chainage"),
+            "0.0000 4.0000 8.0000 10.0000");
   EXPECT_EQ(at(0, "bottom"), "-9.5000") << "mean of -9 and -10";
   EXPECT_EQ(at(0, "shoalest"), "-9.0000");
   EXPECT_EQ(at(0, "difference"), "0.0000");
@@ -237,7 +240,8 @@ TEST_F(ZelSurvey, WithoutATideFileInTheSettingsSoundingsAreTakenAsReduced) {
 TEST_F(ZelSurvey, TidesThatAreNoneAreNotTaken) {
   const double inf = std::numeric_limits<double>::infinity();
   Folder folder = SmallSurvey();
-  folder["t.tid"] = TideRecord(-inf, 1.0) + TideRecord(kBegin, 1.0) + TideRecord(kBegin + 300000.0, 1e300) + TideRecord(kBegin + 600000.0, std::nan("")) + TideRecord(inf, 2.0);
+  folder["t.tid"] = TideRecord(-inf, 1.0) + TideRecord(kBegin, 1.0) + TideRecord(kBegin + 300000.0, 1e300) +
+                    TideRecord(kBegin + 600000.0, std::nan("")) + TideRecord(inf, 2.0);
   Survey(folder);
   EXPECT_EQ(At("soundings", "used"), "2") << "those at the very time of the one good value";
   EXPECT_EQ(At("tide", "first"), "2026-05-12 00:00:00");
@@ -251,7 +255,8 @@ TEST_F(ZelSurvey, RejectedBeamsAreLeftOut) {
   folder["s.xyz"] = "1 1 -10 1778544000000\n";
   folder["survey.ini"] += "[Soundings]\nPings = p.txt\n";
   folder["p.txt"] =
-      "# two pings\nping 2026-05-12T00:00:00Z 2 4 90\nbeam 3 1 8\nbeam 0 0 8 255\nbeam 0 0 1 256\nbeam 0 0 1 MAN+DEP\nbeam 0 0 1 0x400\n"
+      "# two pings\nping 2026-05-12T00:00:00Z 2 4 90\nbeam 3 1 8\nbeam 0 0 8 255\nbeam 0 0 1 256\nbeam 0 0 1 MAN+DEP\nbeam 0 0 1 "
+      "0x400\n"
       "beam 0 0 1 0 0\nbeam 0 0 8 IGN\n\nping 1778544000000 2 4 90 65536\nbeam 0 0 1\nbeam 0 0 1\n";
   const ProgramResult result = Survey(folder);
   EXPECT_EQ(result.exitCode, 0) << result.errors;
@@ -268,7 +273,9 @@ TEST_F(ZelSurvey, RejectedBeamsAreLeftOut) {
 TEST_F(ZelSurvey, LinesOfPingsThatDoNotReadAreTold) {
   Folder folder = SmallSurvey();
   folder["survey.ini"] += "[Soundings]\nPings = p.txt\n";
-  folder["p.txt"] = "beam 0 0 8\nping 0 0 0 0\nping noon 1 1 0\nping 1778544000000 2 4 90\nbeam 0 0\nbeam 0 0 8 XYZ\nbeam 0 0 8 0 1 1\nbeam nan 0 8\nbeam 0 0 8\n";
+  folder["p.txt"] =
+      "beam 0 0 8\nping 0 0 0 0\nping noon 1 1 0\nping 1778544000000 2 4 90\nbeam 0 0\nbeam 0 0 8 XYZ\nbeam 0 0 8 0 1 1\nbeam nan 0 "
+      "8\nbeam 0 0 8\n";
   EXPECT_EQ(Survey(folder).exitCode, 1);
   EXPECT_EQ(At("soundings", "beams"), "1");
   EXPECT_EQ(At("soundings", "broken"), "7");
@@ -316,8 +323,8 @@ TEST_F(ZelSurvey, DepthsAreShownInTheChosenUnit) {
   folder["survey.ini"] += "[Units]\nCatalogue = units.uni\nDepth = Foot\nVolume = CubicYard\n";
   folder["units.uni"] = "[Depth Units]\nFoot = 0.3048, ft, International foot\n[Volume Units]\nCubicYard = 0.9144, yd3, Cubic yard\n";
   Survey(folder);
-  EXPECT_TRUE(Holds(OneBlank(m_text), "least 27.89 ft\n")) << m_text;                 // 8.5 / 0.3048
-  EXPECT_TRUE(Holds(OneBlank(m_text), "still to be dredged 7.8 yd3\n")) << m_text;    // 6 / 0.9144^3
+  EXPECT_TRUE(Holds(OneBlank(m_text), "least 27.89 ft\n")) << m_text;               // 8.5 / 0.3048
+  EXPECT_TRUE(Holds(OneBlank(m_text), "still to be dredged 7.8 yd3\n")) << m_text;  // 6 / 0.9144^3
   EXPECT_TRUE(Holds(m_text, "International foot (ft)"));
   EXPECT_NEAR(Value("statistics", "least"), 8.5, 1e-4) << "metres for programs";
   folder["survey.ini"] += "[Units]\nDepth = Furlong\n";
@@ -338,12 +345,19 @@ TEST_F(ZelSurvey, TextsMayBeWindows1252OrUtf8) {
 // meridian, which from the equator to a pole is 10001965.729 metres, and symmetric places have symmetric longitudes.
 TEST_F(ZelSurvey, CoordinatesInGeographicForm) {
   const std::string settings =
-      "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nLatitude of origin = 0\nCentral meridian = 9\nScale factor = 1\n"
+      "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nLatitude of origin = 0\nCentral meridian = 9\nScale "
+      "factor = 1\n"
       "False easting = 0\nFalse northing = 0\n";
   // To the parallel of 45 degrees the arc is 4984944.378 metres.
   Survey({{"survey.ini", settings}, {"s.xyz", "0 0 -1\n0 4984944.378 -1\n"}});
-  EXPECT_TRUE(Holds(m_text, "000.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
-  EXPECT_TRUE(Holds(m_text, "045.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
+  EXPECT_TRUE(Holds(m_text,
+                    "000.000000\xC2\xB0N  009.000000\xC2\xB0"
+                    "E"))
+      << m_text;
+  EXPECT_TRUE(Holds(m_text,
+                    "045.000000\xC2\xB0N  009.000000\xC2\xB0"
+                    "E"))
+      << m_text;
   EXPECT_EQ(Survey({{"survey.ini", "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = minutes\n"}, {"s.xyz", "0 0 -1\n"}}).exitCode, 1);
   EXPECT_TRUE(Holds(m_text, "without a \"Central meridian\" there are no geographic coordinates")) << m_text;
 }
@@ -381,7 +395,8 @@ TEST_F(ZelSurvey, EachPieceMayBeEmptyOrAFolderOrNonsense) {
   std::string noise;
   for (int i = 0; i < 5000; ++i) noise += static_cast<char>(i * 7919 % 251);
   for (const auto& [name, text] : whole) {
-    for (const std::string& content : {std::string(), noise, std::string("\n\n[\n"), std::string("nan nan nan nan\n1e999 -1e999 inf 0\n1e300 1e300 1e300\n")}) {
+    for (const std::string& content :
+         {std::string(), noise, std::string("\n\n[\n"), std::string("nan nan nan nan\n1e999 -1e999 inf 0\n1e300 1e300 1e300\n")}) {
       Folder folder = whole;
       folder[name] = content;
       const ProgramResult result = Survey(folder);
@@ -400,12 +415,15 @@ TEST_F(ZelSurvey, EachPieceMayBeEmptyOrAFolderOrNonsense) {
 
 TEST_F(ZelSurvey, HostileSettingsAreToldAndTheDefaultsHold) {
   const Folder whole = SmallSurvey();
-  for (const char* const value : {"nan", "inf", "-1e308", "1e308", "0", "-5", "12 apples", "\xFF\xFE", "../../../../etc/passwd", "%s%n%d", "   "}) {
+  for (const char* const value :
+       {"nan", "inf", "-1e308", "1e308", "0", "-5", "12 apples", "\xFF\xFE", "../../../../etc/passwd", "%s%n%d", "   "}) {
     Folder folder = whole;
     std::string& settings = folder["survey.ini"];
-    for (const char* const item : {"Design]\nWidth", "Design]\nSlope", "Design]\nSlope width", "Design]\nOver-depth", "Section]\nStep", "Section]\nCorridor", "Volumes]\nCell",
-                                   "Tide]\nLongest step", "Track]\nGate", "Track]\nGap", "Track]\nDynamics", "Track]\nTime origin", "Map]\nRotation",
-                                   "Coordinates]\nForm", "Coordinates]\nDecimals", "Units]\nDepth decimals", "Vessel]\nHeading", "Coordinates]\nCentral meridian"}) {
+    for (const char* const item :
+         {"Design]\nWidth", "Design]\nSlope", "Design]\nSlope width", "Design]\nOver-depth", "Section]\nStep", "Section]\nCorridor",
+          "Volumes]\nCell", "Tide]\nLongest step", "Track]\nGate", "Track]\nGap", "Track]\nDynamics", "Track]\nTime origin",
+          "Map]\nRotation", "Coordinates]\nForm", "Coordinates]\nDecimals", "Units]\nDepth decimals", "Vessel]\nHeading",
+          "Coordinates]\nCentral meridian"}) {
       settings += std::string("[") + item + " = " + value + "\n";
     }
     const ProgramResult result = Survey(folder);
@@ -442,7 +460,8 @@ TEST_F(ZelSurvey, ADesignLineOfOnePointIsNone) {
 TEST_F(ZelSurvey, ADesignLineOfThousandsOfCorners) {
   Folder folder = SmallSurvey();
   std::string line, soundings;
-  for (int i = 0; i < 20000; ++i) line += std::to_string(i * 0.01) + " " + std::to_string(i % 2 * 500) + " " + std::to_string(i * 7919 % 40 - 60) + "\n";
+  for (int i = 0; i < 20000; ++i)
+    line += std::to_string(i * 0.01) + " " + std::to_string(i % 2 * 500) + " " + std::to_string(i * 7919 % 40 - 60) + "\n";
   for (int i = 0; i < 2000; ++i) soundings += std::to_string(i * 0.02) + " " + std::to_string(i * 31 % 500) + " -10 1778544000000\n";
   folder["design.txt"] = line;
   folder["s.xyz"] = soundings;
@@ -474,9 +493,10 @@ TEST_F(ZelSurvey, WithoutSettingsThereIsOnlyTheError) {
 }
 
 TEST_F(ZelSurvey, FarApartSoundingsDoNotAskForMemory) {
-  const ProgramResult result = Survey({{"survey.ini", "[Soundings]\nFile = s.xyz\n[Volumes]\nCell = 0.01\n[Design]\nLine = d.txt\n[Section]\nStep = 0.01\n"},
-                                       {"s.xyz", "-1e8 -1e8 -1\n1e8 1e8 -1\n"},
-                                       {"d.txt", "-1e8 -1e8 -1\n1e8 1e8 -1\n"}});
+  const ProgramResult result =
+      Survey({{"survey.ini", "[Soundings]\nFile = s.xyz\n[Volumes]\nCell = 0.01\n[Design]\nLine = d.txt\n[Section]\nStep = 0.01\n"},
+              {"s.xyz", "-1e8 -1e8 -1\n1e8 1e8 -1\n"},
+              {"d.txt", "-1e8 -1e8 -1\n1e8 1e8 -1\n"}});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(At("soundings", "used"), "2");
   EXPECT_EQ(At("statistics", "count", 1), "2");
@@ -505,7 +525,8 @@ TEST_F(ZelSurvey, StoppedItLeavesWhatWasThere) {
   m_folder.MakeFolder("former");
   m_folder.Write("former/report.txt", "old");
   const std::string program = "use POSIX; sigprocmask(SIG_BLOCK, POSIX::SigSet->new(SIGINT)); kill 'INT', $$; exec @ARGV";
-  const ProgramResult result = RunProgram("/usr/bin/perl", {"-e", program, ZELBASE_ZEL, "survey", m_folder.File("survey"), "--out", m_folder.File("former")});
+  const ProgramResult result =
+      RunProgram("/usr/bin/perl", {"-e", program, ZELBASE_ZEL, "survey", m_folder.File("survey"), "--out", m_folder.File("former")});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Holds(result.errors, "stopped")) << result.errors;
   EXPECT_EQ(m_folder.Read("former/report.txt"), "old");
@@ -529,10 +550,12 @@ TEST_F(ZelSurvey, TheSampleIsWhole) {
 TEST_F(ZelSurvey, TheFaultySampleTellsEachOfItsFaults) {
   const ProgramResult result = SurveyAt(Sample("survey-faulty"));
   EXPECT_EQ(result.exitCode, 1);
-  for (const char* const told : {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "without a \"Central meridian\"", "not a point: \"the pier\"", "1 polygon has fewer than three points",
-                                 "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing", "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out",
-                                 "not a colour", "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet", "time runs backwards",
-                                 "fewer than two lines of position", "Error opening \"vessel.con\""}) {
+  for (const char* const told :
+       {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "without a \"Central meridian\"", "not a point: \"the pier\"",
+        "1 polygon has fewer than three points", "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing",
+        "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out", "not a colour",
+        "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet",
+        "time runs backwards", "fewer than two lines of position", "Error opening \"vessel.con\""}) {
     EXPECT_TRUE(Holds(m_text, told)) << told;
   }
   EXPECT_GT(Value("soundings", "used"), 900);
@@ -543,7 +566,10 @@ TEST_F(ZelSurvey, TheSampleForAnotherReader) {
   const ProgramResult result = SurveyAt(Sample("survey"), {"--settings", "turned.ini"});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(m_text, "Ausdehnung\n----------\n")) << m_text;
-  EXPECT_TRUE(Holds(m_text, "051\xC2\xB0" "53'")) << "in degrees, minutes and seconds";
+  EXPECT_TRUE(Holds(m_text,
+                    "051\xC2\xB0"
+                    "53'"))
+      << "in degrees, minutes and seconds";
   EXPECT_EQ(At("settings", "depth-unit"), "ft");
   EXPECT_EQ(At("settings", "map-rotation"), "325.0000");
 }

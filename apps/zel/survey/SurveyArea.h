@@ -24,8 +24,8 @@ class SurveyArea {
 
  private:
   struct Edge {
-    double x, y, endY;   // from its lower end, y < endY
-    double slope;        // dx/dy
+    double x, y, endY;  // from its lower end, y < endY
+    double slope;       // dx/dy
   };
 
   void Add(const Edge& edge);

@@ -9,8 +9,8 @@
 namespace zel {
 
 struct ComputationOptions {
-  double cellSize = 2.0;   // metres; larger when there would be too many cells
-  double step = 5.0;       // of the long section
+  double cellSize = 2.0;  // metres; larger when there would be too many cells
+  double step = 5.0;      // of the long section
   double corridor = 5.0;
 };
 

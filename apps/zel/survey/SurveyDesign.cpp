@@ -20,27 +20,36 @@ constexpr std::size_t kMostEntries = 20000000;  // cells times segments stays be
 
 // ---- reading ----
 
+// What was left out of the sections of a line.
+struct LeftOut {
+  std::size_t offGrid = 0, beyond = 0, single = 0;
+
+  void Report(const std::string& path) const {
+    if (offGrid > 0) ReportFault(kContext, Counted(offGrid, "point is", "points are") + " too far away to be in any grid", path);
+    if (single > 0) ReportFault(kContext, Counted(single, "section has", "sections have") + " fewer than two points", path);
+    if (beyond == 0) return;
+    ReportFault(kContext, "the line has too many points: the first " + std::to_string(DesignSurface::kMostPoints) + " are used", path);
+  }
+};
+
 // Leaves out points that are on no grid or repeat the one before, and sections of a single point.
-std::vector<std::vector<Point>> UsableSections(const PointFile& file, const std::string& path) {
+std::vector<std::vector<Point>> UsableSections(const PointFile& file, LeftOut& leftOut) {
   std::vector<std::vector<Point>> sections;
-  std::size_t points = 0, offGrid = 0, single = 0;
+  std::size_t points = 0;
   for (const std::vector<Point>& run : file.runs) {
     std::vector<Point> section;
     for (const Point& point : run) {
       if (!IsOnGrid(point)) {
-        ++offGrid;
-      } else if (points < DesignSurface::kMostPoints && (section.empty() || point.Dist2D(section.back()) > kShortest)) {
+        ++leftOut.offGrid;
+      } else if (points == DesignSurface::kMostPoints) {
+        ++leftOut.beyond;
+      } else if (section.empty() || point.Dist2D(section.back()) > kShortest) {
         section.push_back(point);
         ++points;
       }
     }
+    if (section.size() == 1) ++leftOut.single;
     if (section.size() > 1) sections.push_back(std::move(section));
-    else ++single;
-  }
-  if (offGrid > 0) ReportFault(kContext, Counted(offGrid, "point is", "points are") + " too far away to be in any grid", path);
-  if (single > 0) ReportFault(kContext, Counted(single, "section has", "sections have") + " fewer than two points", path);
-  if (points == DesignSurface::kMostPoints) {
-    ReportFault(kContext, "the line has too many points: the first " + std::to_string(points) + " are used", path);
   }
   return sections;
 }
@@ -69,13 +78,10 @@ std::shared_ptr<LineData> OverDepthLine(const SurveyDesign& design) {
 
 void ReadDesign(const std::string& path, double offset, bool offsetIsVertical, SurveyDesign& design) {
   PointFile file;
-  LineFaults faults;
-  if (!file.Read(path, faults)) {
-    ReportFile(kContext, path, FileError::Open);
-    return;
-  }
-  ReportLines(kContext, path, faults);
-  const std::vector<std::vector<Point>> sections = UsableSections(file, path);
+  if (!ReadReported(kContext, path, file)) return;
+  LeftOut leftOut;
+  const std::vector<std::vector<Point>> sections = UsableSections(file, leftOut);
+  leftOut.Report(path);
   if (sections.empty()) {
     ReportFault(kContext, "the design line has fewer than two points", path);
     return;
@@ -109,7 +115,9 @@ double OverDepthAt(const SurveyDesign& design, double chainage, double fallback)
 // ---- the surface ----
 
 DesignSurface::DesignSurface(const SurveyDesign& design, double reach)
-    : m_halfFloor(design.width / 2.0), m_slopeWidth(design.slope > 0.0 ? design.slopeWidth : 0.0), m_slope(design.slope),
+    : m_halfFloor(design.width / 2.0),
+      m_slopeWidth(design.slope > 0.0 ? design.slopeWidth : 0.0),
+      m_slope(design.slope),
       m_reach(std::max({reach, m_halfFloor + m_slopeWidth, kLeastReach})) {
   if (!design.IsGiven()) return;
   AddSegments(*design.line);
@@ -121,7 +129,8 @@ void DesignSurface::AddSegments(LineData& line) {
     const ProfilePoint a = line.DataPoint(i - 1), b = line.DataPoint(i);
     if (b.sectionStart) continue;
     const bool last = i + 1 == line.NumDataPoints() || line.DataPoint(i + 1).sectionStart;
-    m_segments.push_back({a.Absolute(), b.x - a.x, b.y - a.y, b.z - a.z, std::hypot(b.x - a.x, b.y - a.y), a.distance, a.sectionStart, last});
+    m_segments.push_back(
+        {a.Absolute(), b.x - a.x, b.y - a.y, b.z - a.z, std::hypot(b.x - a.x, b.y - a.y), a.distance, a.sectionStart, last});
     m_page |= a.Absolute();
     m_page |= b.Absolute();
   }
@@ -129,11 +138,13 @@ void DesignSurface::AddSegments(LineData& line) {
 }
 
 std::size_t DesignSurface::Column(double x) const {
-  return static_cast<std::size_t>(std::clamp((x - m_page.left) / m_page.Width() * static_cast<double>(m_columns), 0.0, static_cast<double>(m_columns - 1)));
+  return static_cast<std::size_t>(
+      std::clamp((x - m_page.left) / m_page.Width() * static_cast<double>(m_columns), 0.0, static_cast<double>(m_columns - 1)));
 }
 
 std::size_t DesignSurface::Row(double y) const {
-  return static_cast<std::size_t>(std::clamp((y - m_page.bottom) / m_page.Height() * static_cast<double>(m_rows), 0.0, static_cast<double>(m_rows - 1)));
+  return static_cast<std::size_t>(
+      std::clamp((y - m_page.bottom) / m_page.Height() * static_cast<double>(m_rows), 0.0, static_cast<double>(m_rows - 1)));
 }
 
 void DesignSurface::MakeCells() {

@@ -12,9 +12,9 @@ namespace zel {
 // A place beside the design line.
 struct DesignPlace {
   double chainage = 0.0;
-  double offset = 0.0;     // metres from the line, never negative
-  double design = 0.0;     // z of the design there: the line's, raised by the slope where it lies beside the floor
-  double line = 0.0;       // z of the line
+  double offset = 0.0;  // metres from the line, never negative
+  double design = 0.0;  // z of the design there: the line's, raised by the slope where it lies beside the floor
+  double line = 0.0;    // z of the line
   std::size_t segment = 0;
 };
 

@@ -26,7 +26,9 @@ void ReportFault(const std::string& context, const std::string& text, const std:
 }
 
 void ReportLines(const std::string& context, const std::string& path, const LineFaults& faults) {
-  for (const LineFaults::Fault& fault : faults.kept) ReportFault(context, "line " + std::to_string(fault.line) + ": " + fault.text, path);
+  for (const LineFaults::Fault& fault : faults.kept) {
+    ReportFault(context, "line " + std::to_string(fault.line) + ": " + fault.text, path);
+  }
   const long long more = faults.count - static_cast<long long>(faults.kept.size());
   if (more > 0) ReportFault(context, "and " + std::to_string(more) + (more == 1 ? " more such line" : " more such lines"), path);
 }

@@ -20,6 +20,16 @@ void ReportFault(const std::string& context, const std::string& text, const std:
 // Lines of a file that do not read: the first of them each by itself, the rest as one.
 void ReportLines(const std::string& context, const std::string& path, const LineFaults& faults);
 
+// Reads a PointFile or a TrackFile and reports what is wrong in it. False, reported, when it cannot be opened.
+template <class File>
+bool ReadReported(const std::string& context, const std::string& path, File& file) {
+  LineFaults faults;
+  const bool opened = file.Read(path, faults);
+  if (!opened) ReportFile(context, path, FileError::Open);
+  ReportLines(context, path, faults);
+  return opened;
+}
+
 // Counts what is reported while it lives.
 class FaultCounter : public ErrorReporterBase {
  public:

@@ -22,10 +22,10 @@
 namespace zel {
 namespace {
 
-constexpr double kMinute = 60000.0;             // milliseconds
-constexpr double kHeadingHolds = kMinute;       // a ping's heading is the vessel's for that long
-constexpr double kMostOverDepth = 50.0;           // metres, to either side
-constexpr double kLargestVessel = 1000.0;       // metres from its origin, of an outline
+constexpr double kMinute = 60000.0;        // milliseconds
+constexpr double kHeadingHolds = kMinute;  // a ping's heading is the vessel's for that long
+constexpr double kMostOverDepth = 50.0;    // metres, to either side
+constexpr double kLargestVessel = 1000.0;  // metres from its origin, of an outline
 constexpr long long kMostBytes = std::numeric_limits<long long>::max();
 
 class Reader {
@@ -84,15 +84,18 @@ std::vector<SurveyPolygon> Reader::ReadPolygons(const std::string& item) {
   std::vector<SurveyPolygon> polygons;
   for (const std::string& path : m_settings.Files("Area", item)) {
     PointFile file;
-    LineFaults faults;
-    if (!file.Read(path, faults)) ReportFile("Area", path, FileError::Open);
-    ReportLines("Area", path, faults);
+    if (!ReadReported("Area", path, file)) continue;
     std::size_t unusable = 0;
     for (SurveyPolygon& polygon : file.runs) {
-      if (IsUsablePolygon(polygon)) polygons.push_back(std::move(polygon));
-      else ++unusable;
+      if (IsUsablePolygon(polygon)) {
+        polygons.push_back(std::move(polygon));
+      } else {
+        ++unusable;
+      }
     }
-    if (unusable > 0) ReportFault("Area", Counted(unusable, "polygon has", "polygons have") + " fewer than three points, or points on no grid", path);
+    if (unusable > 0) {
+      ReportFault("Area", Counted(unusable, "polygon has", "polygons have") + " fewer than three points, or points on no grid", path);
+    }
     if (file.runs.empty()) ReportFault("Area", "the file has no polygons", path);
   }
   return polygons;
@@ -104,7 +107,10 @@ void Reader::ReadAreas() {
   std::size_t edges = 0;
   for (const SurveyPolygon& polygon : m_survey.workArea) edges += polygon.size();
   if (edges > SurveyArea::kMostEdges) {
-    ReportFault("Area", "the work area has " + std::to_string(edges) + " points, more than " + std::to_string(SurveyArea::kMostEdges) + ": it is not used", m_settings.Path());
+    ReportFault("Area",
+                "the work area has " + std::to_string(edges) + " points, more than " + std::to_string(SurveyArea::kMostEdges) +
+                    ": it is not used",
+                m_settings.Path());
     m_survey.workArea.clear();
   }
   m_area = SurveyArea(m_survey.workArea);
@@ -128,14 +134,17 @@ void ReportWithoutTide(const Survey& survey) {
   const SurveyCounts& counts = survey.counts;
   if (counts.withoutTide == 0) return;
   const std::string done = counts.keptUnreduced == counts.withoutTide ? "kept without reduction" : "left out";
-  ReportFault("Tide", Counted(static_cast<std::size_t>(counts.withoutTide), "sounding has", "soundings have") + " no tide at their time: " + done);
+  ReportFault("Tide", Counted(static_cast<std::size_t>(counts.withoutTide), "sounding has", "soundings have") +
+                          " no tide at their time: " + done);
 }
 
 bool Reader::ReadSoundings() {
   const std::vector<std::string> texts = m_settings.Files("Soundings", "File", kMostBytes);
   const std::vector<std::string> pings = m_settings.Files("Soundings", "Pings", kMostBytes);
   const bool named = m_settings.Has("Soundings", "File") || m_settings.Has("Soundings", "Pings");
-  if (!named) ReportError(FileObjectError(ToSuitePath(m_settings.Path()), "Soundings", "File", FileObjectError::KeyNotFound), "Soundings");
+  if (!named) {
+    ReportError(FileObjectError(ToSuitePath(m_settings.Path()), "Soundings", "File", FileObjectError::KeyNotFound), "Soundings");
+  }
   SurveySoundings soundings(m_survey, m_area, m_series, ReadTide());
   for (const std::string& path : texts) {
     if (!soundings.ReadText(path, [this](double part) { return Stage("reading soundings", part); })) return false;
@@ -183,7 +192,9 @@ void Reader::ReadTrackFile() {
   options.scaleError = m_settings.Number(section, "Scale error", options.scaleError, -1000.0, 1000.0);
   double origin = 0.0;
   const std::string moment = m_settings.Text(section, "Time origin");
-  if (!moment.empty() && !FromUtcText(moment, origin)) ReportFault(section, "\"Time origin\" is no moment: \"" + moment + "\"", m_settings.Path());
+  if (!moment.empty() && !FromUtcText(moment, origin)) {
+    ReportFault(section, "\"Time origin\" is no moment: \"" + moment + "\"", m_settings.Path());
+  }
   const std::string path = m_settings.File(section, "File");
   if (!path.empty()) ReadTrack(path, origin, options, m_survey);
 }

@@ -15,9 +15,9 @@
 namespace zel {
 namespace {
 
-constexpr int kColours = 14;          // of a table made by the extents
-constexpr int kColoursBetween = 4;    // of a slice between two colours of another program's palette
-constexpr double kMostFactor = 1e6;   // of a unit, and its inverse the least
+constexpr int kColours = 14;         // of a table made by the extents
+constexpr int kColoursBetween = 4;   // of a slice between two colours of another program's palette
+constexpr double kMostFactor = 1e6;  // of a unit, and its inverse the least
 
 std::string TranslatedUnit(int kind, const std::string& key, const std::string& name) {
   const Translator& translator = Translator::Instance();
@@ -126,7 +126,8 @@ void ReadCoordinates(const SurveySettings& settings, Survey& survey) {
   coordinates.projection = ReadProjection(settings);
   coordinates.form = static_cast<CoordinateForm>(settings.Choice("Coordinates", "Form", {"grid", "degrees", "minutes", "seconds"}, 0));
   if (coordinates.form != CoordinateForm::Grid && !coordinates.projection.known) {
-    ReportFault("Coordinates", "without a \"Central meridian\" there are no geographic coordinates: those of the grid are shown", settings.Path());
+    ReportFault("Coordinates", "without a \"Central meridian\" there are no geographic coordinates: those of the grid are shown",
+                settings.Path());
     coordinates.form = CoordinateForm::Grid;
   }
   constexpr std::array<int, 4> usual = {0, 5, 3, 1};

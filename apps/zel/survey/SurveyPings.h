@@ -20,7 +20,7 @@ namespace zel {
 // level. FLAGS are those of Multibeam.h: a number, or names of filters with "+" between them, "MAN+DEP"; of a ping a number alone.
 // A RANGE of 0 says that nothing was measured; without one it is the slant distance. "#" begins a comment.
 struct SurveyPing {
-  double time = 0.0;     // milliseconds since 1970, never 0
+  double time = 0.0;  // milliseconds since 1970, never 0
   double x = 0.0, y = 0.0;
   double heading = 0.0;  // degrees
   PingStructRW ping;     // beamX to starboard, beamY forward, beamZ negative down
@@ -55,7 +55,7 @@ class SurveyPingFile {
   std::ifstream m_stream;
   LineFaults m_faults;
   std::string m_line;
-  SurveyPing m_head;            // of the ping that comes next
+  SurveyPing m_head;  // of the ping that comes next
   bool m_hasHead = false;
   std::vector<Beam> m_beams;
 };

@@ -11,8 +11,8 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kLabel = 34;   // width of the column of names
-constexpr int kNumber = 16;          // and of that of numbers
+constexpr std::size_t kLabel = 34;  // width of the column of names
+constexpr int kNumber = 16;         // and of that of numbers
 constexpr std::size_t kMostGaps = 20;
 constexpr double kHour = 3600000.0;  // milliseconds
 
@@ -22,7 +22,9 @@ std::string Decimal(double value, int decimals) {
   return text.find_first_not_of("-0.") == std::string::npos && text.front() == '-' ? text.substr(1) : text;
 }
 
-std::string RightAligned(const std::string& text, std::size_t width) { return std::string(text.size() < width ? width - text.size() : 0, ' ') + text; }
+std::string RightAligned(const std::string& text, std::size_t width) {
+  return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
+}
 
 // The lines of the report, in UTF-8. Words and units come in Windows-1252, where a byte is a column.
 class Lines {
@@ -34,7 +36,8 @@ class Lines {
     m_text += (m_text.empty() ? "" : "\n") + ToTerminal(word, Encoding::Windows1252) + '\n' + std::string(word.size(), '-') + '\n';
   }
   void Row(const std::string& name, const std::string& value, const std::string& unit = "") {
-    m_text += "  " + ToColumn(m_survey.Word(name), kLabel) + RightAligned(value, kNumber) + (unit.empty() ? "" : " " + ToTerminal(unit, Encoding::Windows1252)) + '\n';
+    m_text += "  " + ToColumn(m_survey.Word(name), kLabel) + RightAligned(value, kNumber) +
+              (unit.empty() ? "" : " " + ToTerminal(unit, Encoding::Windows1252)) + '\n';
   }
   void Count(const std::string& name, long long count) { Row(name, std::to_string(count)); }
   void Words(const std::string& name, const std::string& text) {
@@ -54,9 +57,12 @@ class Lines {
 class TextReport {
  public:
   explicit TextReport(const Survey& survey)
-      : m_survey(survey), m_lines(survey), m_depthUnit(survey.DepthUnit()),
+      : m_survey(survey),
+        m_lines(survey),
+        m_depthUnit(survey.DepthUnit()),
         m_depthScale(survey.units.ConvertUnit(CZelUnitCnv::Depth, 1.0) - survey.units.ConvertUnit(CZelUnitCnv::Depth, 0.0)),
-        m_distanceUnit(survey.units.GetUnitMnem(CZelUnitCnv::Distance)), m_volumeUnit(survey.units.GetUnitMnem(CZelUnitCnv::Volume)) {}
+        m_distanceUnit(survey.units.GetUnitMnem(CZelUnitCnv::Distance)),
+        m_volumeUnit(survey.units.GetUnitMnem(CZelUnitCnv::Volume)) {}
 
   std::string Write() {
     Head();
@@ -93,7 +99,9 @@ class TextReport {
   // "543210.0 E  5812345.0 N", or in degrees.
   std::string Position(double x, double y) const {
     const SurveyCoordinates& coordinates = m_survey.coordinates;
-    if (coordinates.form == CoordinateForm::Grid) return Decimal(x, coordinates.decimals) + " E  " + Decimal(y, coordinates.decimals) + " N";
+    if (coordinates.form == CoordinateForm::Grid) {
+      return Decimal(x, coordinates.decimals) + " E  " + Decimal(y, coordinates.decimals) + " N";
+    }
     double latitude = 0.0, longitude = 0.0;
     coordinates.projection.ToGeographic(x, y, latitude, longitude);
     return Angle(latitude, 10) + "  " + Angle(longitude, 11);
@@ -151,7 +159,10 @@ class TextReport {
   void Tide() {
     const SurveyTide& tide = m_survey.tide;
     m_lines.Section("Tide");
-    if (!tide.used) return m_lines.Sentence(m_survey.counts.withoutTide > 0 ? "the tide could not be had: soundings are NOT reduced" : "none asked for: soundings are taken as reduced");
+    if (!tide.used) {
+      return m_lines.Sentence(m_survey.counts.withoutTide > 0 ? "the tide could not be had: soundings are NOT reduced"
+                                                              : "none asked for: soundings are taken as reduced");
+    }
     m_lines.Count("values", tide.values);
     m_lines.Words("from", UtcText(tide.first) + " UTC");
     m_lines.Words("to", UtcText(tide.last) + " UTC");
@@ -191,7 +202,10 @@ class TextReport {
     if (design.slope > 0.0 && design.slopeWidth > 0.0) {
       m_lines.Words("slope beside it", "1 : " + Decimal(design.slope, 2) + ", " + Distance(design.slopeWidth) + " " + m_distanceUnit);
     }
-    if (design.overDepth != nullptr) m_lines.Row(design.offsetIsVertical ? "over-depth, vertical" : "over-depth, at right angles", Difference(design.offset), m_depthUnit);
+    if (design.overDepth != nullptr) {
+      m_lines.Row(design.offsetIsVertical ? "over-depth, vertical" : "over-depth, at right angles", Difference(design.offset),
+                  m_depthUnit);
+    }
   }
 
   void Section() {
@@ -223,15 +237,18 @@ class TextReport {
     m_lines.Count("cells with soundings", volumes.cells);
     m_lines.Row("in cells of", Decimal(volumes.cellSize, 2), "m");
     m_lines.Line("");
-    m_lines.Line(ToColumn(m_survey.Word("difference") + " " + m_depthUnit, 24) + ToRight(m_survey.Word("cells"), 12) + ToRight(m_survey.Word("area") + " m\xB2", 16) +
-                 ToRight(m_survey.Word("volume") + " " + m_volumeUnit, 18));
+    m_lines.Line(ToColumn(m_survey.Word("difference") + " " + m_depthUnit, 24) + ToRight(m_survey.Word("cells"), 12) +
+                 ToRight(m_survey.Word("area") + " m\xB2", 16) + ToRight(m_survey.Word("volume") + " " + m_volumeUnit, 18));
     for (const VolumeBand& band : volumes.bands) {
-      m_lines.Line(ToColumn(BandText(band), 24) + RightAligned(std::to_string(band.cells), 12) + RightAligned(Decimal(band.area, 1), 16) +
-                   RightAligned(Volume(band.volume), 18) + (band.name.empty() ? "" : "  " + ToTerminal(band.name, Encoding::Windows1252)));
+      m_lines.Line(ToColumn(BandText(band), 24) + RightAligned(std::to_string(band.cells), 12) +
+                   RightAligned(Decimal(band.area, 1), 16) + RightAligned(Volume(band.volume), 18) +
+                   (band.name.empty() ? "" : "  " + ToTerminal(band.name, Encoding::Windows1252)));
     }
   }
 
-  static std::string ToRight(const std::string& text, std::size_t width) { return ToTerminal(RightAligned(text, width), Encoding::Windows1252); }
+  static std::string ToRight(const std::string& text, std::size_t width) {
+    return ToTerminal(RightAligned(text, width), Encoding::Windows1252);
+  }
 
   void Track() {
     const SurveyTrack& track = m_survey.track;

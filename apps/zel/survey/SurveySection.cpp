@@ -45,7 +45,8 @@ void SectionBuilder::Add(const DesignPlace& place, double z) {
   std::vector<SectionRow>& rows = m_section.rows;
   auto row = std::lower_bound(rows.begin(), rows.end(), place.chainage,
                               [](const SectionRow& candidate, double chainage) { return candidate.chainage < chainage; });
-  const bool isNearerBefore = row == rows.end() || (row != rows.begin() && place.chainage - (row - 1)->chainage < row->chainage - place.chainage);
+  const bool isNearerBefore =
+      row == rows.end() || (row != rows.begin() && place.chainage - (row - 1)->chainage < row->chainage - place.chainage);
   if (isNearerBefore) --row;
   if (std::abs(row->chainage - place.chainage) > m_section.step / 2.0) return;
   row->shoalest = row->soundings == 0 ? z : std::max(row->shoalest, z);

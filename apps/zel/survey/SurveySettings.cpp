@@ -92,7 +92,9 @@ void SurveySettings::CheckNames() const {
       continue;
     }
     for (const SettingsItem& item : Items(m_file.store, section)) {
-      if (!known->second.contains(WithoutNumber(item.key))) refuse(section, "section \"" + section + "\" has no item \"" + item.key + "\"");
+      if (!known->second.contains(WithoutNumber(item.key))) {
+        refuse(section, "section \"" + section + "\" has no item \"" + item.key + "\"");
+      }
     }
   }
   if (unknown > kMostUnknown) ReportFault("Survey", "and " + std::to_string(unknown - kMostUnknown) + " more such items", Path());

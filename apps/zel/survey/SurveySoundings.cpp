@@ -14,8 +14,8 @@ namespace zel {
 namespace {
 
 constexpr const char* kContext = "Soundings";
-constexpr long long kLook = 4096;  // soundings from look to look at the clock and at Ctrl-C
-constexpr double kRoom = 1.02;     // memory that is asked for beyond what the file seems to need
+constexpr long long kLook = 4096;      // soundings from look to look at the clock and at Ctrl-C
+constexpr double kRoom = 1.02;         // memory that is asked for beyond what the file seems to need
 constexpr double kShortestLine = 6.0;  // "0 0 0\n"
 
 LineFaults FaultsOf(const XyzTextSummary& summary) {
@@ -85,7 +85,9 @@ bool SurveySoundings::ReadText(const std::string& path, const SurveyProgress& pr
   m_survey.counts.broken += summary.brokenLines + import.OffGrid();
   ReportLines(kContext, path, FaultsOf(summary));
   if (import.OffGrid() > 0) {
-    ReportFault(kContext, Counted(static_cast<std::size_t>(import.OffGrid()), "sounding is", "soundings are") + " too far away to be in any grid", path);
+    ReportFault(kContext,
+                Counted(static_cast<std::size_t>(import.OffGrid()), "sounding is", "soundings are") + " too far away to be in any grid",
+                path);
   }
   if (source.Result() != FileResult::Ok) ReportFile(kContext, path, FileError::Read);
   if (summary.points == 0 && summary.brokenLines == 0) ReportFault(kContext, "the text has no soundings", path);
@@ -133,7 +135,8 @@ bool SurveySoundings::ReadPings(const std::string& path, const SurveyProgress& p
   m_survey.counts.broken += file.Faults().count + m_offGrid;
   ReportLines("Pings", path, file.Faults());
   if (m_offGrid > 0) {
-    ReportFault("Pings", Counted(static_cast<std::size_t>(m_offGrid), "beam is", "beams are") + " too far away to be in any grid", path);
+    ReportFault("Pings", Counted(static_cast<std::size_t>(m_offGrid), "beam is", "beams are") + " too far away to be in any grid",
+                path);
   }
   if (pings == 0 && file.Faults().count == 0) ReportFault("Pings", "the text has no pings", path);
   return true;

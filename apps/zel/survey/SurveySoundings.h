@@ -13,9 +13,7 @@
 namespace zel {
 
 // Coordinates beyond 100,000 km and heights beyond 100 km are a slip in the file.
-inline bool IsOnGrid(const Point& point) {
-  return std::abs(point.x) <= 1e8 && std::abs(point.y) <= 1e8 && std::abs(point.z) <= 1e5;
-}
+inline bool IsOnGrid(const Point& point) { return std::abs(point.x) <= 1e8 && std::abs(point.y) <= 1e8 && std::abs(point.z) <= 1e5; }
 
 class SurveySoundings {
  public:

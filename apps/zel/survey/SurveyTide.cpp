@@ -9,7 +9,7 @@ namespace zel {
 namespace {
 
 constexpr const char* kContext = "Tide";
-constexpr double kHighest = 1000.0;   // metres; no tide, and no mistake of a datum, is beyond
+constexpr double kHighest = 1000.0;  // metres; no tide, and no mistake of a datum, is beyond
 constexpr std::size_t kMostGaps = 1000;
 
 }  // namespace

@@ -43,23 +43,28 @@ TrackPlace PlaceOf(const TrackState& state, double origin) {
 }
 
 void Count(const TrackState& state, SurveyTrack& track) {
-  if (state.refused) ++track.refused;
-  else if (state.kind == Observation::Kind::Fix) ++track.fixes;
-  else if (state.kind == Observation::Kind::Velocity) ++track.velocities;
-  else ++track.linesOfPosition;
+  if (state.refused) {
+    ++track.refused;
+  } else if (state.kind == Observation::Kind::Lines) {
+    ++track.linesOfPosition;
+  } else {
+    ++(state.IsFix() ? track.fixes : track.velocities);
+  }
 }
 
 void AddPlaces(const Navigation& navigation, double origin, SurveyTrack& track) {
   std::size_t unusable = 0;
   for (const TrackState& state : navigation.states) {
     const TrackPlace place = PlaceOf(state, origin);
-    const bool usable = IsUsable(state) && std::isfinite(place.semiMajor) && std::isfinite(place.semiMinor) && std::isfinite(place.orientation) &&
-                        std::isfinite(place.time);
+    const bool usable = IsUsable(state) && std::isfinite(place.semiMajor) && std::isfinite(place.semiMinor) &&
+                        std::isfinite(place.orientation) && std::isfinite(place.time);
     if (!usable) {
       ++unusable;
       continue;
     }
-    if (!track.places.empty() && !place.afterGap) track.length += std::hypot(place.x - track.places.back().x, place.y - track.places.back().y);
+    if (!track.places.empty() && !place.afterGap) {
+      track.length += std::hypot(place.x - track.places.back().x, place.y - track.places.back().y);
+    }
     track.places.push_back(place);
     Count(state, track);
   }
@@ -70,7 +75,9 @@ void ReportNavigation(const std::string& path, const Navigation& navigation) {
   constexpr std::size_t kShown = LineFaults::kMost;
   const std::size_t faults = navigation.faults.size();
   for (std::size_t i = 0; i < std::min(faults, kShown); ++i) ReportFault(kContext, navigation.faults[i], path);
-  if (faults > kShown) ReportFault(kContext, "and " + Counted(faults - kShown, "more observation was", "more observations were") + " not used", path);
+  if (faults > kShown) {
+    ReportFault(kContext, "and " + Counted(faults - kShown, "more observation was", "more observations were") + " not used", path);
+  }
 }
 
 void SetVessel(const SurveyTrack& track, SurveyVessel& vessel) {
@@ -86,12 +93,7 @@ void SetVessel(const SurveyTrack& track, SurveyVessel& vessel) {
 
 void ReadTrack(const std::string& path, double origin, const NavigationOptions& options, Survey& survey) {
   TrackFile file;
-  LineFaults faults;
-  if (!file.Read(path, faults)) {
-    ReportFile(kContext, path, FileError::Open);
-    return;
-  }
-  ReportLines(kContext, path, faults);
+  if (!ReadReported(kContext, path, file)) return;
   if (file.observations.empty()) {
     ReportFault(kContext, "the track has no observations", path);
     return;

@@ -47,7 +47,9 @@ void AddCell(SurveyVolumes& volumes, double difference, double overDepth, double
 
 SurveyCells::SurveyCells(const Extents3D& extents, double cellSize) : m_size(cellSize) {
   if (!extents.IsValid()) return;
-  const auto count = [&extents, this] { return (std::floor(extents.GetXDiff() / m_size) + 1.0) * (std::floor(extents.GetYDiff() / m_size) + 1.0); };
+  const auto count = [&extents, this] {
+    return (std::floor(extents.GetXDiff() / m_size) + 1.0) * (std::floor(extents.GetYDiff() / m_size) + 1.0);
+  };
   while (count() > kMostCells) m_size *= 2.0;
   m_left = extents.xMin;
   m_bottom = extents.yMin;
@@ -65,7 +67,8 @@ void SurveyCells::Add(const Point& point) {
 }
 
 Point SurveyCells::Middle(std::size_t cell) const {
-  return Point(m_left + (static_cast<double>(cell % m_columns) + 0.5) * m_size, m_bottom + (static_cast<double>(cell / m_columns) + 0.5) * m_size, 0.0);
+  return Point(m_left + (static_cast<double>(cell % m_columns) + 0.5) * m_size,
+               m_bottom + (static_cast<double>(cell / m_columns) + 0.5) * m_size, 0.0);
 }
 
 double SurveyCells::Covered(const SurveyArea& area) const {

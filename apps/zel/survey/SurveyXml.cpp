@@ -73,8 +73,14 @@ void AddCounts(Node root, const Survey& survey) {
       .Number("rejected-beams", counts.rejectedBeams);
   if (!survey.extents.IsValid()) return;
   Node extents = root.Add("extents");
-  extents.Metres("left", survey.extents.xMin).Metres("bottom", survey.extents.yMin).Metres("right", survey.extents.xMax).Metres("top", survey.extents.yMax);
-  extents.Metres("lowest", survey.extents.zMin).Metres("highest", survey.extents.zMax).Metres("area-covered", survey.areaCovered).Metres("cell", survey.coverCell);
+  extents.Metres("left", survey.extents.xMin)
+      .Metres("bottom", survey.extents.yMin)
+      .Metres("right", survey.extents.xMax)
+      .Metres("top", survey.extents.yMax);
+  extents.Metres("lowest", survey.extents.zMin)
+      .Metres("highest", survey.extents.zMax)
+      .Metres("area-covered", survey.areaCovered)
+      .Metres("cell", survey.coverCell);
   if (survey.firstTime != 0.0 || survey.lastTime != 0.0) extents.Time("first", survey.firstTime).Time("last", survey.lastTime);
 }
 
@@ -82,7 +88,11 @@ void AddTide(Node root, const SurveyTide& tide) {
   Node node = root.Add("tide");
   node.Flag("used", tide.used);
   if (!tide.used) return;
-  node.Number("values", tide.values).Time("first", tide.first).Time("last", tide.last).Metres("lowest", tide.minimum).Metres("highest", tide.maximum);
+  node.Number("values", tide.values)
+      .Time("first", tide.first)
+      .Time("last", tide.last)
+      .Metres("lowest", tide.minimum)
+      .Metres("highest", tide.maximum);
   for (const SurveyTide::Gap& gap : tide.gaps) node.Add("gap").Time("from", gap.from).Time("to", gap.to);
 }
 
@@ -110,19 +120,39 @@ void AddVolumes(Node root, const Survey& survey) {
     Node row = node.Add("band");
     if (!band.isLowest) row.Metres("from", band.low);
     if (!band.isHighest) row.Metres("to", band.high);
-    row.Set("color", Colour(band.color)).Text("name", band.name).Number("cells", band.cells).Metres("area", band.area).Metres("volume", band.volume);
+    row.Set("color", Colour(band.color))
+        .Text("name", band.name)
+        .Number("cells", band.cells)
+        .Metres("area", band.area)
+        .Metres("volume", band.volume);
   }
 }
 
 void AddSection(Node root, const Survey& survey) {
   const SurveyDesign& design = survey.design;
-  root.Add("design").Metres("from", design.start).Metres("to", design.end).Metres("width", design.width).Metres("slope", design.slope).Metres("slope-width", design.slopeWidth).Metres("over-depth", design.offset).Flag("vertical", design.offsetIsVertical);
+  root.Add("design")
+      .Metres("from", design.start)
+      .Metres("to", design.end)
+      .Metres("width", design.width)
+      .Metres("slope", design.slope)
+      .Metres("slope-width", design.slopeWidth)
+      .Metres("over-depth", design.offset)
+      .Flag("vertical", design.offsetIsVertical);
   Node node = root.Add("section");
   node.Metres("step", survey.section.step).Metres("corridor", survey.section.corridor);
   for (const SectionRow& row : survey.section.rows) {
     Node element = node.Add("row");
-    element.Metres("chainage", row.chainage).Metres("x", row.x).Metres("y", row.y).Metres("design", row.design).Metres("over-depth", row.overDepth);
-    if (row.measured) element.Metres("bottom", row.bottom).Metres("shoalest", row.shoalest).Metres("difference", row.difference).Number("soundings", row.soundings);
+    element.Metres("chainage", row.chainage)
+        .Metres("x", row.x)
+        .Metres("y", row.y)
+        .Metres("design", row.design)
+        .Metres("over-depth", row.overDepth);
+    if (row.measured) {
+      element.Metres("bottom", row.bottom)
+          .Metres("shoalest", row.shoalest)
+          .Metres("difference", row.difference)
+          .Number("soundings", row.soundings);
+    }
   }
 }
 
@@ -130,10 +160,23 @@ void AddTrack(Node root, const Survey& survey) {
   const SurveyTrack& track = survey.track;
   if (track.places.empty()) return;
   Node node = root.Add("track");
-  node.Number("fixes", track.fixes).Number("velocities", track.velocities).Number("lines-of-position", track.linesOfPosition).Number("refused", track.refused);
-  node.Metres("length", track.length).Metres("heading-offset", track.headingOffset).Metres("scale-error", track.scaleError).Number("calibrations", track.calibrations);
+  node.Number("fixes", track.fixes)
+      .Number("velocities", track.velocities)
+      .Number("lines-of-position", track.linesOfPosition)
+      .Number("refused", track.refused);
+  node.Metres("length", track.length)
+      .Metres("heading-offset", track.headingOffset)
+      .Metres("scale-error", track.scaleError)
+      .Number("calibrations", track.calibrations);
   const TrackPlace& last = track.places.back();
-  node.Add("last").Time("time", last.time).Metres("x", last.x).Metres("y", last.y).Metres("heading", survey.vessel.heading).Metres("semi-major", last.semiMajor).Metres("semi-minor", last.semiMinor).Metres("orientation", last.orientation);
+  node.Add("last")
+      .Time("time", last.time)
+      .Metres("x", last.x)
+      .Metres("y", last.y)
+      .Metres("heading", survey.vessel.heading)
+      .Metres("semi-major", last.semiMajor)
+      .Metres("semi-minor", last.semiMinor)
+      .Metres("orientation", last.orientation);
 }
 
 void AddErrors(Node root, const Survey& survey) {
@@ -153,7 +196,11 @@ XmlElement SurveyReportXml(const Survey& survey) {
   XmlElement element("survey");
   Node root(element);
   const SurveyTitle& title = survey.title;
-  root.Text("title", title.title).Text("client", title.client).Text("vessel", title.vessel).Text("date", title.date).Text("datum", title.datum);
+  root.Text("title", title.title)
+      .Text("client", title.client)
+      .Text("vessel", title.vessel)
+      .Text("date", title.date)
+      .Text("datum", title.datum);
   AddSettings(root, survey);
   AddCounts(root, survey);
   AddTide(root, survey.tide);
