@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "PositionText.h"
 #include "SettingsFile.h"
 #include "zelbase/frame/GeographicText.h"
 #include "zelbase/frame/NumberFormat.h"
@@ -39,13 +40,6 @@ struct Arguments {
 
 // ---- coordinates ----
 
-// A number keeps its sign; anything else is read as the suite reads what an operator types, where the sign is a letter.
-bool ReadCoordinate(const std::string& argument, double& value) {
-  std::string text;
-  if (ToNumber(argument, value)) return true;
-  return FromArgument(argument, Encoding::Windows1252, text) && StringToGeo(text, value);
-}
-
 int Axis(const Arguments& arguments, const std::string& argument, double value) {
   if (arguments.axis == "latitude") return kLatitude;
   if (arguments.axis == "longitude") return kLongitude;
@@ -58,7 +52,7 @@ void PrintColumns(const std::string& name, const std::string& text, const std::s
 
 bool PrintCoordinate(const Arguments& arguments, const std::string& argument) {
   double value = 0.0;
-  if (!ReadCoordinate(argument, value)) {
+  if (!ReadDegrees(argument, value)) {
     Fail("\"" + argument + "\" is not a coordinate; letters go behind: 52 30 45.5 N");
     return false;
   }

@@ -10,6 +10,7 @@
 #include "DisplaysCommand.h"
 #include "FilesCommand.h"
 #include "FormatCommand.h"
+#include "GeodesyCommand.h"
 #include "GeometryCommand.h"
 #include "Host.h"
 #include "LanguageCommand.h"
@@ -42,6 +43,7 @@ int Run(int argc, char** argv) {
   zel::AddFormatCommand(program, exitCode);
   zel::AddUnitsCommand(program, exitCode);
   zel::AddGeometryCommand(program, exitCode);
+  zel::AddGeodesyCommand(program, exitCode);
   zel::AddColoursCommand(program, exitCode);
   zel::AddTrackCommand(program, exitCode);
   zel::AddTideCommand(program, exitCode);

@@ -66,6 +66,20 @@ TEST(ProjGeoidModel, InterpolatesBetweenTheFourValuesAround) {
   });
 }
 
+TEST(ProjGeoidModel, AGeoTiffGivesTheSame) {
+  const TemporaryFolder folder;
+  const GtxGrid grid;
+  const std::string file = folder.Write("a b.tif", grid.TiffBytes()), cut = folder.Write("cut.tif", grid.TiffBytes().substr(0, 60));
+  ExpectInHost([&] {
+    const auto model = Opened(file);
+    for (const double latitude : {50.0, 50.1, 50.77, 51.0}) {
+      for (const double longitude : {2.0, 3.3, 4.99}) EXPECT_NEAR(SeparationAt(*model, latitude, longitude), Interpolated(grid, latitude, longitude), 1e-6);
+    }
+    model->SetFileName(cut);
+    EXPECT_FALSE(model->Init(nullptr));
+  });
+}
+
 TEST(ProjGeoidModel, TheFlagTurnsTheSignIntoThatOfACorrection) {
   const TemporaryFolder folder;
   const std::string file = folder.Write("a.gtx", GtxGrid().Bytes());

@@ -1,6 +1,6 @@
 // A coordinate system that a plug-in offers by name and arguments: chosen by its code, asked for positions, connected with another
 // system. Neighbours: ZelGeoCoordSysBase.h for the numbered contract below it and ZelGeoCoordSysList.h for where one comes from;
-// GeoDatabase.h for what systems there are, GeoStaticData.h for ellipsoids and units; docs/geodesy.md for the plug-in on PROJ.
+// GeoDatabase.h for what systems there are, GeoStaticData.h for ellipsoids and units; docs/geodesy-proj.md for the plug-in on PROJ.
 //
 //   const std::unique_ptr<ZelGeoCoordSysBase> base(ZelGeoCoordSysList::GetCoordSysList().Create("PROJ"));
 //   GeoCoordSys* const system = dynamic_cast<GeoCoordSys*>(base.get());

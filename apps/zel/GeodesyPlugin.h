@@ -1,0 +1,40 @@
+// The geodesy plug-in as the program loads it, and what it makes. Neighbour: GeodesyCommand.cpp.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zelbase/geodesy/GeoCoordSys.h"
+#include "zelbase/geodesy/GeoDatabase.h"
+#include "zelbase/geodesy/GeoStaticData.h"
+
+namespace zel {
+
+class GeodesyPlugin {
+ public:
+  // Loads it from `folder`; from the program's own folder, or the one it was installed to, when that is empty. False, with a
+  // message for the person, when there is none or it does not load.
+  bool Load(const std::string& folder);
+
+  // The module's file, as a person types it.
+  const std::string& File() const { return m_file; }
+
+  // An object of the first registered type that has operations with a name; null, with a message, when there is none.
+  std::unique_ptr<GeoCoordSys> MakeSystem() const;
+  std::unique_ptr<GeoDatabase> MakeDatabase() const;
+  std::unique_ptr<GeoStaticData> MakeStaticData() const;
+
+  // A coordinate system by its code; null, with a message, when it cannot be had.
+  std::unique_ptr<GeoCoordSys> Select(const std::string& code) const;
+
+ private:
+  std::string m_file;
+};
+
+// What is registered, in the registries' order.
+std::vector<std::string> CoordSysTypes();
+std::vector<std::string> DatabaseTypes();
+std::vector<std::string> StaticDataTypes();
+
+}  // namespace zel
