@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,12 +11,11 @@
 
 #include "FieldText.h"
 #include "GeodesyPlugin.h"
+#include "GeodesyPositions.h"
 #include "PositionText.h"
 #include "SettingsFile.h"
 #include "TextEdge.h"
-#include "zelbase/frame/GeographicText.h"
 #include "zelbase/frame/KeyTables.h"
-#include "zelbase/frame/NumberFormat.h"
 #include "zelbase/geodesy/GeoidModel.h"
 #include "zelbase/geodesy/GeoidModelList.h"
 
@@ -35,12 +33,9 @@ struct Arguments {
   std::string from, to;
   std::vector<std::string> positions;
   std::string input;
-  std::string style = "degrees";
-  int decimals = -1;
+  PairStyle style;
   std::string grid, system;
 };
-
-std::string Shown(const std::string& text) { return ToTerminal(text, Encoding::Windows1252); }
 
 const char* KindText(GeoCoordSysKind kind) {
   switch (kind) {
@@ -158,135 +153,6 @@ int Systems(const Arguments& arguments) {
 
 // ---- convert ----
 
-// A pair of numbers as it is typed and shown: latitude and longitude in degrees, or easting and northing.
-struct Pair {
-  double first = 0.0, second = 0.0;
-};
-
-bool IsGeographic(GeoCoordSys& system) { return system.Kind() == GeoCoordSysKind::Geographic; }
-
-// To the system's x and y, and back: those of a geographic one are in its own unit.
-bool ToSystem(GeoCoordSys& system, const Pair& pair, double& x, double& y) {
-  if (IsGeographic(system)) return system.Forward(pair.first, pair.second, x, y);
-  x = pair.first;
-  y = pair.second;
-  return true;
-}
-
-bool FromSystem(GeoCoordSys& system, double x, double y, Pair& pair) {
-  if (IsGeographic(system)) return system.Inverse(x, y, pair.first, pair.second);
-  pair = {x, y};
-  return true;
-}
-
-bool IsInArea(GeoCoordSys& system, double x, double y) {
-  GeoArea area;
-  double latitude = 0.0, longitude = 0.0;
-  return !system.GetAreaOfUse(area) || !system.Inverse(x, y, latitude, longitude) || area.Contains(latitude, longitude);
-}
-
-std::string AreaText(GeoCoordSys& system) {
-  GeoArea area;
-  system.GetAreaOfUse(area);
-  return Shown(system.Code() + " (" + area.name + ")");
-}
-
-std::string NumberColumn(double value, int decimals) {
-  const std::string text = FormatDouble(value, decimals);
-  return text.size() < 15 ? std::string(15 - text.size(), ' ') + text : text;
-}
-
-// How values of a system are shown.
-class Columns {
- public:
-  Columns(GeoCoordSys& system, const Arguments& arguments) : m_geographic(IsGeographic(system)), m_unit(Shown(system.UnitName())) {
-    if (arguments.style == "minutes") m_style = 3;
-    if (arguments.style == "seconds") m_style = 7;
-    const int usual = !m_geographic ? 3 : m_style == 1 ? 9 : m_style == 3 ? 7 : 5;
-    m_decimals = arguments.decimals < 0 ? usual : arguments.decimals;
-  }
-
-  std::string Head() const { return m_geographic ? "latitude, longitude in degrees" : "easting, northing in " + m_unit; }
-
-  std::string Text(const Pair& pair) const {
-    if (!m_geographic || m_style == 1) return NumberColumn(pair.first, m_decimals) + ' ' + NumberColumn(pair.second, m_decimals);
-    return Angle(pair.first, 10) + "  " + Angle(pair.second, 11);
-  }
-
- private:
-  std::string Angle(double degrees, int axis) const {
-    std::string text;
-    FormatGeogs(degrees, m_style, m_decimals, axis, text, true, true);
-    return Shown(text);
-  }
-
-  bool m_geographic;
-  std::string m_unit;
-  unsigned int m_style = 1;  // of FormatGeogs
-  int m_decimals;
-};
-
-// Carries positions over and keeps account of how that went.
-class Conversion {
- public:
-  Conversion(std::unique_ptr<GeoCoordSys> from, std::unique_ptr<GeoCoordSys> to) : m_from(std::move(from)), m_to(std::move(to)) {}
-
-  GeoCoordSys& From() { return *m_from; }
-  GeoCoordSys& To() { return *m_to; }
-
-  // False, counted, when the position has no counterpart.
-  bool Convert(const Pair& pair, Pair& result) {
-    double x = 0.0, y = 0.0, targetX = 0.0, targetY = 0.0;
-    if (!ToSystem(*m_from, pair, x, y) || !m_from->Convert(x, y, targetX, targetY) || !FromSystem(*m_to, targetX, targetY, result)) {
-      ++m_failed;
-      return false;
-    }
-    if (!IsInArea(*m_from, x, y)) ++m_outsideFrom;
-    if (!IsInArea(*m_to, targetX, targetY)) ++m_outsideTo;
-    NoteWay();
-    return true;
-  }
-
-  // Each way that positions went, with its accuracy.
-  void PrintWays(const char* front) const {
-    for (const auto& [way, count] : m_ways) std::cout << front << Counted(count, "position", "positions") << ": " << way << '\n';
-  }
-
-  // Tells what a surveyor must know. The exit code.
-  int Report() {
-    if (m_outsideFrom > 0) Fail(Counted(m_outsideFrom, "position lies", "positions lie") + " outside the area of use of " + AreaText(*m_from));
-    if (m_outsideTo > 0) Fail(Counted(m_outsideTo, "position lies", "positions lie") + " outside the area of use of " + AreaText(*m_to));
-    return m_failed + m_outsideFrom + m_outsideTo == 0 ? kDone : kFoundWrong;
-  }
-
- private:
-  void NoteWay() {
-    GeoConversionInfo info;
-    if (!m_from->GetConversionInfo(info)) return;
-    const std::string accuracy = info.accuracy < 0 ? "accuracy unknown" : "accuracy " + FormatDouble(info.accuracy, "%g") + " m";
-    ++m_ways[accuracy + ", " + Shown(info.description)];
-  }
-
-  std::unique_ptr<GeoCoordSys> m_from, m_to;
-  std::map<std::string, std::size_t> m_ways;
-  std::size_t m_failed = 0, m_outsideFrom = 0, m_outsideTo = 0;
-};
-
-std::string SystemText(GeoCoordSys& system) { return Shown(system.Code().empty() ? system.Name() : system.Code() + " " + system.Name()); }
-
-// A pair as typed; false after a message.
-bool ReadPair(GeoCoordSys& system, const std::string& first, const std::string& second, Pair& pair) {
-  if (IsGeographic(system)) {
-    std::string reason;
-    if (ReadPosition(first, second, pair.first, pair.second, reason)) return true;
-    Fail(reason);
-    return false;
-  }
-  if (ToNumber(first, pair.first) && ToNumber(second, pair.second)) return true;
-  Fail("\"" + first + "\", \"" + second + "\" are not an easting and a northing in numbers");
-  return false;
-}
-
 int ConvertArguments(const Arguments& arguments, Conversion& conversion) {
   if (arguments.positions.empty() || arguments.positions.size() % 2 != 0) {
     Fail("positions are pairs of values");
@@ -296,7 +162,7 @@ int ConvertArguments(const Arguments& arguments, Conversion& conversion) {
   for (std::size_t i = 0; i < arguments.positions.size(); i += 2) {
     if (!ReadPair(conversion.From(), arguments.positions[i], arguments.positions[i + 1], pairs.emplace_back())) return kFoundWrong;
   }
-  const Columns from(conversion.From(), arguments), to(conversion.To(), arguments);
+  const Columns from(conversion.From(), arguments.style), to(conversion.To(), arguments.style);
   std::cout << "from  " << SystemText(conversion.From()) << ": " << from.Head() << "\nto    " << SystemText(conversion.To()) << ": " << to.Head() << '\n';
   for (const Pair& pair : pairs) {
     Pair result;
@@ -310,7 +176,7 @@ int ConvertArguments(const Arguments& arguments, Conversion& conversion) {
 
 // A line is two numbers and whatever stands behind, which goes along.
 int ConvertLines(std::istream& stream, const std::string& name, const Arguments& arguments, Conversion& conversion) {
-  const Columns to(conversion.To(), arguments);
+  const Columns to(conversion.To(), arguments.style);
   std::cout << "# " << SystemText(conversion.To()) << ": " << to.Head() << "; from " << SystemText(conversion.From()) << '\n';
   std::size_t number = 0, refused = 0;
   for (std::string line; std::getline(stream, line);) {
@@ -382,7 +248,7 @@ std::unique_ptr<GeoidModel> OpenModel(const std::string& grid, GeoCoordSys* syst
 
 int PrintHeights(const Arguments& arguments, GeoidModel& model, GeoCoordSys& shown, bool inUnit) {
   int exitCode = kDone;
-  const Columns columns(shown, arguments);
+  const Columns columns(shown, arguments.style);
   std::cout << columns.Head() << ", height of the geoid above the ellipsoid\n";
   for (std::size_t i = 0; i < arguments.positions.size(); i += 2) {
     Pair pair;
@@ -421,10 +287,10 @@ int Geoid(const Arguments& arguments) {
 // ---- the command ----
 
 void AddStyle(CLI::App& app, Arguments& arguments) {
-  app.add_option("--style", arguments.style, "Of latitudes and longitudes: degrees, minutes or seconds")
+  app.add_option("--style", arguments.style.angles, "Of latitudes and longitudes: degrees, minutes or seconds")
       ->check(CLI::IsMember(std::vector<std::string>{"degrees", "minutes", "seconds"}))
       ->capture_default_str();
-  app.add_option("--decimals", arguments.decimals, "Of what is shown, 0 to 15")->check(CLI::Range(0, 15));
+  app.add_option("--decimals", arguments.style.decimals, "Of what is shown, 0 to 15")->check(CLI::Range(0, 15));
 }
 
 void AddConvert(CLI::App& geodesy, const std::shared_ptr<Arguments>& arguments, int& exitCode) {
