@@ -96,7 +96,7 @@ int main() {
     return 1;
   }
 
-  Comparison table("100,000 positions, one call each; the peer is proj_trans");
+  Comparison table("100,000 positions, one call each; the peer is proj_trans", 15);
   table.Row("latitude, longitude to UTM", kPositions, "pos", kBar, [&] { Keep(SumOver(globe, forward)); }, [&] { Keep(SumOver(globe, peerForward)); });
   table.Row("UTM to latitude, longitude", kPositions, "pos", kBar, [&] { Keep(SumOver(grid, inverse)); }, [&] { Keep(SumOver(grid, peerInverse)); });
   table.Row("UTM to the Dutch grid, another datum", kPositions, "pos", kBar, [&] { Keep(SumOver(grid, convert)); }, [&] { Keep(SumOver(grid, peerConvert)); });
