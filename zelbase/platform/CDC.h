@@ -17,9 +17,21 @@
 // The numbers of the framework that those who draw hand over or ask for.
 inline constexpr int LOGPIXELSY = 90;      // GetDeviceCaps: dots per inch down the surface
 inline constexpr unsigned OBJ_PEN = 1;     // GetCurrentObject: the pen,
-inline constexpr unsigned OBJ_BRUSH = 2;   // the brush,
-inline constexpr unsigned OBJ_FONT = 6;    // the font
-inline constexpr int HOLLOW_BRUSH = 5;     // SelectStockObject: a brush that fills nothing
+inline constexpr unsigned OBJ_BRUSH = 2;   // the brush
+inline constexpr unsigned OBJ_FONT = 6;    // or the font
+inline constexpr int WHITE_BRUSH = 0;      // SelectStockObject: brushes that fill in white,
+inline constexpr int BLACK_BRUSH = 4;      // in black
+inline constexpr int HOLLOW_BRUSH = 5;     // or not at all,
+inline constexpr int WHITE_PEN = 6;        // pens that draw in white,
+inline constexpr int BLACK_PEN = 7;        // in black
+inline constexpr int NULL_PEN = 8;         // or not at all,
+inline constexpr int SYSTEM_FONT = 13;     // and the surface's own font
+inline constexpr unsigned PS_SOLID = 0;    // LOGPEN: a line without gaps,
+inline constexpr unsigned PS_DASH = 1;     // of dashes,
+inline constexpr unsigned PS_DOT = 2;      // of dots,
+inline constexpr unsigned PS_DASHDOT = 3;  // of a dash and a dot by turns,
+inline constexpr unsigned PS_DASHDOTDOT = 4;  // of a dash and two dots by turns,
+inline constexpr unsigned PS_NULL = 5;     // or none
 inline constexpr int TRANSPARENT = 1;      // SetBkMode: only the letters are painted
 inline constexpr int OPAQUE = 2;           // SetBkMode: a box in the background colour lies below them
 inline constexpr int R2_NOT = 6;           // GetROP2: each painted pixel is inverted
