@@ -14,6 +14,7 @@
 #include "adapters/cairo/detail/SurfaceObjects.h"
 #include "adapters/cairo/detail/SurfacePaper.h"
 #include "adapters/cairo/detail/SurfaceText.h"
+#include "adapters/cairo/detail/ThickLine.h"
 
 using zelbase::detail::CairoContextPtr;
 using zelbase::detail::CairoSurfacePtr;
@@ -31,6 +32,7 @@ using zelbase::detail::SurfaceBrush;
 using zelbase::detail::SurfaceObjects;
 using zelbase::detail::SurfacePaper;
 using zelbase::detail::TextBox;
+using zelbase::detail::ThickLine;
 
 namespace {
 
@@ -83,16 +85,17 @@ std::span<const double> RunsOf(unsigned style) {
   }
 }
 
-// All that a stroke depends on, but for colour and path.
+// All that a stroke depends on, but for colour and path. The end of a line of one pixel is the edge of its pixel.
 void UsePen(cairo_t* context, const LOGPEN& pen) {
   const int width = WidthOf(pen);
+  const cairo_line_cap_t cap = width == 1 ? CAIRO_LINE_CAP_SQUARE : CAIRO_LINE_CAP_ROUND;
   const std::span<const double> runs = RunsOf(pen.lopnStyle);
   std::array<double, 6> scaled = {};
   std::transform(runs.begin(), runs.end(), scaled.begin(), [width](double run) { return run * width; });
   cairo_set_dash(context, scaled.data(), static_cast<int>(runs.size()), 0);
   cairo_set_line_width(context, width);
-  cairo_set_line_cap(context, runs.empty() ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
-  cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
+  cairo_set_line_cap(context, runs.empty() ? cap : CAIRO_LINE_CAP_BUTT);
+  cairo_set_line_join(context, width == 1 ? CAIRO_LINE_JOIN_BEVEL : CAIRO_LINE_JOIN_ROUND);
 }
 
 }  // namespace
@@ -170,6 +173,8 @@ void CairoSurface::Body::FlushStrokes() {
 }
 
 void CairoSurface::Body::GatherStroke(const CPoint& from, const CPoint& to) {
+  // One path of many lines makes a sheet small. On an image it takes longer than many paths.
+  if (paper.IsImage() && !strokes.GoesOnFrom(from)) FlushStrokes();
   cairo_t* const context = paper.Context();
   if (context == nullptr) return;
   if (strokes.IsEmpty()) cairo_new_path(context);
@@ -432,6 +437,8 @@ bool CairoSurface::LineTo(int x, int y) {
   if (body.IsThin()) {
     body.dash.bits = DashPattern::Make(pen.lopnStyle).bits;
     body.Pixels().Line(from, to, PixelInk::Make(pen.lopnColor, body.rop2), body.dash);
+  } else if (!body.IsSmooth() && pen.lopnStyle == PS_SOLID) {
+    body.Pixels().Line(ThickLine(from, to, WidthOf(pen)), PixelInk::Make(pen.lopnColor, body.rop2));
   } else if (body.paper.IsImage() && body.rop2 != R2_COPYPEN) {
     body.FlipStroke(from, to);
   } else {

@@ -30,12 +30,13 @@ enum class CairoFormat : int { Png = 0, Svg = 1, Pdf = 2 };
 //     - a line of a pen up to one pixel wide has in its longer direction each coordinate once, without that of its end, and
 //       in the other one it is nearest to the straight line; both directions of drawing give the same pixels between the ends;
 //     - a wider pen of an odd width runs through the pixels' centres and ends a step before the end; one of an even width runs
-//       along the pixels' edges. So a cross of either is symmetrical. Its ends and corners are round;
+//       along the pixels' edges. So a cross of either is symmetrical. Its ends and corners are round, and it has the pixels whose
+//       centres it covers;
 //     - Rectangle and FillSolidRect paint exactly the pixels from left to right - 1 and from top to bottom - 1; Ellipse those of
 //       them whose centres are in the ellipse. Pens wider than a pixel reach beyond, by half of what they are wider.
 // (4) SetPixel and all that a pen or a brush paints obey the raster mode (SetROP2) on images: a line that is drawn twice with
 //     R2_XORPEN or R2_NOT leaves no trace. FillSolidRect and texts copy. A sheet has no pixels to read and copies always.
-// (5) On sheets, and on images for wide and smooth pens, lines that go on from each other are stroked in one piece. A line stops a
+// (5) On sheets, and on images for smooth pens and wide ones with gaps, lines that go on from each other are stroked in one piece. A line stops a
 //     step before its end there, too, until SetPixel sets the end in the pen's colour or the next line goes on from it.
 //
 // At the beginning: black pen, white brush, SYSTEM_FONT (ten points), black text at its top left (TA_LEFT | TA_TOP) with a
@@ -108,7 +109,7 @@ class CairoSurface : public CDC {
   bool Rectangle(int x1, int y1, int x2, int y2) override;
 
   // Likewise. Also false, with nothing painted, when Cairo is to paint it (a sheet, smooth, a wide pen or one with gaps) and a
-  // coordinate is beyond 2^19 in magnitude.
+  // coordinate is beyond 65536 in magnitude.
   bool Ellipse(int x1, int y1, int x2, int y2) override;
 
   // LOGPIXELSY; 0 for others.

@@ -168,6 +168,14 @@ void PixelCanvas::Line(const CPoint& from, const CPoint& to, const PixelInk& ink
   }
 }
 
+void PixelCanvas::Line(const ThickLine& line, const PixelInk& ink) const {
+  const int bottom = std::min(line.Bottom(), m_clip.bottom);
+  for (int y = std::max(line.Top(), m_clip.top); y < bottom; ++y) {
+    const RowSpan row = line.Row(y);
+    FillRow(y, row.first, row.last, ink);
+  }
+}
+
 void PixelCanvas::Ellipse(const EllipseRows& rows, const PixelInk* edge, const PixelInk* inside) const {
   const int top = std::max(rows.Bounds().top, m_clip.top);
   const int bottom = std::min(rows.Bounds().bottom, m_clip.bottom);

@@ -1,5 +1,5 @@
-// Direct writes into the pixels of an image: lines by whole numbers, filled areas, dots. Neighbours: EllipseRows.h, the rows of
-// an ellipse; CairoSurface.h, which chooses between this and Cairo.
+// Direct writes into the pixels of an image: lines by whole numbers, filled areas, dots. Neighbours: EllipseRows.h and
+// ThickLine.h, the rows of shapes; CairoSurface.h, which chooses between this and Cairo.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,7 @@
 #include <span>
 
 #include "adapters/cairo/detail/EllipseRows.h"
+#include "adapters/cairo/detail/ThickLine.h"
 #include "zelbase/platform/COLORREF.h"
 #include "zelbase/platform/CPoint.h"
 #include "zelbase/platform/CRect.h"
@@ -68,6 +69,9 @@ class PixelCanvas {
   // `to`; in the other one it is nearest to the straight line between the pixels' centres, the lower of two equally near: so
   // that there and back are the same pixels but for the ends. `dash` moves on by all its pixels, seen or not.
   void Line(const CPoint& from, const CPoint& to, const PixelInk& ink, DashPattern& dash) const;
+
+  // A line of a wide pen.
+  void Line(const ThickLine& line, const PixelInk& ink) const;
 
   // An ellipse: `edge` for its pixels that have one beside, above or below them that is not of it, `inside` for the others. Null
   // paints none of them.

@@ -1,9 +1,9 @@
 #include "adapters/cairo/detail/StrokePath.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
+#include "adapters/cairo/detail/ThickLine.h"
 #include "zelbase/geometry/Line.h"
 #include "zelbase/geometry/Page.h"
 
@@ -21,18 +21,10 @@ void EmitCut(cairo_t* path, const Point& from, const Point& to) {
   cairo_line_to(path, line.end.x, line.end.y);
 }
 
-// One step along the longer direction before `to`.
-Point StepBefore(const Point& from, const Point& to) {
-  const double dx = to.x - from.x;
-  const double dy = to.y - from.y;
-  const double run = std::max(std::abs(dx), std::abs(dy));
-  return Point(to.x - dx / run, to.y - dy / run, 0);
-}
-
 }  // namespace
 
 void StrokePath::Add(cairo_t* path, const CPoint& from, const CPoint& to) {
-  if (m_points.empty() || !(m_points.back() == from)) {
+  if (!GoesOnFrom(from)) {
     Emit(path);
     m_points.push_back(from);
   }
@@ -41,7 +33,7 @@ void StrokePath::Add(cairo_t* path, const CPoint& from, const CPoint& to) {
 }
 
 bool StrokePath::CompleteAt(const CPoint& end) {
-  if (m_points.empty() || !(m_points.back() == end)) return false;
+  if (!GoesOnFrom(end)) return false;
   m_isComplete = true;
   return true;
 }
@@ -52,14 +44,13 @@ void StrokePath::Finish(cairo_t* path) {
 }
 
 void StrokePath::Emit(cairo_t* path) {
-  const double half = m_isOdd ? 0.5 : 0.0;
-  const auto at = [half](const CPoint& point) { return Point(point.x + half, point.y + half, 0); };
   const std::size_t count = m_points.size();
   bool isInPath = false;  // the path's present point is the line's
   for (std::size_t i = 1; i < count; ++i) {
-    const Point from = at(m_points[i - 1]);
-    Point to = at(m_points[i]);
-    if (i + 1 == count && m_isOdd && !m_isComplete) to = StepBefore(from, to);
+    const Point from = PenTrack(m_points[i - 1], m_points[i], m_width).start;
+    const bool isEnd = i + 1 == count && !m_isComplete;
+    // A line that goes on has its end where the next one begins.
+    const Point to = isEnd ? PenTrack(m_points[i - 1], m_points[i], m_width).end : PenTrack(m_points[i], m_points[i], m_width).start;
     if (IsFar(from) || IsFar(to)) {
       EmitCut(path, from, to);
       isInPath = false;

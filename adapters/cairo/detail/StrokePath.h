@@ -1,5 +1,5 @@
-// Gathers the lines that one pen draws, so that Cairo strokes them together and joined. Neighbour: CairoSurface.h, which says
-// what a line covers.
+// Gathers the lines that one pen draws, so that Cairo strokes them together and joined. Neighbours: ThickLine.h, where a
+// pen runs; CairoSurface.h.
 #pragma once
 
 #include <cairo.h>
@@ -11,17 +11,21 @@
 
 namespace zelbase::detail {
 
-// Beyond this distance from the origin Cairo's own coordinates end; lines are cut there.
-inline constexpr int kFarthest = 1 << 19;
+// Beyond this distance from the origin, farther than any surface with half its widest pen reaches, lines are cut: so that neither
+// Cairo's coordinates end nor the gaps of a pen are without number.
+inline constexpr int kFarthest = 1 << 16;
 
 // Lines as CDC draws them, each from where it begins to just before its end, as one path. A line that begins where the one before
 // it ended goes on with it.
 class StrokePath {
  public:
-  // A pen of an odd width runs through the pixels' centres, one of an even width along their edges.
-  void SetWidth(int width) { m_isOdd = width % 2 != 0; }
+  // The pen's width, which says where in the pixels it runs (PenTrack of ThickLine.h).
+  void SetWidth(int width) { m_width = width; }
 
   bool IsEmpty() const { return m_points.empty() && m_segments == 0; }
+
+  // Whether a line from here goes on with the one before.
+  bool GoesOnFrom(const CPoint& point) const { return !m_points.empty() && m_points.back() == point; }
 
   // Enough to be stroked now.
   bool IsLong() const { return m_segments + m_points.size() >= kMost; }
@@ -42,7 +46,7 @@ class StrokePath {
 
   std::vector<CPoint> m_points;  // of the line in work
   std::size_t m_segments = 0;    // given to the path so far
-  bool m_isOdd = true;
+  int m_width = 1;
   bool m_isComplete = false;
 };
 
