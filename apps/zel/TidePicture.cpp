@@ -6,6 +6,7 @@
 
 #include "CairoPicture.h"
 #include "UtcText.h"
+#include "survey/ChartSteps.h"
 
 namespace zel {
 namespace {
@@ -14,15 +15,6 @@ constexpr double kWidth = 1200.0, kHeight = 480.0;
 constexpr double kLeft = 64.0, kRight = 24.0, kTop = 60.0, kBottom = 64.0;
 constexpr double kHour = 3600000.0, kDay = 24 * kHour;
 constexpr double kMostLabels = 16.0;
-
-// The step of 1, 2 or 5 times a power of ten that divides `range` into `parts` or fewer.
-double NiceStep(double range, double parts) {
-  const double rough = range / parts, power = std::pow(10.0, std::floor(std::log10(rough)));
-  for (const double factor : {1.0, 2.0, 5.0}) {
-    if (factor * power >= rough) return factor * power;
-  }
-  return 10.0 * power;
-}
 
 // A step of whole hours or days, so that labels do not crowd.
 double TimeStep(double range) {
@@ -69,7 +61,7 @@ class Curve {
   }
 
   void DrawHeights(cairo_t* pen) const {
-    const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(m_step) - 1e-9)));
+    const int decimals = DecimalsOf(m_step);
     const int lines = static_cast<int>(std::lround((m_high - m_low) / m_step));
     for (int i = 0; i <= lines; ++i) {
       const double height = m_low + i * m_step;

@@ -2,15 +2,19 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "OutputFile.h"
 #include "ProgressBar.h"
 #include "SettingsFile.h"
 #include "survey/SurveyFaults.h"
 #include "survey/SurveyFile.h"
+#include "survey/SurveyPictures.h"
 #include "survey/SurveyReport.h"
 #include "zelbase/xml/XmlWriter.h"
 
@@ -35,7 +39,10 @@ class Stages {
     m_bar->Show(progress);
     return !IsInterrupted();
   }
-  void Clear() { m_bar.reset(); }
+  void Clear() {
+    m_bar.reset();
+    m_stage.clear();
+  }
 
  private:
   std::string m_stage;
@@ -56,6 +63,29 @@ bool WriteReports(const Survey& survey, const std::filesystem::path& folder) {
   return WriteFile((folder / "report.txt").string(), SurveyReportText(survey)) && made && WriteFile((folder / "report.xml").string(), xml.view());
 }
 
+// The chart in three forms, and the long section of a survey with a design. What cannot be written joins the survey's errors; the rest
+// is drawn all the same. False once it was asked to stop.
+bool WritePictures(Survey& survey, const std::filesystem::path& folder, Stages& stages) {
+  using Save = std::function<bool(const std::string& path, std::string& reason)>;
+  const SurveyChart chart(survey, [&stages](double progress) { return stages.Show("chart", 0.3 * progress); });
+  std::vector<std::pair<const char*, Save>> pictures = {
+      {"chart.png", [&chart](const std::string& path, std::string& reason) { return chart.SavePng(path, reason); }},
+      {"chart.svg", [&chart](const std::string& path, std::string& reason) { return chart.SaveSvg(path, reason); }},
+      {"chart.pdf", [&chart](const std::string& path, std::string& reason) { return chart.SavePdf(path, reason); }}};
+  if (survey.design.IsGiven()) {
+    pictures.emplace_back("profile.png", [&survey](const std::string& path, std::string& reason) { return SaveProfilePng(survey, path, reason); });
+  }
+  std::vector<std::string> reasons;
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    if (!stages.Show("chart", 0.3 + 0.7 * static_cast<double>(i) / static_cast<double>(pictures.size()))) break;
+    std::string reason;
+    if (!pictures[i].second((folder / pictures[i].first).string(), reason)) reasons.push_back(reason);
+  }
+  stages.Clear();
+  for (const std::string& reason : reasons) survey.errors.push_back({"Pictures", "File", reason, ""});
+  return !IsInterrupted();
+}
+
 void PrintErrors(const Survey& survey) {
   for (std::size_t i = 0; i < survey.errors.size() && i < kMostShown; ++i) {
     const SurveyError& error = survey.errors[i];
@@ -70,7 +100,8 @@ void PrintSummary(const Survey& survey, const Arguments& arguments) {
   std::printf("%s of %lld read, %lld outside the work area, %lld without tide\n", Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read,
               counts.outside, counts.withoutTide);
   std::printf("%s\n", survey.errors.empty() ? "no errors" : Counted(survey.errors.size(), "error", "errors").c_str());
-  std::printf("report.txt and report.xml are in \"%s\"\n", arguments.output.c_str());
+  const char* const pictures = survey.design.IsGiven() ? "The chart, the long section, " : "The chart, ";
+  std::printf("%sreport.txt and report.xml are in \"%s\"\n", arguments.noPictures ? "" : pictures, arguments.output.c_str());
   std::fflush(stdout);
 }
 
@@ -86,6 +117,7 @@ int RunSurvey(const Arguments& arguments) {
   stages.Clear();
   if (outcome == SurveyOutcome::Stopped) return Fail("stopped");
   faults.Gather(survey);
+  if (!arguments.noPictures && !WritePictures(survey, arguments.output, stages)) return Fail("stopped");
   PrintErrors(survey);
   if (!WriteReports(survey, arguments.output)) return kFoundWrong;
   PrintSummary(survey, arguments);

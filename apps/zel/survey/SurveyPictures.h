@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "survey/Survey.h"
@@ -11,16 +12,29 @@ namespace zel {
 // Told how much of the job is done, 0 to 1. False asks to stop.
 using SurveyProgress = std::function<bool(double)>;
 
-// Each draws one picture, which replaces the file at `path` when it is whole. False, with a reason that a person can read, when it
-// cannot be written; false with an empty reason when `progress` asked to stop. In both cases the file is as it was. The survey may lack
-// any of its parts, soundings too: what is there is drawn. `progress` may be empty.
+// Each Save draws one picture, which replaces the file at `path` when it is whole. False, with a reason that a person can read, when it
+// cannot be written. In that case the file is as it was. The survey may lack any of its parts, soundings too: what is there is drawn.
 
-// The chart: one sheet from above.
-bool SaveChartPng(const Survey& survey, const std::string& path, const SurveyProgress& progress, std::string& reason);
-bool SaveChartSvg(const Survey& survey, const std::string& path, const SurveyProgress& progress, std::string& reason);
-bool SaveChartPdf(const Survey& survey, const std::string& path, const SurveyProgress& progress, std::string& reason);
+// The chart: one sheet from above, of A3 size. The survey must outlive it and stay as it is.
+class SurveyChart {
+ public:
+  // Looks at all soundings, once for the three files. When `progress`, which may be empty, asks to stop, only those so far are shown.
+  SurveyChart(const Survey& survey, const SurveyProgress& progress);
+  ~SurveyChart();
+  SurveyChart(const SurveyChart&) = delete;
+  SurveyChart& operator=(const SurveyChart&) = delete;
 
-// The long section along the design line. Not to be asked for without one.
-bool SaveProfilePng(const Survey& survey, const std::string& path, const SurveyProgress& progress, std::string& reason);
+  // Several may run at once, each on its own thread.
+  bool SavePng(const std::string& path, std::string& reason) const;
+  bool SaveSvg(const std::string& path, std::string& reason) const;
+  bool SavePdf(const std::string& path, std::string& reason) const;
+
+ private:
+  struct Body;
+  std::unique_ptr<const Body> m_body;
+};
+
+// The long section along the design line. A survey without one gives a sheet that says so.
+bool SaveProfilePng(const Survey& survey, const std::string& path, std::string& reason);
 
 }  // namespace zel
