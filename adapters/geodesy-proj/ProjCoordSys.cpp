@@ -88,6 +88,12 @@ double MeridianOf(const ProjContext& context, const PJ* system) {
   return longitude == 0.0 ? 0.0 : longitude * (factor / kDegree);
 }
 
+// Whether PROJ has the formulas of a projected system. Where it has not, it makes an operation all the same, which never answers.
+bool IsComputable(const ProjContext& context, const PJ* system) {
+  const PjPointer projection(proj_crs_get_coordoperation(context.Get(), system));
+  return projection != nullptr && proj_coordoperation_is_instantiable(context.Get(), projection.get()) != 0;
+}
+
 // A definition could have PROJ open any file by these words, a pipe even, which never ends.
 bool NamesFiles(const std::string& definition) {
   const std::string text = LowerCase(definition);
@@ -224,8 +230,9 @@ std::unique_ptr<ProjCoordSys::System> ProjCoordSys::MakeSystem(const std::string
   if (base == nullptr || turned == nullptr || !ReadAxes(m_context, turned.get(), axes) || !ReadAxes(m_context, base.get(), baseAxes)) {
     return Refuse("the axes of " + Quoted(code) + " cannot be read");
   }
-  system->fromBase = MakeOperation(base.get(), own.get());
-  if (system->fromBase == nullptr) return Refuse("the projection of " + Quoted(code) + " is not known");
+  const bool computable = system->kind == GeoCoordSysKind::Geographic || IsComputable(m_context, own.get());
+  if (computable) system->fromBase = MakeOperation(base.get(), own.get());
+  if (system->fromBase == nullptr) return Refuse(Quoted(code) + " (" + system->name + ") cannot be computed: its projection is not known");
 
   system->code = CodeOf(whole.get());
   system->turn = TurnOf(axes);

@@ -54,6 +54,7 @@ std::vector<GeoSystemInfo> ReadSystems(const ProjContext& context) {
   parameters->types = types;
   parameters->typesCount = std::size(types);
   parameters->allow_deprecated = 1;
+  parameters->celestial_body_name = "Earth";
   int count = 0;
   PROJ_CRS_INFO** const list = proj_get_crs_info_list_from_database(context.Get(), nullptr, parameters, &count);
   std::vector<GeoSystemInfo> systems;

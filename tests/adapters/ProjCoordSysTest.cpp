@@ -257,6 +257,7 @@ const std::vector<std::string>& RefusedCodes() {
       "EPSG:4978",   // geocentric
       "EPSG:5703",   // heights only
       "EPSG:7030",   // an ellipsoid
+      "EPSG:2218",   // a conic projection with west in front, which PROJ lacks
       std::string("EPSG:4326\0x", 11), std::string(100, 'A') + ":1", "EPSG:'; drop table crs_view;--", "%s%s%n:%d", "\xFF\xFE:\x80",
       "+proj=", "+proj=nonsense", "+proj=utm", "+proj=pipeline +step +proj=axisswap +order=2,1", "+proj=longlat +nadgrids=/dev/zero",
       "+init=epsg:4326", "+proj=utm +zone=31 +init=/etc/passwd:x", "GEOGCRS[", "PROJCS[\"x\"]", std::string(70000, '['),

@@ -28,7 +28,7 @@ struct GeoSystemInfo : GeoEntry {
 
 // The registry has asked IsReady already: a database that is not ready is never handed out by it.
 //
-// Lists come sorted by authority and by number within; each call empties the list first and gives its size. A database that cannot
+// Lists are of the earth alone. They come sorted by authority and by number within; each call empties the list first and gives its size. A database that cannot
 // be read gives 0. Texts are 8-bit, Windows-1252, with "?" for what that has no place for. One thread at a time for each object.
 class ZELBASE_API GeoDatabase : public SpareGeoDatabase {
  public:
@@ -44,7 +44,8 @@ class ZELBASE_API GeoDatabase : public SpareGeoDatabase {
   // Where it lies, in the "\" form; empty when there is none.
   virtual std::string Location() = 0;
 
-  // The geographic and projected systems of every authority, deprecated ones included.
+  // The geographic and projected systems of every authority, deprecated ones included, and those whose projection nobody here can
+  // compute, which GeoCoordSys refuses.
   virtual int GetSystems(std::vector<GeoSystemInfo>& systems) = 0;
 
   // Those with every blank-parted word of `text` in their code, name or area, in either case of letters A to Z. Without words: all.
