@@ -45,7 +45,7 @@ std::vector<Segment> MakeSegments() {
   return segments;
 }
 
-// In bands by the row, as depths lie: the colour changes all the time.
+// Of 64 colours, and hardly ever the same one twice in a row.
 std::vector<COLORREF> MakeColours() {
   std::mt19937 random(99);
   std::vector<COLORREF> colors(kSoundings);

@@ -116,7 +116,9 @@ TEST_F(CairoImage, TheEdgeOfTheImageDoesNotBendALine) {
     Draw(cut, x1, y1, x2, y2);
     Draw(whole, x1 + kMargin, y1 + kMargin, x2 + kMargin, y2 + kMargin);
     for (int y = 0; y < 20; ++y) {
-      for (int x = 0; x < 20; ++x) ASSERT_EQ(cut.GetPixel(x, y), whole.GetPixel(x + kMargin, y + kMargin)) << x1 << ' ' << y1 << ' ' << x2 << ' ' << y2;
+      for (int x = 0; x < 20; ++x) {
+        ASSERT_EQ(cut.GetPixel(x, y), whole.GetPixel(x + kMargin, y + kMargin)) << x1 << ' ' << y1 << ' ' << x2 << ' ' << y2;
+      }
     }
   }
 }
