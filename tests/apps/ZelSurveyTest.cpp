@@ -535,6 +535,43 @@ TEST_F(ZelSurvey, StoppedItLeavesWhatWasThere) {
   EXPECT_EQ(files, 1U);
 }
 
+// ---- pictures ----
+
+TEST_F(ZelSurvey, ThePicturesAreWritten) {
+  const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(m_folder.Read("out/chart.png").substr(1, 3), "PNG");
+  EXPECT_EQ(m_folder.Read("out/profile.png").substr(1, 3), "PNG");
+  EXPECT_TRUE(m_folder.Read("out/chart.pdf").starts_with("%PDF"));
+  EXPECT_TRUE(Holds(m_folder.Read("out/chart.svg"), "<svg"));
+  EXPECT_TRUE(Holds(result.output, "The chart, the long section, report.txt and report.xml are in ")) << result.output;
+}
+
+TEST_F(ZelSurvey, APictureThatCannotBeWrittenIsAnError) {
+  m_folder.MakeFolder("out");
+  m_folder.MakeFolder("out/chart.svg");
+  const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(m_folder.Read("out/report.txt"), "Pictures: File IO Error: Error writing to \"chart.svg\".")) << result.errors;
+  EXPECT_TRUE(m_folder.Exists("out/chart.png") && m_folder.Exists("out/chart.pdf")) << "the others are";
+}
+
+TEST_F(ZelSurvey, WithoutADesignThereIsNoLongSection) {
+  Folder folder = SmallSurvey();
+  folder["survey.ini"] = "[Soundings]\nFile = s.xyz\n";
+  Survey(folder);
+  const ProgramResult result = Run({"survey", m_folder.File("survey"), "--out", m_folder.File("plain")});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_TRUE(m_folder.Exists("plain/chart.png"));
+  EXPECT_FALSE(m_folder.Exists("plain/profile.png"));
+}
+
+TEST_F(ZelSurvey, WithoutSettingsThereIsNoPicture) {
+  EXPECT_EQ(Run({"survey", m_folder.File("none"), "--out", m_folder.File("bare")}).exitCode, 1);
+  EXPECT_TRUE(m_folder.Exists("bare/report.txt"));
+  EXPECT_FALSE(m_folder.Exists("bare/chart.png"));
+}
+
 // ---- the samples ----
 
 TEST_F(ZelSurvey, TheSampleIsWhole) {

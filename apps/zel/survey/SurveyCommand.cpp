@@ -39,10 +39,6 @@ class Stages {
     m_bar->Show(progress);
     return !IsInterrupted();
   }
-  void Clear() {
-    m_bar.reset();
-    m_stage.clear();
-  }
 
  private:
   std::string m_stage;
@@ -60,29 +56,36 @@ bool WriteFile(const std::string& path, std::string_view text) {
 bool WriteReports(const Survey& survey, const std::filesystem::path& folder) {
   std::ostringstream xml;
   const bool made = XmlWriter(SurveyReportXml(survey)).WriteStream(xml);
-  return WriteFile((folder / "report.txt").string(), SurveyReportText(survey)) && made && WriteFile((folder / "report.xml").string(), xml.view());
+  return WriteFile((folder / "report.txt").string(), SurveyReportText(survey)) && made &&
+         WriteFile((folder / "report.xml").string(), xml.view());
 }
 
-// The chart in three forms, and the long section of a survey with a design. What cannot be written joins the survey's errors; the rest
-// is drawn all the same. False once it was asked to stop.
-bool WritePictures(Survey& survey, const std::filesystem::path& folder, Stages& stages) {
-  using Save = std::function<bool(const std::string& path, std::string& reason)>;
-  const SurveyChart chart(survey, [&stages](double progress) { return stages.Show("chart", 0.3 * progress); });
-  std::vector<std::pair<const char*, Save>> pictures = {
-      {"chart.png", [&chart](const std::string& path, std::string& reason) { return chart.SavePng(path, reason); }},
-      {"chart.svg", [&chart](const std::string& path, std::string& reason) { return chart.SaveSvg(path, reason); }},
-      {"chart.pdf", [&chart](const std::string& path, std::string& reason) { return chart.SavePdf(path, reason); }}};
+using Save = std::function<bool(const std::string& path, std::string& reason)>;
+using Pictures = std::vector<std::pair<const char*, Save>>;
+
+// The chart in three forms, and the long section of a survey with a design.
+Pictures PicturesOf(const Survey& survey, const SurveyChart& chart) {
+  Pictures pictures = {{"chart.png", [&chart](const std::string& path, std::string& reason) { return chart.SavePng(path, reason); }},
+                       {"chart.svg", [&chart](const std::string& path, std::string& reason) { return chart.SaveSvg(path, reason); }},
+                       {"chart.pdf", [&chart](const std::string& path, std::string& reason) { return chart.SavePdf(path, reason); }}};
   if (survey.design.IsGiven()) {
-    pictures.emplace_back("profile.png", [&survey](const std::string& path, std::string& reason) { return SaveProfilePng(survey, path, reason); });
+    pictures.emplace_back("profile.png",
+                          [&survey](const std::string& path, std::string& reason) { return SaveProfilePng(survey, path, reason); });
   }
-  std::vector<std::string> reasons;
+  return pictures;
+}
+
+// What cannot be written is reported; the rest is drawn all the same. False once it was asked to stop.
+bool WritePictures(const Survey& survey, const std::filesystem::path& folder, Stages& stages) {
+  const SurveyChart chart(survey, [&stages](double progress) { return stages.Show("drawing", 0.3 * progress); });
+  const Pictures pictures = PicturesOf(survey, chart);
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    if (!stages.Show("chart", 0.3 + 0.7 * static_cast<double>(i) / static_cast<double>(pictures.size()))) break;
+    if (!stages.Show("drawing", 0.3 + 0.7 * static_cast<double>(i) / static_cast<double>(pictures.size()))) return false;
+    const auto& [name, save] = pictures[i];
+    const std::string path = (folder / name).string();
     std::string reason;
-    if (!pictures[i].second((folder / pictures[i].first).string(), reason)) reasons.push_back(reason);
+    if (!save(path, reason)) ReportFile("Pictures", path, FileError::Write);
   }
-  stages.Clear();
-  for (const std::string& reason : reasons) survey.errors.push_back({"Pictures", "File", reason, ""});
   return !IsInterrupted();
 }
 
@@ -90,19 +93,30 @@ void PrintErrors(const Survey& survey) {
   for (std::size_t i = 0; i < survey.errors.size() && i < kMostShown; ++i) {
     const SurveyError& error = survey.errors[i];
     const auto shown = [](const std::string& text) { return ToTerminal(text, DetectEncoding(text)); };
-    Fail(shown(error.context) + ": " + shown(error.text) + (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
+    Fail(shown(error.context) + ": " + shown(error.text) +
+         (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
   }
-  if (survey.errors.size() > kMostShown) Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them all");
+  if (survey.errors.size() > kMostShown)
+    Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them all");
 }
 
 void PrintSummary(const Survey& survey, const Arguments& arguments) {
   const SurveyCounts& counts = survey.counts;
-  std::printf("%s of %lld read, %lld outside the work area, %lld without tide\n", Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read,
-              counts.outside, counts.withoutTide);
+  std::printf("%s of %lld read, %lld outside the work area, %lld without tide\n",
+              Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read, counts.outside, counts.withoutTide);
   std::printf("%s\n", survey.errors.empty() ? "no errors" : Counted(survey.errors.size(), "error", "errors").c_str());
   const char* const pictures = survey.design.IsGiven() ? "The chart, the long section, " : "The chart, ";
   std::printf("%sreport.txt and report.xml are in \"%s\"\n", arguments.noPictures ? "" : pictures, arguments.output.c_str());
   std::fflush(stdout);
+}
+
+// False once it was asked to stop. Without settings there is nothing to draw.
+bool ReadAndDraw(const Arguments& arguments, Survey& survey) {
+  Stages stages;
+  const SurveyStage show = [&stages](const char* stage, double progress) { return stages.Show(stage, progress); };
+  const SurveyOutcome outcome = ReadSurvey(arguments.folder, arguments.settings, show, survey);
+  if (outcome == SurveyOutcome::Stopped) return false;
+  return arguments.noPictures || outcome == SurveyOutcome::NoSettings || WritePictures(survey, arguments.output, stages);
 }
 
 int RunSurvey(const Arguments& arguments) {
@@ -112,12 +126,8 @@ int RunSurvey(const Arguments& arguments) {
   if (!std::filesystem::is_directory(arguments.output, failed)) return Fail("cannot make the folder \"" + arguments.output + "\"");
   const FaultCounter faults;
   Survey survey;
-  Stages stages;
-  const SurveyOutcome outcome = ReadSurvey(arguments.folder, arguments.settings, [&stages](const char* stage, double progress) { return stages.Show(stage, progress); }, survey);
-  stages.Clear();
-  if (outcome == SurveyOutcome::Stopped) return Fail("stopped");
+  if (!ReadAndDraw(arguments, survey)) return Fail("stopped");
   faults.Gather(survey);
-  if (!arguments.noPictures && !WritePictures(survey, arguments.output, stages)) return Fail("stopped");
   PrintErrors(survey);
   if (!WriteReports(survey, arguments.output)) return kFoundWrong;
   PrintSummary(survey, arguments);
@@ -133,8 +143,9 @@ void AddSurveyCommand(CLI::App& program, int& exitCode) {
   app->add_option("--out", arguments->output, "Folder to write to; made when it is not there")->required();
   app->add_option("--settings", arguments->settings, "The settings in the folder that name all the rest");
   app->add_flag("--no-pictures", arguments->noPictures, "Only the reports");
-  app->footer("Ctrl-C stops it, and leaves no half files.\n\nExample:\n  zel survey samples/survey --out out\n\n"
-              "Exit code: 0, or 1 when something was wrong in the folder; what could be done is done all the same.\n");
+  app->footer(
+      "Ctrl-C stops it, and leaves no half files.\n\nExample:\n  zel survey samples/survey --out out\n\n"
+      "Exit code: 0, or 1 when something was wrong in the folder; what could be done is done all the same.\n");
   app->callback([arguments, &exitCode] { exitCode = RunSurvey(*arguments); });
 }
 
