@@ -71,6 +71,9 @@ TEST(MapView, TakesInWhatBelongsToTheSurveyUnlessThatCostsTooMuch) {
   survey.vessel.x = 90000;
   EXPECT_NEAR(ViewOf(survey).centre.x, 500, 1e-6) << "too far";
   EXPECT_EQ(ViewOf(survey).scale, alone);
+  survey.soundings = {Point(0, 0, -5)};
+  survey.workArea.push_back({Point(-500, -500, 0), Point(500, -500, 0), Point(0, 500, 0)});
+  EXPECT_EQ(ViewOf(survey).scale, 5000.0) << "around a single sounding the work area is seen: 1000 m * 1.06 on 261 mm are 1 : 4061";
 }
 
 TEST(MapView, AnythingGivesAView) {

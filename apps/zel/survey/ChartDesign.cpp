@@ -15,7 +15,7 @@ constexpr double kLeastMajor = 24.0;                   // millimetres from numbe
 constexpr double kMinorTick = 0.8, kMajorTick = 1.7;   // to either side
 constexpr double kTextHeight = 3.0;
 constexpr double kTextGap = 0.7;
-constexpr double kTickLine = 0.25, kFloorEdge = 0.18;
+constexpr double kTickLine = 0.3, kFloorEdge = 0.18;
 
 std::vector<ProfilePoint> PointsOf(LineData& line) {
   std::vector<ProfilePoint> points;
@@ -109,10 +109,10 @@ void DrawDesign(MapPen& pen, const Survey& survey, const MapView& view, BoxIndex
     for (const double side : {-0.5, 0.5}) DrawBeside(pen, points, side * survey.design.width);
   }
   const std::vector<ChainageTick> ticks = ChainageTicks(survey, view.MetresPerMillimetre());
-  for (const auto& [ink, wider] : {std::pair{inks::kPaper, 2.0 * lines::kRim}, {inks::kDesign, 0.0}}) {
-    pen.Use(ink, lines::kDesign + wider);
+  for (const auto& [ink, rim] : {std::pair{inks::kPaper, lines::kRim}, {inks::kDesign, 0.0}}) {
+    pen.Use(ink, lines::kDesign, rim);
     ForPieces(points, [&pen](const ProfilePoint& from, const ProfilePoint& to) { pen.Draw(Line(from.Absolute(), to.Absolute())); });
-    pen.Use(ink, kTickLine + wider);
+    pen.Use(ink, kTickLine, rim);
     DrawTicks(pen, ticks, view);
   }
   for (const ChainageTick& tick : ticks) {

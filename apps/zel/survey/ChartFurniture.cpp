@@ -95,7 +95,7 @@ class Column {
     const SurveyCounts& counts = m_survey.counts;
     const std::pair<long long, const char*> reasons[] = {{counts.outside, "outside the work area"},
                                                          {counts.withoutTide - counts.keptUnreduced, "without tide"},
-                                                         {counts.rejectedBeams, "rejected beams"}};
+                                                         {counts.rejectedBeams, counts.rejectedBeams == 1 ? "rejected beam" : "rejected beams"}};
     std::string text;
     for (const auto& [count, reason] : reasons) {
       if (count > 0) text += (text.empty() ? "" : ", ") + Count(count) + ' ' + Word(reason);

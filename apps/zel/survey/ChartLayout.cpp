@@ -77,7 +77,7 @@ double ScaleFor(const Page& page) {
   return std::max(wide, high) * 1000.0;
 }
 
-// The first page that is there, and those after it that do not make the map much smaller.
+// The first page that is there, and those after it that do not make the map much smaller; one place alone does not count.
 Page Subject(std::span<const Page> pages) {
   Page subject;
   double most = 0.0;
@@ -85,8 +85,8 @@ Page Subject(std::span<const Page> pages) {
     if (!page.IsValid()) continue;
     Page both = subject;
     both |= page;
-    if (subject.IsValid() && ScaleFor(both) > most) continue;
-    if (!subject.IsValid() || most == 0.0) most = ScaleFor(both) * kMostShrinking;
+    if (most > 0.0 && ScaleFor(both) > most) continue;
+    if (most == 0.0) most = ScaleFor(both) * kMostShrinking;
     subject = both;
   }
   return subject;

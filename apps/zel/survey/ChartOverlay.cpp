@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "survey/ChartDesign.h"
 #include "survey/ChartSymbols.h"
@@ -13,7 +14,7 @@ namespace zel {
 namespace {
 
 constexpr double kLeastStroke = 0.15;      // millimetres; a track's places nearer than that to the last one add nothing
-constexpr double kEllipseDistance = 10.0;   // millimetres from ellipse to ellipse
+constexpr double kEllipseDistance = 14.0;   // millimetres from ellipse to ellipse
 constexpr double kLeastEllipse = 0.35, kMostEllipse = 60.0;  // half axes that are drawn
 constexpr double kLeastVessel = 6.0;       // millimetres; a smaller vessel is drawn as long as that
 
@@ -46,8 +47,7 @@ void DrawEllipse(const MapPen& pen, const TrackPlace& place, double sigmas) {
 }
 
 // Of fixes, as far apart as they can be told from each other.
-void DrawEllipses(MapPen& pen, const SurveyTrack& track, const MapView& view) {
-  pen.Use(inks::kTrack, lines::kEllipse);
+void DrawEllipses(const MapPen& pen, const SurveyTrack& track, const MapView& view) {
   const double sigmas = kEllipseSigmas * EllipseEnlargement(track, view);
   const TrackPlace* last = nullptr;
   for (const TrackPlace& place : track.places) {
@@ -133,11 +133,12 @@ void DrawOverlay(MapPen& pen, const Survey& survey, const MapView& view, const C
   pen.DrawRings(survey.land);
   pen.Use(inks::kWorkArea, lines::kWorkArea);
   pen.DrawRings(survey.workArea);
-  pen.Use(inks::kPaper, lines::kTrack + 2.0 * lines::kRim);
-  DrawTrackLine(pen, survey.track.places);
-  pen.Use(inks::kTrack, lines::kTrack);
-  DrawTrackLine(pen, survey.track.places);
-  DrawEllipses(pen, survey.track, view);
+  for (const auto& [ink, rim] : {std::pair{inks::kPaper, lines::kRim}, {inks::kTrack, 0.0}}) {
+    pen.Use(ink, lines::kEllipse, rim);
+    DrawEllipses(pen, survey.track, view);
+    pen.Use(ink, lines::kTrack, rim);
+    DrawTrackLine(pen, survey.track.places);
+  }
   DrawDesign(pen, survey, view, taken);
   DrawRefused(pen, survey.track.places);
   DrawVessel(pen, survey.vessel, view, taken);

@@ -68,7 +68,7 @@ std::string TrackText(const Survey& survey, const MapView& view) {
 }  // namespace
 
 double EllipseEnlargement(const SurveyTrack& track, const MapView& view) {
-  constexpr double kSeen = 1.0;    // millimetres; large enough
+  constexpr double kSeen = 1.4;    // millimetres; no larger than that
   constexpr double kMost = 1000.0;
   std::vector<double> sizes;
   for (const TrackPlace& place : track.places) {
@@ -77,7 +77,7 @@ double EllipseEnlargement(const SurveyTrack& track, const MapView& view) {
   if (sizes.empty()) return 1.0;
   const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
   std::ranges::nth_element(sizes, middle);
-  return *middle >= kSeen ? 1.0 : std::min(NiceStep(kSeen / *middle, 1.0), kMost);
+  return std::clamp(NiceLength(kSeen / *middle), 1.0, kMost);
 }
 
 std::vector<ChartSymbol> SymbolsOf(const Survey& survey, const MapView& view) {

@@ -13,8 +13,7 @@ unsigned int Byte(double share) { return static_cast<unsigned int>(std::lround(s
 
 COLORREF ColourOf(const Ink& ink) { return Byte(ink.red) | Byte(ink.green) << 8 | Byte(ink.blue) << 16; }
 
-// The odd number nearest to a width: then all pens run through the same middle, and one drawn over a wider one has it on both sides.
-int OddPixels(double width) { return 2 * static_cast<int>(std::floor(std::clamp(width, 0.0, 1000.0) / 2.0)) + 1; }
+int WholePixels(double width, int least) { return std::max(static_cast<int>(std::lround(std::clamp(width, 0.0, 1000.0))), least); }
 
 // The rings that a clipper left, as a path of pixels.
 void AddPath(cairo_t* context, const PolyClipper& clipper) {
@@ -38,8 +37,8 @@ MapPen::~MapPen() {
   m_surface.ResetClip();
 }
 
-void MapPen::Use(const Ink& ink, double width) {
-  const HGDIOBJ pen = m_surface.CreatePen(PS_SOLID, OddPixels(width * m_parts), ColourOf(ink));
+void MapPen::Use(const Ink& ink, double width, double rim) {
+  const HGDIOBJ pen = m_surface.CreatePen(PS_SOLID, WholePixels(width * m_parts, 1) + 2 * WholePixels(rim * m_parts, 0), ColourOf(ink));
   if (pen == nullptr) return;
   const HGDIOBJ former = m_surface.SelectObject(pen);
   if (m_pen == nullptr) m_former = former;
@@ -79,10 +78,12 @@ void MapPen::Fill(const std::vector<std::vector<Point>>& rings, const Ink& ink) 
 }
 
 void MapPen::Cross(const Point& place, double size) const {
-  constexpr double kDotsPerInch = 96.0;  // at which the library takes a symbol's size
-  const double resolution = m_surface.GetDeviceCaps(LOGPIXELSY);
-  if (resolution <= 0.0) return;
-  place.DrawSymbol(&m_surface, m_system, static_cast<int>(std::lround(size * m_parts * kDotsPerInch / resolution)), 1);
+  const double reach = size * m_parts / m_system.scale.x;
+  for (const double side : {-1.0, 1.0}) {
+    Point arm(reach, side * reach, 0.0);
+    m_system.RotatePtoW(arm.x, arm.y);
+    Draw(Line(place - arm, place + arm));
+  }
 }
 
 HGDIOBJ MapPen::MakeFont(double height) const {

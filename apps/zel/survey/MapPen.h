@@ -23,8 +23,8 @@ class MapPen {
   MapPen(const MapPen&) = delete;
   MapPen& operator=(const MapPen&) = delete;
 
-  // Of the lines from now on. They cover all of what is below, whatever the ink says.
-  void Use(const Ink& ink, double width);
+  // Of the lines from now on, `rim` wider on both sides. They cover all of what is below, whatever the ink says.
+  void Use(const Ink& ink, double width, double rim = 0.0);
 
   void Draw(const Line& line) const { line.DrawLine(&m_surface, m_system, m_system.worldWindow); }
   void Draw(const std::vector<Point>& path) const;
@@ -35,7 +35,7 @@ class MapPen {
   // Fills polygons, by the even-odd rule.
   void Fill(const std::vector<std::vector<Point>>& rings, const Ink& ink) const;
 
-  // The upright cross of the library, its arms of `size`.
+  // A diagonal cross whose arms reach `size` to all sides.
   void Cross(const Point& place, double size) const;
 
   // A text that ends where the line begins, in the line's direction. Windows-1252.
