@@ -5,12 +5,6 @@
 #include <cmath>
 #include <memory>
 
-#if defined(__SANITIZE_ADDRESS__)
-// The fonts' library keeps what it has read until the end of the process, out of the leak check's sight.
-extern "C" const char* __lsan_default_suppressions();
-const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
-#endif
-
 namespace zel {
 namespace {
 

@@ -24,6 +24,12 @@
 #include "XyzCommand.h"
 #include "survey/SurveyCommand.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+// The fonts' library keeps what it has read until the end of the process, out of the leak check's sight.
+extern "C" const char* __lsan_default_suppressions();
+const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+#endif
+
 namespace {
 
 int Run(int argc, char** argv) {
