@@ -229,7 +229,7 @@ TEST(ZelCompositeAction, OneThatWasAddedTwiceRunsTwiceAndIsDestroyedOnce) {
   EXPECT_EQ(calls, "a.Validate a.Validate a.Execute a.Execute a.gone ");
 }
 
-TEST(ZelCompositeAction, CopiesShareThePointersAndTheLastDestroysThemOnce) {
+TEST(ZelCompositeAction, CopiesShareThePointersAndTheFirstThatGoesDestroysThem) {
   std::string calls;
   auto source = std::make_unique<ZelCompositeAction>();
   source->SetName("source");
@@ -244,15 +244,34 @@ TEST(ZelCompositeAction, CopiesShareThePointersAndTheLastDestroysThemOnce) {
   EXPECT_EQ(assigned.GetName(), "source");
   for (ZelCompositeAction* const other : {copy.get(), &assigned}) {
     EXPECT_EQ(other->GetCount(), 2);
+    EXPECT_NE(other->GetAction(0), nullptr);
     EXPECT_EQ(other->GetAction(0), source->GetAction(0));
   }
   source.reset();
-  copy->DeleteAllActions();
+  EXPECT_EQ(std::exchange(calls, ""), "a.gone ");
+  for (ZelCompositeAction* const other : {copy.get(), &assigned}) {
+    EXPECT_EQ(other->GetCount(), 2);
+    EXPECT_EQ(other->GetAction(0), nullptr);
+    EXPECT_TRUE(other->Execute());
+    EXPECT_FALSE(other->CanSelect());
+    other->DeleteAllActions();
+    EXPECT_EQ(other->GetCount(), 0);
+  }
   EXPECT_EQ(calls, "");
-  EXPECT_TRUE(assigned.Execute());
-  EXPECT_EQ(std::exchange(calls, ""), "a.Validate a.Execute ");
-  assigned.DeleteAllActions();
-  EXPECT_EQ(calls, "a.gone ");
+}
+
+TEST(ZelCompositeAction, DeletingAllOfACopyDestroysTheSourcesToo) {
+  std::string calls;
+  ZelCompositeAction source;
+  source.AddAction(new ScriptedAction("a", &calls));
+  ZelCompositeAction copy(source);
+  source.AddAction(new ScriptedAction("b", &calls));  // after the copy was made: the source's alone
+  copy.DeleteAllActions();
+  EXPECT_EQ(std::exchange(calls, ""), "a.gone ");
+  EXPECT_EQ(source.GetCount(), 2);
+  EXPECT_EQ(source.GetAction(0), nullptr);
+  EXPECT_TRUE(source.Execute());
+  EXPECT_EQ(calls, "b.Validate b.Execute ");
 }
 
 TEST(ZelCompositeAction, ACopyKnowsWhatTheSourceOwns) {

@@ -12,24 +12,26 @@ namespace {
 
 constexpr int kGroupNameText = 12045;
 
-using Actions = std::vector<std::shared_ptr<ZelAction>>;
+}  // namespace
 
 // Where the composites that go on this thread leave their sub-actions, so that nesting costs no stack; null when none goes. The
 // last goes next.
-thread_local Actions* t_leaving = nullptr;
+thread_local ZelCompositeAction::Actions* ZelCompositeAction::t_leaving = nullptr;
 
 // Destroys the actions in order, each followed by those it leaves.
-void DestroyAll(Actions actions) {
+void ZelCompositeAction::DestroyAll(Actions actions) {
   std::reverse(actions.begin(), actions.end());
   Actions* const outer = std::exchange(t_leaving, &actions);
   while (!actions.empty()) {
-    const std::shared_ptr<ZelAction> next = std::move(actions.back());
+    const std::shared_ptr<Held> held = std::move(actions.back());
     actions.pop_back();
+    // Kept: copies lose it as well; each thinks that it owns it, and whoever is first destroys it.
+    const std::shared_ptr<ZelAction> next = std::move(held->action);
   }
   t_leaving = outer;
 }
 
-void Leave(Actions& actions) {
+void ZelCompositeAction::Leave(Actions& actions) {
   try {
     t_leaving->insert(t_leaving->end(), std::make_move_iterator(actions.rbegin()), std::make_move_iterator(actions.rend()));
   } catch (const std::bad_alloc&) {
@@ -37,15 +39,20 @@ void Leave(Actions& actions) {
   }
 }
 
-}  // namespace
-
 ZelCompositeAction::ZelCompositeAction() { SetActionGroup("CompositeAction"); }
 
 ZelCompositeAction& ZelCompositeAction::operator=(const ZelCompositeAction& other) {
-  // What is here goes last: `other` may be a part of it.
-  Actions actions = other.m_actions;
+  // Kept: the pointers are copied, and what they point to has one more that thinks it owns it.
+  Actions former = other.m_actions;
+  std::vector<std::shared_ptr<ZelAction>> taken;
+  for (const auto& held : former) taken.push_back(held->action);
   ZelAction::operator=(other);
-  m_actions.swap(actions);
+  m_actions.swap(former);
+  // What was here goes last: `other` may be a part of it, and what it holds is to outlive it here.
+  former.clear();
+  for (std::size_t i = 0; i < taken.size(); ++i) {
+    if (m_actions[i]->action != taken[i]) m_actions[i] = std::make_shared<Held>(Held{taken[i]});
+  }
   return *this;
 }
 
@@ -64,7 +71,7 @@ std::string ZelCompositeAction::GroupName() { return NumberedText(kGroupNameText
 template <class Ask>
 bool ZelCompositeAction::AllAnswer(Ask ask) {
   for (std::size_t i = 0; i < m_actions.size(); ++i) {
-    const std::shared_ptr<ZelAction> action = m_actions[i];
+    const std::shared_ptr<ZelAction> action = m_actions[i]->action;
     if (action != nullptr && !ask(*action)) return false;
   }
   return true;
@@ -92,15 +99,16 @@ bool ZelCompositeAction::CanSelect() {
 int ZelCompositeAction::GetCount() { return static_cast<int>(m_actions.size()); }
 
 ZelAction* ZelCompositeAction::GetAction(int index) {
-  return index < 0 || index >= static_cast<int>(m_actions.size()) ? nullptr : m_actions[static_cast<std::size_t>(index)].get();
+  if (index < 0 || index >= static_cast<int>(m_actions.size())) return nullptr;
+  return m_actions[static_cast<std::size_t>(index)]->action.get();
 }
 
 // Kept: null is a sub-action that counts.
 void ZelCompositeAction::AddAction(ZelAction* action) {
-  const auto same = std::find_if(m_actions.begin(), m_actions.end(), [action](const auto& held) { return held.get() == action; });
+  const auto same =
+      std::find_if(m_actions.begin(), m_actions.end(), [action](const auto& held) { return held->action.get() == action; });
   // One owner, however often it is added.
-  std::shared_ptr<ZelAction> held = same != m_actions.end() ? *same : std::shared_ptr<ZelAction>(action);
-  m_actions.push_back(std::move(held));
+  m_actions.push_back(same != m_actions.end() ? *same : std::make_shared<Held>(Held{std::shared_ptr<ZelAction>(action)}));
 }
 
 void ZelCompositeAction::DeleteAllActions() { DeleteAll(); }

@@ -25,7 +25,8 @@
 //   (1) Execute validates ALL before it runs any.
 //   (2) Load and Save are the base's: the sub-actions are not kept in a file. A derived class that lists them in its section
 //       does both itself.
-//   (3) Copies share the sub-actions, which have the same addresses in both, and the last that holds one destroys it.
+//   (3) A copy and its source hold the same sub-actions, and each thinks that it owns them: the first that goes, or is told to
+//       delete them, destroys them. In the other they are null from then on.
 //
 // A null sub-action counts and is given back, and is otherwise passed over. One that was added twice runs twice and is destroyed
 // once. A sub-action may change the composite that runs it; those added meanwhile are run as well. A composite that is added to
@@ -56,15 +57,24 @@ class ZELBASE_API ZelCompositeAction : public ZelAction {
   // Appends `action` and owns it from now on.
   virtual void AddAction(ZelAction* action);
 
-  // Takes all sub-actions out and destroys those that no copy shares, in order.
+  // Takes all sub-actions out and destroys them in order, those that copies hold as well.
   virtual void DeleteAllActions();
 
  private:
-  using Actions = std::vector<std::shared_ptr<ZelAction>>;
+  // A sub-action as all copies have it, so that each knows when it is gone.
+  struct Held {
+    std::shared_ptr<ZelAction> action;
+  };
+  using Actions = std::vector<std::shared_ptr<Held>>;
+
+  static void DestroyAll(Actions actions);
+  static void Leave(Actions& actions);
 
   template <class Ask>
   bool AllAnswer(Ask ask);
   void DeleteAll();
+
+  static thread_local Actions* t_leaving;
 
   Actions m_actions;
 };
