@@ -98,9 +98,16 @@ void PrintStaticData(GeoStaticData& data) {
                                CountText(data, &GeoStaticData::GetPrimeMeridians, "prime meridian", "prime meridians"));
 }
 
+// False after a message.
+bool Load(const Arguments& arguments, GeodesyPlugin& plugin) {
+  if (plugin.Load(arguments.plugin)) return true;
+  Fail(plugin.Reason() + (plugin.File().empty() ? "; --plugin names its folder" : ""));
+  return false;
+}
+
 int Info(const Arguments& arguments) {
   GeodesyPlugin plugin;
-  if (!plugin.Load(arguments.plugin)) return kFoundWrong;
+  if (!Load(arguments, plugin)) return kFoundWrong;
   std::vector<std::string> names;
   GeoidModelList::GetGeoidModelList().GetGeoidModelNames(names);
   PrintFact("Plug-in", plugin.File());
@@ -111,10 +118,10 @@ int Info(const Arguments& arguments) {
   PrintFact("", "geoid models by type: " + Joined(GeoidModelTypes()));
   std::cout.flush();
   const std::unique_ptr<GeoDatabase> database = plugin.MakeDatabase();
-  if (database != nullptr) PrintContents(*database);
+  database != nullptr ? PrintContents(*database) : void(Fail(plugin.Reason()));
   std::cout.flush();
   const std::unique_ptr<GeoStaticData> data = plugin.MakeStaticData();
-  if (data != nullptr) PrintStaticData(*data);
+  data != nullptr ? PrintStaticData(*data) : void(Fail(plugin.Reason()));
   return database != nullptr && data != nullptr ? kDone : kFoundWrong;
 }
 
@@ -133,9 +140,9 @@ int Systems(const Arguments& arguments) {
   if (!arguments.at.empty() && !ReadPosition(arguments.at[0], arguments.at[1], latitude, longitude, reason)) return Fail(reason);
   std::string wanted;
   GeodesyPlugin plugin;
-  if (!plugin.Load(arguments.plugin)) return kFoundWrong;
+  if (!Load(arguments, plugin)) return kFoundWrong;
   const std::unique_ptr<GeoDatabase> database = plugin.MakeDatabase();
-  if (database == nullptr) return kFoundWrong;
+  if (database == nullptr) return Fail(plugin.Reason());
   std::vector<GeoSystemInfo> systems;
   if (FromArgument(text, Encoding::Windows1252, wanted)) database->FindSystems(wanted, systems);
   std::erase_if(systems, [&](const GeoSystemInfo& system) {
@@ -214,11 +221,11 @@ int ConvertFile(const Arguments& arguments, Conversion& conversion) {
 
 int Convert(const Arguments& arguments) {
   GeodesyPlugin plugin;
-  if (!plugin.Load(arguments.plugin)) return kFoundWrong;
+  if (!Load(arguments, plugin)) return kFoundWrong;
   std::unique_ptr<GeoCoordSys> from = plugin.Select(arguments.from);
-  if (from == nullptr) return kFoundWrong;
+  if (from == nullptr) return Fail(plugin.Reason());
   std::unique_ptr<GeoCoordSys> to = plugin.Select(arguments.to);
-  if (to == nullptr) return kFoundWrong;
+  if (to == nullptr) return Fail(plugin.Reason());
   std::string target;
   FromArgument(arguments.to, Encoding::Windows1252, target);
   if (!from->SelectTarget(target)) return Fail(Shown(from->Reason()));
@@ -272,10 +279,10 @@ int Geoid(const Arguments& arguments) {
     return kBadUsage;
   }
   GeodesyPlugin plugin;
-  if (!plugin.Load(arguments.plugin)) return kFoundWrong;
+  if (!Load(arguments, plugin)) return kFoundWrong;
   const bool onGlobe = arguments.system.empty();
   const std::unique_ptr<GeoCoordSys> system = plugin.Select(onGlobe ? "EPSG:4326" : arguments.system);
-  if (system == nullptr) return kFoundWrong;
+  if (system == nullptr) return Fail(plugin.Reason());
   if (!onGlobe && IsGeographic(*system)) return Fail(SystemText(*system) + " has no eastings and northings; without --system positions are latitude and longitude");
   const std::unique_ptr<GeoidModel> model = OpenModel(arguments.grid, onGlobe ? nullptr : system.get());
   if (model == nullptr) return kFoundWrong;

@@ -50,14 +50,14 @@ std::vector<fs::path> Folders(const std::string& folder) {
 }
 
 template <class Interface, class Registry>
-std::unique_ptr<Interface> Make(const std::vector<std::string>& types, Registry& registry, const char* what) {
+std::unique_ptr<Interface> Make(const std::vector<std::string>& types, Registry& registry, const char* what, std::string& reason) {
   for (const std::string& type : types) {
     auto* const made = registry.Create(type);
     std::unique_ptr<Interface> named(dynamic_cast<Interface*>(made));
     if (named != nullptr) return named;
     delete made;
   }
-  Fail(std::string("the plug-in has no ") + what + " that is ready");
+  reason = std::string("the plug-in has no ") + what + " that is ready";
   return nullptr;
 }
 
@@ -72,31 +72,32 @@ bool GeodesyPlugin::Load(const std::string& folder) {
     m_file = fs::absolute(file).lexically_normal().string();
     const CurrentFolder current(place);
     if (ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", nullptr)) return true;
-    Fail("\"" + m_file + "\" is no geodesy plug-in: it does not load, or has no working \"RegisterCoordSys\"");
+    m_reason = "\"" + m_file + "\" is no geodesy plug-in: it does not load, or has no working \"RegisterCoordSys\"";
     return false;
   }
-  Fail("no geodesy plug-in (" + std::string(kFiles[0]) + " or " + kFiles[1] + ") in " + looked + "; --plugin names its folder");
+  m_reason = "no geodesy plug-in (" + std::string(kFiles[0]) + " or " + kFiles[1] + ") in " + looked;
   return false;
 }
 
-std::unique_ptr<GeoCoordSys> GeodesyPlugin::MakeSystem() const {
-  return Make<GeoCoordSys>(CoordSysTypes(), ZelGeoCoordSysList::GetCoordSysList(), "coordinate system");
+std::unique_ptr<GeoCoordSys> GeodesyPlugin::MakeSystem() {
+  return Make<GeoCoordSys>(CoordSysTypes(), ZelGeoCoordSysList::GetCoordSysList(), "coordinate system", m_reason);
 }
 
-std::unique_ptr<GeoDatabase> GeodesyPlugin::MakeDatabase() const {
-  return Make<GeoDatabase>(DatabaseTypes(), ZelGeoDatabaseBaseList::GetGeoDatabaseList(), "database");
+std::unique_ptr<GeoDatabase> GeodesyPlugin::MakeDatabase() {
+  return Make<GeoDatabase>(DatabaseTypes(), ZelGeoDatabaseBaseList::GetGeoDatabaseList(), "database", m_reason);
 }
 
-std::unique_ptr<GeoStaticData> GeodesyPlugin::MakeStaticData() const {
-  return Make<GeoStaticData>(StaticDataTypes(), ZelGeoStaticDatabaseList::GetGeoStaticDataList(), "static data");
+std::unique_ptr<GeoStaticData> GeodesyPlugin::MakeStaticData() {
+  return Make<GeoStaticData>(StaticDataTypes(), ZelGeoStaticDatabaseList::GetGeoStaticDataList(), "static data", m_reason);
 }
 
-std::unique_ptr<GeoCoordSys> GeodesyPlugin::Select(const std::string& code) const {
+std::unique_ptr<GeoCoordSys> GeodesyPlugin::Select(const std::string& code) {
   std::unique_ptr<GeoCoordSys> system = MakeSystem();
   std::string text;
   if (system == nullptr) return nullptr;
   if (FromArgument(code, Encoding::Windows1252, text) && system->Select(text)) return system;
-  Fail(system->Reason().empty() ? "\"" + code + "\" has characters that no code has" : ToTerminal(system->Reason(), Encoding::Windows1252));
+  const std::string why = system->Reason();
+  m_reason = why.empty() ? "\"" + code + "\" has characters that no code has" : ToTerminal(why, Encoding::Windows1252);
   return nullptr;
 }
 

@@ -11,25 +11,30 @@
 
 namespace zel {
 
+// What fails gives false or null and a Reason().
 class GeodesyPlugin {
  public:
-  // Loads it from `folder`; from the program's own folder, or the one it was installed to, when that is empty. False, with a
-  // message for the person, when there is none or it does not load.
+  // Loads it from `folder`; from the program's own folder, or the one it was installed to, when that is empty. False when there
+  // is none or it does not load.
   bool Load(const std::string& folder);
+
+  // Why the last call failed, for a person, in UTF-8.
+  const std::string& Reason() const { return m_reason; }
 
   // The module's file, as a person types it.
   const std::string& File() const { return m_file; }
 
-  // An object of the first registered type that has operations with a name; null, with a message, when there is none.
-  std::unique_ptr<GeoCoordSys> MakeSystem() const;
-  std::unique_ptr<GeoDatabase> MakeDatabase() const;
-  std::unique_ptr<GeoStaticData> MakeStaticData() const;
+  // An object of the first registered type that has operations with a name; null when there is none.
+  std::unique_ptr<GeoCoordSys> MakeSystem();
+  std::unique_ptr<GeoDatabase> MakeDatabase();
+  std::unique_ptr<GeoStaticData> MakeStaticData();
 
-  // A coordinate system by its code; null, with a message, when it cannot be had.
-  std::unique_ptr<GeoCoordSys> Select(const std::string& code) const;
+  // A coordinate system by its code, in UTF-8; null when it cannot be had.
+  std::unique_ptr<GeoCoordSys> Select(const std::string& code);
 
  private:
   std::string m_file;
+  std::string m_reason;
 };
 
 // What is registered, in the registries' order.

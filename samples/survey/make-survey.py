@@ -25,10 +25,17 @@ TURN = 150                   # seconds from line to line
 RUN_OUT = 30.0               # metres beyond the channel's ends
 
 # The design: x, y, z. A straight reach, a bend in chords, a second reach that rises a little towards the harbour.
+# The survey is laid out on a plane of its own; files are in UTM zone 31 on WGS 84, this far to the east and north.
+EAST, NORTH = 550000.0, 5710000.0
+
 DESIGN = [(11000.0, 42600.0, -12.0), (11560.0, 42990.0, -12.0), (11700.0, 43081.0, -12.0), (11850.0, 43162.0, -12.0),
           (12010.0, 43230.0, -12.0), (12180.0, 43282.0, -12.0), (12360.0, 43322.0, -11.8), (12900.0, 43420.0, -11.5)]
 HALF_FLOOR, SLOPE = 60.0, 4.0
 STATIONS = [(10900.0, 43700.0), (12550.0, 43735.0), (13020.0, 43120.0)]  # of the ranges
+
+
+def grid(x, y, *rest):
+    return x + EAST, y + NORTH, *rest
 
 
 def tide(time):
@@ -128,7 +135,7 @@ def write_soundings(axis, folder, count):
                     at = along + rng.gauss(0, 0.4)
                     x, y = axis.place(at, across)
                     z = bottom(axis, at, across, x, y) - rise + rng.gauss(0, 0.035)
-                    rows.append("%.1f %.1f %.2f %d\n" % (x, y, z, time))
+                    rows.append("%.1f %.1f %.2f %d\n" % (*grid(x, y, z), time))
                 out.writelines(rows)
 
 
@@ -143,7 +150,7 @@ def write_pings(axis, folder):
             heading = axis.heading(at)
             x, y = axis.place(at, offset)
             stamp = "2026-05-12T%02d:%02d:%06.3fZ" % ((time - DAY) // 3600000, (time - DAY) // 60000 % 60, (time - DAY) % 60000 / 1000.0)
-            out.write("ping %s %.2f %.2f %.2f\n" % (stamp, x, y, math.degrees(heading)))
+            out.write("ping %s %.2f %.2f %.2f\n" % (stamp, *grid(x, y), math.degrees(heading)))
             for beam in range(48):
                 across = (beam - 23.5) * 0.9
                 bx, by = x + across * math.cos(heading), y - across * math.sin(heading)
@@ -170,7 +177,7 @@ def write_tide(folder):
 def fix(rng, out, second, x, y, number):
     if number % 197 == 50:
         x, y = x + 31.0, y - 24.0  # thrown far off: the gate refuses it
-    out.write("fix %.1f %.2f %.2f %.2f %.2f 0.3\n" % (second, x + rng.gauss(0, 0.5), y + rng.gauss(0, 0.4), 0.6, 0.45))
+    out.write("fix %.1f %.2f %.2f %.2f %.2f 0.3\n" % (second, *grid(x + rng.gauss(0, 0.5), y + rng.gauss(0, 0.4)), 0.6, 0.45))
 
 
 def turn(begin, end, seconds):
@@ -216,7 +223,7 @@ def write_track(axis, folder):
                 fix(rng, out, second, x, y, number)
             elif number % 3 == 0:
                 for sx, sy in STATIONS:
-                    out.write("range %.1f %.1f %.1f %.2f 1.5\n" % (second, sx, sy, math.hypot(x - sx, y - sy) + rng.gauss(0, 0.8)))
+                    out.write("range %.1f %.1f %.1f %.2f 1.5\n" % (second, *grid(sx, sy), math.hypot(x - sx, y - sy) + rng.gauss(0, 0.8)))
             east = scale * (vx * math.cos(off) + vy * math.sin(off)) + rng.gauss(0, 0.03)
             north = scale * (vy * math.cos(off) - vx * math.sin(off)) + rng.gauss(0, 0.03)
             out.write("velocity %.1f %.3f %.3f\n" % (second + 0.5, east, north))
@@ -225,14 +232,14 @@ def write_track(axis, folder):
 def write_lines(axis, folder):
     with open(os.path.join(folder, "design.txt"), "w") as out:
         out.write("# The channel's axis with the level of its floor: x y z.\n")
-        out.writelines("%.1f %.1f %.2f\n" % point for point in DESIGN)
+        out.writelines("%.1f %.1f %.2f\n" % grid(*point) for point in DESIGN)
     half = 98.0
     with open(os.path.join(folder, "work-area.txt"), "w") as out:
         out.write("# What this survey is to cover: the channel with its slopes.\n")
         marks = [0.0] + axis.stations[1:-1] + [axis.length]
         for side in (1, -1):
             for chainage in marks if side > 0 else reversed(marks):
-                out.write("%.1f %.1f\n" % axis.place(chainage, side * half))
+                out.write("%.1f %.1f\n" % grid(*axis.place(chainage, side * half)))
 
 
 def coast(rng, corners, step, rough):
@@ -258,7 +265,7 @@ def write_land(folder):
     with open(os.path.join(folder, "land.txt"), "w") as out:
         out.write("# Land: the northern shore with its pier and quays and the southern shore in one, and an islet.\n")
         for polygon in (north + pier + south + inland, islet[:-1]):
-            out.writelines("%.1f %.1f\n" % (x, y) for x, y in polygon)
+            out.writelines("%.1f %.1f\n" % grid(x, y) for x, y in polygon)
             out.write("\n")
 
 
@@ -266,22 +273,22 @@ def write_faulty(axis, folder):
     """The folder with missing and bad pieces: a thin survey, spoilt by hand."""
     write_soundings(axis, folder, 1500)
     with open(os.path.join(folder, "soundings.xyz"), "a") as out:
-        out.write("11500.0 42950.0 deep 1778566200811\n11500.0 42950.0\n11500.0 42950.0 nan 1778566200811\n"
-                  "11500.0,42950.0,-12.0,1778566200811,1\n11500.0 42950.0 -12.0\n")
+        out.write("561500.0 5752950.0 deep 1778566200811\n11500.0 42950.0\n11500.0 42950.0 nan 1778566200811\n"
+                  "561500.0,5752950.0,-12.0,1778566200811,1\n11500.0 42950.0 -12.0\n")
     with open(os.path.join(folder, "pings.txt"), "w") as out:
-        out.write("beam 0 0 12.0\nping 2026-05-12T06:30:00Z 11500 42950\nping 2026-05-12T06:30:00Z 11500 42950 55\n"
+        out.write("beam 0 0 12.0\nping 2026-05-12T06:30:00Z 561500 5752950\nping 2026-05-12T06:30:00Z 561500 5752950 55\n"
                   "beam -3 0 13.1\nbeam 0 0 13.0 XYZ\nbeam 3 0 13.2\nbeam 6 0 4.0 MAN\n")
     with open(os.path.join(folder, "tide.tid"), "wb") as out:
         for minute in range(5 * 60, 7 * 60 + 31, 10):
             out.write(struct.pack("<dd", DAY + minute * 60000, round(tide(DAY + minute * 60000), 3)))
     with open(os.path.join(folder, "land.txt"), "w") as out:
-        out.write("11050 43880\n12520 43600\n\n11050 43880\n11050 43820\n11480 43650\n12080 43730\n12520 43600\nthe pier\n12640 43880\n")
+        out.write("561050 5753880\n12520 43600\n\n11050 43880\n11050 43820\n11480 43650\n12080 43730\n12520 43600\nthe pier\n12640 43880\n")
     with open(os.path.join(folder, "track.txt"), "w") as out:
         out.write("velocity 600 2.5 1.9\n")
         for second in range(600, 1000, 10):
             x, y = axis.place((second - 600) * SPEED, 0.0)
-            out.write("fix %d %.2f %.2f 0.6\n" % (second, x, y))
-        out.write("fix 700 11300 42800 0.6\nfix 1010 11300\ncourse 1020 55\nrange 1030 10900 43700 800 1.5\n")
+            out.write("fix %d %.2f %.2f 0.6\n" % (second, *grid(x, y)))
+        out.write("fix 700 561300 5752800 0.6\nfix 1010 561300\ncourse 1020 55\nrange 1030 560900 5753700 800 1.5\n")
 
 
 def main():

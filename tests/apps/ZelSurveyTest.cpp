@@ -341,25 +341,28 @@ TEST_F(ZelSurvey, TextsMayBeWindows1252OrUtf8) {
   EXPECT_TRUE(m_text.starts_with("M\xC3\xBCnde\n-----\n")) << m_text;
 }
 
-// A published example of the projection of Great Britain does not serve WGS 84; on the central meridian the northing is the arc of the
-// meridian, which from the equator to a pole is 10001965.729 metres, and symmetric places have symmetric longitudes.
+// On the central meridian of a transverse Mercator system the northing is the arc of the meridian times the scale: on WGS 84 the arc
+// from the equator to 45 degrees is 4984944.378 metres, and UTM's scale is 0.9996. Zone 32 has its meridian at 9 degrees.
 TEST_F(ZelSurvey, CoordinatesInGeographicForm) {
-  const std::string settings =
-      "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nLatitude of origin = 0\nCentral meridian = 9\nScale "
-      "factor = 1\n"
-      "False easting = 0\nFalse northing = 0\n";
-  // To the parallel of 45 degrees the arc is 4984944.378 metres.
-  Survey({{"survey.ini", settings}, {"s.xyz", "0 0 -1\n0 4984944.378 -1\n"}});
-  EXPECT_TRUE(Holds(m_text,
-                    "000.000000\xC2\xB0N  009.000000\xC2\xB0"
-                    "E"))
-      << m_text;
-  EXPECT_TRUE(Holds(m_text,
-                    "045.000000\xC2\xB0N  009.000000\xC2\xB0"
-                    "E"))
-      << m_text;
-  EXPECT_EQ(Survey({{"survey.ini", "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = minutes\n"}, {"s.xyz", "0 0 -1\n"}}).exitCode, 1);
-  EXPECT_TRUE(Holds(m_text, "without a \"Central meridian\" there are no geographic coordinates")) << m_text;
+  const std::string settings = "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nSystem = EPSG:32632\n";
+  EXPECT_EQ(Survey({{"survey.ini", settings}, {"s.xyz", "500000 0 -1\n500000 4982950.400 -1\n"}}).exitCode, 0);
+  EXPECT_TRUE(Holds(m_text, "000.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
+  EXPECT_TRUE(Holds(m_text, "045.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
+}
+
+TEST_F(ZelSurvey, WithoutAUsableSystemTheGridIsShown) {
+  const auto with = [](const std::string& system) {
+    return Folder{{"survey.ini", "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = minutes\n" + system}, {"s.xyz", "1234 0 -1\n"}};
+  };
+  for (const auto& [system, why] : std::vector<std::pair<std::string, std::string>>{
+           {"", "without a \"System\" there are no geographic coordinates"},
+           {"System = EPSG:1\n", "EPSG:1"},                        // there is none
+           {"System = EPSG:4326\n", "is no grid in metres"},       // degrees
+           {"System = EPSG:2229\n", "is no grid in metres"}}) {    // US survey feet
+    EXPECT_EQ(Survey(with(system)).exitCode, 1) << system;
+    EXPECT_TRUE(Holds(m_text, why)) << m_text;
+    EXPECT_TRUE(Holds(m_text, "1234 E  0 N")) << m_text;
+  }
 }
 
 TEST_F(ZelSurvey, HeadingsInTheLanguageThatTheSurveyNames) {
@@ -587,12 +590,10 @@ TEST_F(ZelSurvey, TheSampleIsWhole) {
 TEST_F(ZelSurvey, TheFaultySampleTellsEachOfItsFaults) {
   const ProgramResult result = SurveyAt(Sample("survey-faulty"));
   EXPECT_EQ(result.exitCode, 1);
-  for (const char* const told :
-       {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "without a \"Central meridian\"", "not a point: \"the pier\"",
-        "1 polygon has fewer than three points", "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing",
-        "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out", "not a colour",
-        "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet",
-        "time runs backwards", "fewer than two lines of position", "Error opening \"vessel.con\""}) {
+  for (const char* const told : {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "no coordinate system \"EPSG:1\"", "not a point: \"the pier\"", "1 polygon has fewer than three points",
+                                 "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing", "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out",
+                                 "not a colour", "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet", "time runs backwards",
+                                 "fewer than two lines of position", "Error opening \"vessel.con\""}) {
     EXPECT_TRUE(Holds(m_text, told)) << told;
   }
   EXPECT_GT(Value("soundings", "used"), 900);

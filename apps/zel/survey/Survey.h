@@ -19,6 +19,7 @@
 
 #include "zelbase/colour/ColorTable.h"
 #include "zelbase/frame/NumberFormat.h"
+#include "zelbase/geodesy/GeoCoordSys.h"
 #include "zelbase/geometry/Extents3D.h"
 #include "zelbase/geometry/LineData.h"
 #include "zelbase/geometry/Point.h"
@@ -40,18 +41,30 @@ struct SurveyTitle {
 // How a position is written beside the chart's grid.
 enum class CoordinateForm { Grid, Degrees, Minutes, Seconds };
 
-// The way from the grid to geographic coordinates: a transverse Mercator projection on WGS 84, as UTM and many national grids are.
-struct SurveyProjection {
-  bool known = false;              // otherwise only CoordinateForm::Grid
-  double latitudeOfOrigin = 0.0;   // degrees
-  double centralMeridian = 0.0;    // degrees
-  double scaleFactor = 0.9996;
-  double falseEasting = 500000.0;  // metres
-  double falseNorthing = 0.0;      // metres
+// The way from the grid to geographic coordinates, by the geodesy plug-in.
+class SurveyProjection {
+ public:
+  SurveyProjection() = default;
 
-  // In SurveyProjection.cpp. Latitude and longitude in degrees, north and east positive.
-  void ToGeographic(double x, double y, double& latitude, double& longitude) const;
-  void ToGrid(double latitude, double longitude, double& x, double& y) const;
+  // A projected system, chosen.
+  explicit SurveyProjection(std::unique_ptr<GeoCoordSys> system) : m_system(std::move(system)) {}
+
+  // Otherwise there is only CoordinateForm::Grid.
+  bool IsKnown() const { return m_system != nullptr; }
+
+  // "WGS 84 / UTM zone 31N"; empty when it is not known.
+  std::string Name() const { return IsKnown() ? m_system->Name() : std::string(); }
+
+  // Latitude and longitude in degrees, north and east positive. False, outputs as they were, where the system has no answer.
+  bool ToGeographic(double x, double y, double& latitude, double& longitude) const {
+    return IsKnown() && m_system->Inverse(x, y, latitude, longitude);
+  }
+  bool ToGrid(double latitude, double longitude, double& x, double& y) const {
+    return IsKnown() && m_system->Forward(latitude, longitude, x, y);
+  }
+
+ private:
+  std::shared_ptr<GeoCoordSys> m_system;
 };
 
 struct SurveyCoordinates {

@@ -4,7 +4,9 @@
 #include <filesystem>
 
 #include "ColourFile.h"
+#include "GeodesyPlugin.h"
 #include "Host.h"
+#include "TextEdge.h"
 #include "survey/SurveyFaults.h"
 #include "zelbase/frame/KeyTables.h"
 #include "zelbase/platform/CFile.h"
@@ -74,16 +76,21 @@ bool ReadTable(const SurveySettings& settings, const std::string& item, ColorTab
   return true;
 }
 
+// Not known when the settings name no system, or the one they name is not to be had, which is reported.
 SurveyProjection ReadProjection(const SurveySettings& settings) {
-  const std::string section = "Coordinates";
-  SurveyProjection projection;
-  projection.known = settings.Has(section, "Central meridian");
-  projection.latitudeOfOrigin = settings.Number(section, "Latitude of origin", projection.latitudeOfOrigin, -89.0, 89.0);
-  projection.centralMeridian = settings.Number(section, "Central meridian", projection.centralMeridian, -360.0, 360.0);
-  projection.scaleFactor = settings.Number(section, "Scale factor", projection.scaleFactor, 0.5, 2.0);
-  projection.falseEasting = settings.Number(section, "False easting", projection.falseEasting, -1e8, 1e8);
-  projection.falseNorthing = settings.Number(section, "False northing", projection.falseNorthing, -1e8, 1e8);
-  return projection;
+  const std::string code = settings.Text("Coordinates", "System");
+  if (code.empty()) return SurveyProjection();
+  GeodesyPlugin plugin;
+  std::unique_ptr<GeoCoordSys> system;
+  if (plugin.Load("")) system = plugin.Select(ToTerminal(code, Encoding::Windows1252));
+  std::string why = system == nullptr ? plugin.Reason() : "";
+  double unit = 0.0;
+  if (system != nullptr && (system->Kind() != GeoCoordSysKind::Projected || !system->GetLinearUnit(unit) || unit != 1.0)) {
+    why = "\"" + code + "\" is no grid in metres";
+  }
+  if (why.empty()) return SurveyProjection(std::move(system));
+  ReportFault("Coordinates", why, settings.Path());
+  return SurveyProjection();
 }
 
 }  // namespace
@@ -125,9 +132,8 @@ void ReadCoordinates(const SurveySettings& settings, Survey& survey) {
   SurveyCoordinates& coordinates = survey.coordinates;
   coordinates.projection = ReadProjection(settings);
   coordinates.form = static_cast<CoordinateForm>(settings.Choice("Coordinates", "Form", {"grid", "degrees", "minutes", "seconds"}, 0));
-  if (coordinates.form != CoordinateForm::Grid && !coordinates.projection.known) {
-    ReportFault("Coordinates", "without a \"Central meridian\" there are no geographic coordinates: those of the grid are shown",
-                settings.Path());
+  if (coordinates.form != CoordinateForm::Grid && !coordinates.projection.IsKnown()) {
+    ReportFault("Coordinates", "without a \"System\" there are no geographic coordinates: those of the grid are shown", settings.Path());
     coordinates.form = CoordinateForm::Grid;
   }
   constexpr std::array<int, 4> usual = {0, 5, 3, 1};

@@ -103,7 +103,7 @@ class TextReport {
       return Decimal(x, coordinates.decimals) + " E  " + Decimal(y, coordinates.decimals) + " N";
     }
     double latitude = 0.0, longitude = 0.0;
-    coordinates.projection.ToGeographic(x, y, latitude, longitude);
+    if (!coordinates.projection.ToGeographic(x, y, latitude, longitude)) return Decimal(x, 1) + " E  " + Decimal(y, 1) + " N";
     return Angle(latitude, 10) + "  " + Angle(longitude, 11);
   }
 

@@ -32,8 +32,7 @@ const std::map<std::string, std::set<std::string>>& KnownItems() {
       {"Track", {"File", "Time origin", "Dynamics", "Gate", "Gap", "Heading offset", "Scale error"}},
       {"Vessel", {"Contour", "Heading"}},
       {"Map", {"Rotation"}},
-      {"Coordinates",
-       {"Form", "Decimals", "Latitude of origin", "Central meridian", "Scale factor", "False easting", "False northing"}},
+      {"Coordinates", {"Form", "Decimals", "System"}},
       {"Units", {"Catalogue", "Depth", "Distance", "Volume", "Depth decimals"}},
   };
   return items;
