@@ -129,12 +129,39 @@ TEST(ChartGrid, ATurnedMapIsLabelledWhereTheLinesAreSquare) {
   }
 }
 
+// A grid with so many metres to a degree of either, from the equator and 3 degrees east; no place beyond the poles.
+class EvenGrid : public GeoCoordSys {
+ public:
+  bool Select(const std::string&) override { return false; }
+  std::string Reason() override { return ""; }
+  std::string Code() override { return ""; }
+  std::string Name() override { return "Even grid"; }
+  GeoCoordSysKind Kind() override { return GeoCoordSysKind::Projected; }
+  std::string UnitName() override { return "metre"; }
+  bool GetLinearUnit(double&) override { return false; }
+  bool GetAngularUnit(double&) override { return false; }
+  bool GetAreaOfUse(GeoArea&) override { return false; }
+  bool Forward(double latitude, double longitude, double& easting, double& northing) override {
+    easting = 500000.0 + (longitude - 3.0) * 68500.0;
+    northing = latitude * 111200.0;
+    return true;
+  }
+  bool Inverse(double easting, double northing, double& latitude, double& longitude) override {
+    if (northing / 111200.0 > 90.0) return false;
+    latitude = northing / 111200.0;
+    longitude = 3.0 + (easting - 500000.0) / 68500.0;
+    return true;
+  }
+  bool SelectTarget(const std::string&) override { return false; }
+  bool Convert(double, double, double&, double&) override { return false; }
+  bool GetConversionInfo(GeoConversionInfo&) override { return false; }
+};
+
 TEST(ChartGrid, ShowsDegreesWhenTheProjectionIsKnown) {
   Survey survey = SurveyOf({Point(500000, 5752300, -5), Point(501200, 5753200, -6)});
   survey.coordinates.form = CoordinateForm::Minutes;
   EXPECT_FALSE(ChartGrid(survey, ViewOf(survey)).IsGeographic()) << "no projection";
-  survey.coordinates.projection.known = true;
-  survey.coordinates.projection.centralMeridian = 3.0;
+  survey.coordinates.projection = SurveyProjection(std::make_unique<EvenGrid>());
   const MapView view = ViewOf(survey);
   const ChartGrid grid(survey, view);
   ASSERT_TRUE(grid.IsGeographic());
@@ -144,7 +171,7 @@ TEST(ChartGrid, ShowsDegreesWhenTheProjectionIsKnown) {
     Point world;
     view.System(1000).PixelToWorld(Point(sheet::kMap.left * 1000.0, mark.at * 1000.0, 0), &world);
     double latitude = 0.0, longitude = 0.0;
-    survey.coordinates.projection.ToGeographic(world.x, world.y, latitude, longitude);
+    ASSERT_TRUE(survey.coordinates.projection.ToGeographic(world.x, world.y, latitude, longitude));
     EXPECT_NEAR(latitude, mark.value, 1e-6);
   }
   survey.soundings = {Point(1e9, 5e9, -1), Point(1e9 + 500, 5e9 + 500, -1)};

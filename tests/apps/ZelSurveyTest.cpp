@@ -426,7 +426,7 @@ TEST_F(ZelSurvey, HostileSettingsAreToldAndTheDefaultsHold) {
          {"Design]\nWidth", "Design]\nSlope", "Design]\nSlope width", "Design]\nOver-depth", "Section]\nStep", "Section]\nCorridor",
           "Volumes]\nCell", "Tide]\nLongest step", "Track]\nGate", "Track]\nGap", "Track]\nDynamics", "Track]\nTime origin",
           "Map]\nRotation", "Coordinates]\nForm", "Coordinates]\nDecimals", "Units]\nDepth decimals", "Vessel]\nHeading",
-          "Coordinates]\nCentral meridian"}) {
+          "Coordinates]\nSystem"}) {
       settings += std::string("[") + item + " = " + value + "\n";
     }
     const ProgramResult result = Survey(folder);

@@ -110,15 +110,7 @@ class Column {
            ' ' + shown(m_survey.depths.mean);
   }
 
-  std::string GridText() const {
-    const SurveyProjection& projection = m_survey.coordinates.projection;
-    if (!m_view.IsMap() || !projection.known) return "";
-    return Word("Transverse Mercator, WGS 84, central meridian") + ' ' + Thousands(projection.centralMeridian, DecimalsOf(MeridianStep(projection))) + "\u00B0";
-  }
-
-  static double MeridianStep(const SurveyProjection& projection) {
-    return projection.centralMeridian == std::round(projection.centralMeridian) ? 1.0 : 0.01;
-  }
+  std::string GridText() const { return m_view.IsMap() ? Utf8(m_survey.coordinates.projection.Name()) : ""; }
 
   void Scale() {
     if (!m_view.IsMap()) return;

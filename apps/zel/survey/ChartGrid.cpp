@@ -56,7 +56,7 @@ ChartGrid::ChartGrid(const Survey& survey, const MapView& view) : m_survey(surve
   m_eastingsAcross = std::abs(std::cos(turn)) >= std::abs(std::sin(turn));
   if (!view.IsMap()) return;
   Bounds bounds = GridBounds();
-  m_isGeographic = survey.coordinates.form != CoordinateForm::Grid && survey.coordinates.projection.known && GeographicBounds(bounds);
+  m_isGeographic = survey.coordinates.form != CoordinateForm::Grid && GeographicBounds(bounds);
   ChooseSteps(bounds);
   MakeLines(bounds);
   for (auto& marks : m_marks) std::ranges::sort(marks, {}, &FrameMark::at);
@@ -69,7 +69,7 @@ ChartGrid::Bounds ChartGrid::GridBounds() const {
   return {page.left, page.bottom, page.right, page.top, 1.0, 1.0};
 }
 
-// False, `bounds` as they were, when the projection has no sensible answer there.
+// False, `bounds` as they were, when the projection is not known or has no sensible answer there.
 bool ChartGrid::GeographicBounds(Bounds& bounds) const {
   constexpr int kParts = 16;
   Page page;
@@ -77,8 +77,7 @@ bool ChartGrid::GeographicBounds(Bounds& bounds) const {
     for (int j = 0; j <= kParts; ++j) {
       const double x = bounds.left + (bounds.right - bounds.left) * i / kParts, y = bounds.bottom + (bounds.top - bounds.bottom) * j / kParts;
       double latitude = 0.0, longitude = 0.0;
-      m_survey.coordinates.projection.ToGeographic(x, y, latitude, longitude);
-      if (!(std::abs(latitude) < 89.0) || !(std::abs(longitude) <= 360.0)) return false;
+      if (!m_survey.coordinates.projection.ToGeographic(x, y, latitude, longitude) || std::abs(latitude) >= 89.0) return false;
       page |= Point(longitude, latitude, 0.0);
     }
   }
