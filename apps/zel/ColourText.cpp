@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 
 namespace zel {
@@ -18,10 +19,12 @@ constexpr std::array<NamedColour, 17> kNames = {{{"black", 0, 0, 0},        {"wh
                                                  {"navy", 0, 0, 128},       {"maroon", 128, 0, 0},    {"darkgreen", 0, 100, 0},
                                                  {"lightblue", 173, 216, 230}, {"purple", 128, 0, 128}}};
 
-bool TakeByte(std::string_view& rest, int base, std::size_t most, int& value) {
-  const std::string_view digits = rest.substr(0, most);
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
-  if (result.ec != std::errc() || value < 0 || value > 255) return false;
+// 0 to 255; palettes that a program has computed have fractions.
+bool TakeChannel(std::string_view& rest, int& value) {
+  double number = 0.0;
+  const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number, std::chars_format::fixed);
+  if (result.ec != std::errc() || !(number >= 0.0 && number <= 255.0)) return false;
+  value = static_cast<int>(std::lround(number));
   rest.remove_prefix(static_cast<std::size_t>(result.ptr - rest.data()));
   return true;
 }
@@ -42,7 +45,7 @@ bool FromChannels(std::string_view text, COLORREF& color) {
       text.remove_prefix(1);
       while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     }
-    if (!TakeByte(text, 10, 3, channels[i])) return false;
+    if (!TakeChannel(text, channels[i])) return false;
   }
   if (!text.empty()) return false;
   color = MakeColour(channels[0], channels[1], channels[2]);

@@ -7,8 +7,10 @@ the left of the shore.
 
 Usage: gmt coast -Dl -Rwest/east/south/north -A0/0/1 -W -M | coast.py west/east/south/north
 """
+import math
 import sys
 
+STEPS = 20  # of a side of the border
 TOLERANCE = 2e-3  # degrees; pieces are printed cut at the bins' borders, on a lattice of 10 / 65536 degrees
 
 
@@ -60,11 +62,16 @@ class Border:
         y = (point[1] - self.south) / (self.north - self.south)
         return min((y, x), (1 - x, 1 + y), (1 - y, 3 - x), (x, 4 - y))[1] % 4
 
-    def corners(self, start, end):
-        """The corners on the way from place `start` to `end`."""
-        all_corners = [(self.west, self.south), (self.east, self.south), (self.east, self.north), (self.west, self.north)]
+    def way(self, start, end):
+        """Points on the way from place `start` to `end`, both left out: the corners, and steps between, for grids that bend it."""
+        corners = [(self.west, self.south), (self.east, self.south), (self.east, self.north), (self.west, self.north)]
         end += 4 if end <= start else 0
-        return [all_corners[k % 4] for k in range(int(start) + 1, int(end) + 1)]
+        points = []
+        for k in range(int(start * STEPS) + 1, math.ceil(end * STEPS)):
+            side, step = divmod(k, STEPS)
+            a, b = corners[side % 4], corners[(side + 1) % 4]
+            points.append((a[0] + (b[0] - a[0]) * step / STEPS, a[1] + (b[1] - a[1]) * step / STEPS))
+        return points
 
 
 def close_along(border, open_pieces):
@@ -74,7 +81,7 @@ def close_along(border, open_pieces):
         while True:
             place = border.place(ring[-1])
             following = min(open_pieces + [ring], key=lambda piece: (border.place(piece[0]) - place) % 4)
-            ring.extend(border.corners(place, border.place(following[0])))
+            ring.extend(border.way(place, border.place(following[0])))
             if following is ring:
                 break
             ring.extend(following)
@@ -88,6 +95,8 @@ def main():
     border = Border(*(float(word) for word in sys.argv[1].split("/")))
     rings, open_pieces = join(read_pieces(sys.stdin))
     for ring in close_along(border, open_pieces) + rings:
+        if len(set(ring)) < 3:
+            continue
         print(">")
         for x, y in ring:
             print(f"{x:.8f} {y:.8f}")

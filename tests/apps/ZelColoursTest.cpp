@@ -77,6 +77,15 @@ TEST_F(ZelColours, AnEvenSliceOfAPaletteBecomesOneEntryAndAGradientItsMiddles) {
             "2 #FF00FF 255, 0, 255\n");
 }
 
+TEST_F(ZelColours, ColoursOfAPaletteMayHaveFractions) {
+  const std::string palette = Write("x.cpt", "0 249.63/254.4/0.5 10 249.63/254.4/0.5\n");
+  EXPECT_EQ(Run({"colours", "convert", palette, m_folder.File("x.col")}).exitCode, 0);
+  EXPECT_TRUE(Holds(Run({"colours", "show", m_folder.File("x.col")}).output, "#FAFE01"));
+  for (const char* const beyond : {"255.1/0/0", "-0.1/0/0", "nan/0/0", "1e2/0/0", "0/0/.", "0//0"}) {
+    EXPECT_EQ(Run({"colours", "show", Write("x.cpt", std::string("0 ") + beyond + " 1 " + beyond + "\n")}).exitCode, 1) << beyond;
+  }
+}
+
 TEST_F(ZelColours, WhatCannotBeReadIsTold) {
   const std::string bad = Write("bad.col", "[Values]\n0 = 1\n1 = 2\n[Colors]\n0 = 1, 2, 3\n1 = red\n");
   ProgramResult result = Run({"colours", "show", bad});
