@@ -338,7 +338,9 @@ void AddGeodesyCommand(CLI::App& program, int& exitCode) {
 
   app = geodesy->add_subcommand("systems", "Coordinate systems by words of their code, name or area");
   app->add_option("TEXT", arguments->words, "Words that all must be there");
-  app->add_option("--at", arguments->at, "Only those meant for this latitude and longitude")->expected(2);
+  app->add_option("--at", arguments->at, "Only those meant for this latitude and longitude")
+      ->expected(2)
+      ->allow_extra_args(false);  // what follows the two is TEXT
   app->add_flag("--deprecated", arguments->deprecated, "Those, too, that others have replaced");
   app->add_flag("--long", arguments->wholeArea, "The areas' whole names");
   app->footer("Examples:\n  zel geodesy systems UTM 31N\n  zel geodesy systems --at 52.5 4.25 ED50\n");

@@ -43,6 +43,18 @@ fs::path FileIn(const fs::path& folder) {
   return {};
 }
 
+// The one that the loader has taken from the current folder, by its rule: the first that loads, which is in the process already
+// and is only counted here. Empty when none does.
+std::string LoadedFile() {
+  PlatformModules& modules = PlatformModules::System();
+  for (const std::string name : kFiles) {
+    const ModuleHandle module = modules.Load("./" + name);
+    modules.Unload(module);
+    if (module != nullptr) return name;
+  }
+  return {};
+}
+
 std::vector<fs::path> Folders(const std::string& folder) {
   if (!folder.empty()) return {folder};
   const fs::path own = fs::path(ToShownPath(PlatformModules::System().ProgramPath())).parent_path();
@@ -69,9 +81,12 @@ bool GeodesyPlugin::Load(const std::string& folder) {
     const fs::path file = FileIn(place);
     looked += (looked.empty() ? "\"" : ", \"") + place.string() + "\"";
     if (file.empty()) continue;
-    m_file = fs::absolute(file).lexically_normal().string();
+    const fs::path whole = fs::absolute(file).lexically_normal();
     const CurrentFolder current(place);
-    if (ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", nullptr)) return true;
+    const bool loaded = ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", nullptr);
+    const std::string taken = LoadedFile();
+    m_file = (taken.empty() ? whole : whole.parent_path() / taken).string();
+    if (loaded) return true;
     m_reason = "\"" + m_file + "\" is no geodesy plug-in: it does not load, or has no working \"RegisterCoordSys\"";
     return false;
   }

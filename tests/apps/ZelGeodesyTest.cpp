@@ -50,6 +50,16 @@ TEST_F(ZelGeodesy, APlugInMayLieInAnotherFolder) {
   EXPECT_TRUE(Holds(result.output, "coordinate systems: PROJ\n"));
 }
 
+// The loader goes on to the second name when the first is no module.
+TEST_F(ZelGeodesy, ThePlugInThatIsToldIsTheOneThatWasLoaded) {
+  Write("ZELGeoCoordSysR.dll", "no module");
+  const std::string module = std::filesystem::path(ZELBASE_ZEL).parent_path().string() + "/libZELGeoCoordSysR.so";
+  std::filesystem::copy_file(module, m_folder.File("libZELGeoCoordSysR.so"));
+  const ProgramResult result = Run({"geodesy", "info", "--plugin", m_folder.Path()});
+  ASSERT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_TRUE(Holds(OneBlank(result.output), "Plug-in " + m_folder.Path() + "/libZELGeoCoordSysR.so\n")) << result.output;
+}
+
 TEST_F(ZelGeodesy, AMissingPlugInIsToldWithTheFolderLookedIn) {
   for (const std::string& folder : {m_folder.Path(), m_folder.File("none")}) {
     for (const std::vector<std::string>& command : {std::vector<std::string>{"info"}, {"systems", "UTM"}, {"convert", "--from", "EPSG:4326", "--to", "EPSG:32631", "1", "2"}, {"geoid", "--grid", "a.gtx", "1", "2"}}) {
@@ -89,6 +99,8 @@ TEST_F(ZelGeodesy, SystemsAreFoundByAPlace) {
   ASSERT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(result.output, "EPSG:32631 "));
   EXPECT_FALSE(Holds(result.output, "EPSG:32632 "));
+  EXPECT_EQ(Run({"geodesy", "systems", "--at", "4 30 E", "52 N", "UTM", "WGS"}).output, result.output) << "two belong to the place";
+  EXPECT_TRUE(Holds(Run({"geodesy", "systems", "--at", "-25.7", "28.3", "Hartebeesthoek94"}).output, "EPSG:4148 ")) << "south";
 }
 
 TEST_F(ZelGeodesy, DeprecatedSystemsAreShownOnlyWhenAskedFor) {
