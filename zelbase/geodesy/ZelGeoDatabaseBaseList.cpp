@@ -19,6 +19,7 @@ int ZelGeoDatabaseBaseList::GetGeoDatabaseTypes(std::vector<std::string>& types)
 
 ZelGeoDatabaseBase* ZelGeoDatabaseBaseList::Create(const std::string& type) {
   std::unique_ptr<ZelGeoDatabaseBase> database(m_creators.Create(type));
+  // Kept: asked anew each time, and of databases only; the other two registries hand out what their creators make.
   if (database == nullptr || !database->IsReady()) return nullptr;
   return database.release();
 }
