@@ -141,6 +141,26 @@ TEST(CurveDraw, EqualAnglesOnATurnedMapAreTurnedBackWithoutHavingBeenTurned) {
   ExpectPixel(chords.front().x1, chords.front().y1, 400 + 100 * std::sin(bearing), 300 - 100 * std::cos(bearing));
 }
 
+TEST(CurveDraw, TheFullCircleFrom0To360IsADotOnATurnedMapWhere360RoundsUp) {
+  // Doubles lie 2^-47 apart above 33 and 2^-44 apart above 393: 360 plus the skew goes to the nearest of the coarser ones.
+  const double apart = std::ldexp(1.0, -44);
+  const Page everything(-1e4, -1e4, 1e4, 1e4);
+  CoordinateSystem system = OneToOne();
+  system.SetRotationMode(ROTATIONMODE_SKEW);
+  const auto numChords = [&](double skew, double to) {
+    system.SetSkew(skew);
+    return ChordsOf(Curve(kCentre, 100, 0, to), system, everything).size();
+  };
+  const std::size_t full = static_cast<std::size_t>(std::ceil(2 * std::acos(-1.0) / StepOf(100)));
+
+  EXPECT_EQ(numChords(33, 360), full);                 // the sum is exact
+  EXPECT_EQ(numChords(33 + 0.25 * apart, 360), full);  // rounded down: past north almost to where it began
+  EXPECT_LE(numChords(33 + 0.75 * apart, 360), 1u);    // rounded up: from there to the next double
+  EXPECT_EQ(numChords(33, 0), full);                   // equal angles are a full circle whatever the skew
+  EXPECT_EQ(numChords(33 + 0.25 * apart, 0), full);
+  EXPECT_EQ(numChords(33 + 0.75 * apart, 0), full);
+}
+
 TEST(CurveDraw, AnArcSoLargeThatItsStepIsNothingIsOneChord) {
   // Through the middle of the page, from a centre far south.
   const std::vector<Chord> chords = ChordsOf(Curve(Point(400, 300 - 1e17, 0), 1e17, 0, 360));

@@ -191,6 +191,16 @@ TEST(D3Projector, ALineThatPassesTheEyeEndsJustBeforeIt) {
   EXPECT_EQ(Drawn(Above(), Point(0.02, 0, 2000), Point(0, 0, 0)), (Lines{"MoveTo 499 300", "LineTo 400 300"}));
 }
 
+TEST(D3Projector, ALineThatPassesTheEyeFromNearerThanThatIsProlongedBackwards) {
+  // z goes from 999.95 to 1000.05, so that 999.9 is half a length before the start: there x is 0.00505, and 50.5 on the plane.
+  EXPECT_EQ(Drawn(Above(), Point(0, 0, 999.95), Point(-0.0101, 0, 1000.05)), (Lines{"MoveTo 400 300", "LineTo 450 300"}));
+}
+
+TEST(D3Projector, ALineOfHeightBelowTheEyeIsOnePointOfThePlaneAndNotDrawn) {
+  EXPECT_EQ(Drawn(Above(), Point(0, 0, 0), Point(0, 0, -20)), Lines());
+  EXPECT_EQ(Drawn(Above(), Point(200, 0, 0), Point(200, 0, 500)), (Lines{"MoveTo 600 300", "LineTo 800 300"}));
+}
+
 TEST(D3Projector, BesideAHugeViewDistanceALineThatPassesTheEyeIsNotDrawn) {
   D3Projector projector = Above();
   projector.SetViewDistance(1e20);

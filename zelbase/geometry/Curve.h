@@ -81,6 +81,9 @@ class ZELBASE_API Curve {
   // radius below half a pixel draws nothing. Equal angles draw the full circle. A visible piece that would need more than 1 000 000
   // chords, or has no chord length because the scale is negative or no number, is one chord from end to end.
   // Null draws nothing.
+  //
+  // On a turned map give equal angles for a full circle. The pair 0 and 360 is turned there by the skew like any other, and rounded:
+  // with one skew in three it becomes an arc of nearly nothing, a dot at north.
   void DrawCurve(CDC* dc, const CoordinateSystem& cs, const Page& page) const;
 
   Point centre;

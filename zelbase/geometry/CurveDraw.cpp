@@ -26,6 +26,7 @@ void Curve::DrawCurve(CDC* dc, const CoordinateSystem& cs, const Page& page) con
   double from = startAngle;
   double to = endAngle;
   // Kept: equal angles, which draw the full circle, are not turned here, but they are turned back below.
+  // Kept: 0 and 360 are turned one by one; where 360 rounds up on the way they draw a dot, and callers give equal angles.
   if (isTurned && from != to) {
     from = TrimAngle(from + cs.GetSkew());
     to = TrimAngle(to + cs.GetSkew());

@@ -68,7 +68,8 @@ class ZELBASE_API D3Projector {
 
   // Draws the line between two points of the scene; with `noBearing` it is not turned. What is not in front of the eye is left out:
   // a line that passes the eye ends where it is 0.1 metres before it (and is not drawn at a view distance beside which that is
-  // nothing). Null draws nothing.
+  // nothing); one whose other end is nearer than that is prolonged back to there. Ends that fall on one point of the plane, as
+  // those of a line of height below the eye do, and null draw nothing.
   void DrawLine(CDC* dc, const Point& p1, const Point& p2, bool noBearing) const;
 
  private:
