@@ -5,6 +5,7 @@
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@ namespace {
 
 struct Arguments {
   std::vector<std::string> files;
-  std::string run;
+  std::optional<std::string> run;
   std::string application;
   bool save = false;
 };
@@ -48,6 +49,9 @@ std::string Joined(const std::vector<std::string>& texts) {
   for (const std::string& text : texts) result += (result.empty() ? "" : ", ") + text;
   return result;
 }
+
+// The id as a heading; quotes stand for the section of no name.
+std::string Heading(const ActionSet& set, const std::string& id) { return id.empty() ? "\"\"" : set.Shown(id, id); }
 
 // ---- The list ----
 
@@ -90,7 +94,7 @@ void PrintAction(ActionSet& set, const std::string& id, Complaints& complaints) 
   const MadeAction made = set.Make(id);
   complaints.Add(made.faults);
   const ZelAction fields = set.FieldsOf(id);
-  std::cout << '\n' << set.Shown(id, id) << '\n';
+  std::cout << '\n' << Heading(set, id) << '\n';
   PrintField("Group", GroupText(set, id, made.action.get()));
   PrintField("Description", set.Shown(id, fields.GetDescription()));
   PrintField("Tool tip", set.Shown(id, fields.GetToolTip()));
@@ -153,7 +157,7 @@ int RunAction(ActionSet& set, const std::string& argument) {
   complaints.Add(made.faults);
   complaints.Add(set.Faults());
   complaints.Tell();
-  const std::string shown = set.Shown(*id, *id);
+  const std::string shown = Heading(set, *id);
   if (!valid) return Fail(shown + " is not valid, and was not run");
   if (!done) return Fail(shown + " failed");
   std::cout << shown << ": done\n";
@@ -234,7 +238,7 @@ int Act(const Arguments& arguments) {
     std::string reason;
     if (!set.AddFile(path, reason)) return Fail(reason);
   }
-  if (!arguments.run.empty()) return RunAction(set, arguments.run);
+  if (arguments.run) return RunAction(set, *arguments.run);
   return arguments.save ? Save(set, arguments.files) : Show(set, arguments);
 }
 

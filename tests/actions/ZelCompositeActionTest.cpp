@@ -371,6 +371,58 @@ TEST(ZelCompositeAction, TheOrderOfTheEndGoesDownBeforeItGoesOn) {
   EXPECT_EQ(calls, "a.gone b.gone c.gone d.gone ");
 }
 
+TEST(ZelCompositeAction, SubActionsAreGoneWhenTheDestructorReturnsEvenWithinAnOuterOne) {
+  std::string calls;
+  ZelCompositeAction outer;
+  auto* const user = new ScriptedAction("user", &calls);
+  user->onEnd = [&calls] {
+    auto inner = std::make_unique<ZelCompositeAction>();
+    inner->AddAction(new ScriptedAction("part", &calls));
+    inner.reset();
+    calls += "end ";
+  };
+  outer.AddAction(user);
+  outer.DeleteAllActions();
+  EXPECT_EQ(calls, "user.gone part.gone end ");
+}
+
+TEST(ZelCompositeAction, ASubActionThatGoesFindsItsCompositeEvenWithinOuterOnes) {
+  constexpr int kDepth = 32;
+  ZelCompositeAction* composite = nullptr;
+  std::string counts;
+  {
+    ZelCompositeAction outermost;
+    composite = &outermost;
+    for (int i = 1; i < kDepth; ++i) {
+      auto* const next = new ZelCompositeAction;
+      composite->AddAction(next);
+      composite = next;
+    }
+    auto* const part = new ScriptedAction;
+    part->onEnd = [&] { counts += std::to_string(composite->GetCount()) + " "; };
+    composite->AddAction(part);
+  }
+  EXPECT_EQ(counts, "0 ");
+}
+
+TEST(ZelCompositeAction, TheOrderOfTheEndIsTheSameAtAnyDepth) {
+  constexpr int kDepth = 100;
+  std::string calls, before, after;
+  auto outermost = std::make_unique<ZelCompositeAction>();
+  ZelCompositeAction* composite = outermost.get();
+  for (int i = 0; i < kDepth; ++i) {
+    composite->AddAction(new ScriptedAction("<" + std::to_string(i), &calls));
+    auto* const next = new ZelCompositeAction;
+    composite->AddAction(next);
+    composite->AddAction(new ScriptedAction(">" + std::to_string(i), &calls));
+    composite = next;
+    before += "<" + std::to_string(i) + ".gone ";
+    after = ">" + std::to_string(i) + ".gone " + after;
+  }
+  outermost.reset();
+  EXPECT_EQ(calls, before + after);
+}
+
 TEST(ZelCompositeAction, DepthCostsNoStackWhenItGoes) {
   constexpr int kDepth = 300000;
   std::string calls;

@@ -135,6 +135,20 @@ TEST_F(ZelActions, WhatCannotBeRunIsTold) {
 }
 
 // Deep and wide nests come to an end: the composites are not valid, and nothing is run.
+TEST_F(ZelActions, TheSectionOfNoNameIsAnActionLikeAnyOther) {
+  const std::string nameless = Write("nameless.ini", "[]\nGroup = PrintText\nText = said\n");
+  ProgramResult result = Run({"actions", nameless});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "1 action, 0 custom\n\n\"\"\n  Group ")) << result.output;
+  result = Run({"actions", nameless, "--run", ""});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(result.output, "said\n\"\": done\n");
+  result = Run({"actions", Write("named.ini", "[a]\nGroup = PrintText\n"), "--run", ""});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, "zel: there is no action \"\"\n");
+}
+
 TEST_F(ZelActions, NestsBeyondAllUseAreFaults) {
   std::string deep, wide;
   for (int i = 0; i < 2000; ++i) {

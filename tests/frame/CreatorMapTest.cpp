@@ -62,6 +62,28 @@ TEST(CreatorMap, ObjectsGoOnceInTheOrderOfTheirLastNames) {
   EXPECT_EQ(text, "b shared d ");
 }
 
+TEST(CreatorMap, ObjectsThatAreRegisteredByTurnsGoOnceEach) {
+  std::string text;
+  {
+    Registry registry;
+    auto* const one = new Noting(text, "one ");
+    auto* const other = new Noting(text, "other ");
+    for (const char* const name : {"a", "b", "c"}) {
+      registry.Register(std::string("1") + name, one);
+      registry.Register(std::string("2") + name, other);
+      registry.Register(std::string("3") + name, other);
+    }
+    registry.Register("4", one);
+    registry.Clear();
+    EXPECT_EQ(text, "other one ");
+    for (int i = 0; i < 50; ++i) {
+      registry.Register("a", new Noting(text, "."));  // the memory of the one before, most likely
+      registry.Clear();
+    }
+  }
+  EXPECT_EQ(text, "other one " + std::string(50, '.'));
+}
+
 TEST(CreatorMap, WhatIsRegisteredWhileAnotherGoesGoesAsWell) {
   std::string text;
   Registry registry;

@@ -12,16 +12,23 @@ namespace {
 
 constexpr int kGroupNameText = 12045;
 
+// Composites nested no deeper than this destroy their own sub-actions.
+constexpr int kDeepestOnStack = 32;
+
+// How many composites go on this thread, one within another.
+thread_local int t_going = 0;
+
 }  // namespace
 
-// Where the composites that go on this thread leave their sub-actions, so that nesting costs no stack; null when none goes. The
+// Where the composites below the deepest leave their sub-actions, so that nesting beyond it costs no stack; null above it. The
 // last goes next.
 thread_local ZelCompositeAction::Actions* ZelCompositeAction::t_leaving = nullptr;
 
 // Destroys the actions in order, each followed by those it leaves.
 void ZelCompositeAction::DestroyAll(Actions actions) {
   std::reverse(actions.begin(), actions.end());
-  Actions* const outer = std::exchange(t_leaving, &actions);
+  ++t_going;
+  Actions* const outer = std::exchange(t_leaving, t_going < kDeepestOnStack ? nullptr : &actions);
   while (!actions.empty()) {
     const std::shared_ptr<Held> held = std::move(actions.back());
     actions.pop_back();
@@ -29,6 +36,7 @@ void ZelCompositeAction::DestroyAll(Actions actions) {
     const std::shared_ptr<ZelAction> next = std::move(held->action);
   }
   t_leaving = outer;
+  --t_going;
 }
 
 void ZelCompositeAction::Leave(Actions& actions) {

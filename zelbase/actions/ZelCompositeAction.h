@@ -32,8 +32,9 @@
 // once. A sub-action may change the composite that runs it; those added meanwhile are run as well. A composite that is added to
 // itself, directly or by a detour, never goes and never comes to an end: that is the caller's fault.
 //
-// However deep composites are nested, destroying them takes the stack of one: a composite that goes while an outer one does leaves
-// its sub-actions to that, and they go next. Running takes the stack of all.
+// A composite is still there while its sub-actions go, and all of them are gone when its destructor returns. Below 32 composites
+// that go one within another neither holds: one nested deeper leaves its sub-actions to the 32nd, and they go next, in the same
+// order. So destroying takes no more stack than that, however deep they are nested. Running takes the stack of all.
 class ZELBASE_API ZelCompositeAction : public ZelAction {
  public:
   ZelCompositeAction();

@@ -13,7 +13,8 @@ namespace zelbase::detail {
 // Copies share the creators; the last map that holds one destroys it. A creator leaves the map before it is destroyed, since
 // its destructor may call back; it is held while it works, since it may take its own key out.
 //
-// One creator may stand under several keys. To find that out, Register looks through the map: a registry has tens of entries.
+// One creator may stand under several keys. To find that out, Register looks at the one registered before, which is the same for
+// the thousands of keys of one file, and then through the map: a registry has tens of different ones.
 template <class Key, class Creator>
 class CreatorMap {
  public:
@@ -34,8 +35,10 @@ class CreatorMap {
     if (creator == nullptr) return;
     // Kept: no replacement, and a refused creator stays its caller's.
     if (m_creators.contains(key)) return;
-    Pointer held = Held(creator);
+    Pointer held = m_latest.lock();
+    if (held.get() != creator) held = Held(creator);
     if (held == nullptr) held.reset(creator);
+    m_latest = held;
     m_creators.emplace(std::move(key), std::move(held));
   }
 
@@ -84,6 +87,7 @@ class CreatorMap {
 
  private:
   std::map<Key, Pointer> m_creators;
+  std::weak_ptr<Creator> m_latest;
 };
 
 // The one Registry of the process, made at first use. It stays, so that destructors that run later find it; only what it
