@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ActionSet.h"
+#include "zelbase/config/SettingsReport.h"
 #include "zelbase/files/PathHelpers.h"
 
 namespace zel {
@@ -133,6 +134,25 @@ std::size_t CountCustom(const ActionSet& set) {
   }));
 }
 
+// What a file loses in reading, an action may lack. UTF-8 is no loss here, as it is shown as it is meant, nor is a file without
+// actions.
+bool ReadsAsItLooks(const std::string& path) {
+  SettingsReport report;
+  report.ReadFile(ToSuitePath(path));
+  return std::all_of(report.Findings().begin(), report.Findings().end(), [](const SettingsFinding& finding) {
+    return finding.severity == SettingsSeverity::Note || finding.kind == SettingsFindingKind::Utf8Text ||
+           finding.kind == SettingsFindingKind::NoSections;
+  });
+}
+
+// A hint, which leaves the exit code alone.
+void TellWhatDoesNotReadAsItLooks(const std::vector<std::string>& files) {
+  std::cout.flush();
+  for (const std::string& path : files) {
+    if (!ReadsAsItLooks(path)) Fail("\"" + path + "\" does not read as it looks; \"zel settings check\" on it tells where");
+  }
+}
+
 int Show(ActionSet& set, const Arguments& arguments) {
   std::cout << Joined(arguments.files) << ": " << Counted(set.Actions().size(), "action", "actions") << ", " << CountCustom(set)
             << " custom\n";
@@ -142,6 +162,7 @@ int Show(ActionSet& set, const Arguments& arguments) {
     for (const std::string& path : listed.alsoIn) PrintField("Also in", path + ", where it does not count");
   }
   PrintGroups(set);
+  TellWhatDoesNotReadAsItLooks(arguments.files);
   return complaints.Tell();
 }
 

@@ -85,6 +85,21 @@ TEST_F(ZelActions, AFileThatDoesNotOpenIsToldAndAnEmptyOneHasNoActions) {
   EXPECT_TRUE(Holds(empty.output, ": 0 actions, 0 custom\n"));
 }
 
+TEST_F(ZelActions, AFileThatLosesTextInReadingIsTold) {
+  const std::string hint = "\" does not read as it looks; \"zel settings check\" on it tells where\n";
+  // Behind a byte order mark a head is none, and "//" begins a comment.
+  for (const char* const text : {"\xEF\xBB\xBF[a]\nGroup = PrintText\n", "[a]\nGroup = PrintText\nText = http://example.org\n",
+                                 "[a]\nGroup = PrintText\nText\n", "Group = PrintText\n"}) {
+    const std::string file = Write("lossy.ini", text);
+    const ProgramResult result = Run({"actions", file});
+    EXPECT_EQ(result.exitCode, 0) << text;
+    EXPECT_EQ(result.errors, "zel: \"" + file + hint) << text;
+  }
+  for (const char* const text : {"", "; a remark\n[a]\nGroup = PrintText\nText = \xC3\x89t\xC3\xA9\n"}) {
+    EXPECT_EQ(Run({"actions", Write("whole.ini", text)}).errors, "") << text;
+  }
+}
+
 // ---- --run ----
 
 TEST_F(ZelActions, RunValidatesAllAndThenRunsInOrder) {
