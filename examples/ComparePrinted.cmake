@@ -1,0 +1,16 @@
+# Runs PROGRAM and compares what it prints with the lines behind "// Prints:" at the end of SOURCE, each without its "//   ".
+
+file(READ ${SOURCE} text)
+string(REGEX MATCH "\n// Prints:\n.*$" expected "${text}")
+if(expected STREQUAL "")
+  message(FATAL_ERROR "${SOURCE} does not say what it prints")
+endif()
+string(REPLACE "\n// Prints:\n" "" expected "${expected}")
+string(REGEX REPLACE "(^|\n)// ? ? ?" "\\1" expected "${expected}")
+execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} ended with ${result}:\n${printed}")
+endif()
+if(NOT printed STREQUAL expected)
+  message(FATAL_ERROR "printed:\n${printed}\nexpected:\n${expected}")
+endif()
