@@ -4,10 +4,12 @@
 
 #include <string_view>
 
+#include "zelbase/platform/ZelBaseApi.h"
+
 namespace zelbase::detail {
 
 // "*" stands for any number of characters, also none, "?" for exactly one; A to Z equal a to z, bytes from 128 up are their own.
 // "*.*" matches every name, an empty mask none. Takes at most the product of both lengths.
-bool MatchesMask(std::string_view name, std::string_view mask);
+ZELBASE_API bool MatchesMask(std::string_view name, std::string_view mask);
 
 }  // namespace zelbase::detail
