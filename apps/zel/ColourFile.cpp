@@ -206,6 +206,7 @@ bool OpenText(const std::string& path, Reader reader, ColorTable& table, std::st
     reason = "cannot open \"" + path + "\"";
     return false;
   }
+  PassMark(stream);
   long long number = 0;
   for (std::string line; std::getline(stream, line);) {
     ++number;

@@ -30,4 +30,15 @@ std::string_view TakeWord(std::string_view& rest) {
   return word;
 }
 
+void PassMark(std::istream& stream) {
+  for (const char byte : std::string_view("\xEF\xBB\xBF")) {
+    if (stream.peek() != std::char_traits<char>::to_int_type(byte)) {
+      stream.clear();
+      stream.seekg(0);
+      return;
+    }
+    stream.get();
+  }
+}
+
 }  // namespace zel

@@ -19,6 +19,7 @@ bool ReadPoint(std::string_view line, Point& point) {
 bool PointFile::Read(const std::string& path, LineFaults& faults) {
   std::ifstream stream(path);
   if (!std::filesystem::is_regular_file(path) || !stream) return false;
+  PassMark(stream);
   bool begin = true;
   for (std::string line; std::getline(stream, line);) {
     ++faults.lines;

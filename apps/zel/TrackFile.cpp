@@ -22,6 +22,7 @@ bool TakeOptional(std::string_view& rest, double& number) { return IsEmpty(rest)
 bool TrackFile::Read(const std::string& path, LineFaults& faults) {
   std::ifstream stream(path);
   if (!std::filesystem::is_regular_file(path) || !stream) return false;
+  PassMark(stream);
   for (std::string line; std::getline(stream, line);) {
     ++faults.lines;
     if (!IsEmpty(line) && line.front() != '#' && !ReadLine(line, faults.lines)) faults.Add("an observation", line);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "FieldText.h"
 #include "LineFaults.h"
 #include "zelbase/sonar/PingStructRW.h"
 
@@ -31,7 +32,7 @@ class SurveyPingFile {
   static constexpr std::size_t kMostBeams = 4096;
 
   // Ask IsOpen.
-  explicit SurveyPingFile(const std::string& path) : m_stream(path, std::ios::binary) {}
+  explicit SurveyPingFile(const std::string& path) : m_stream(path, std::ios::binary) { PassMark(m_stream); }
 
   bool IsOpen() const { return m_stream.is_open(); }
 

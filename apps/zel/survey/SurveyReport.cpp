@@ -1,5 +1,6 @@
 #include "survey/SurveyReport.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -87,8 +88,15 @@ class TextReport {
 
   std::string Depth(double z) const { return Decimal(m_survey.ShownDepth(z), m_survey.depthDecimals + 1); }
   std::string Difference(double metres) const { return Decimal(metres * m_depthScale, m_survey.depthDecimals + 1); }
-  std::string Distance(double metres) const { return Decimal(m_survey.units.ConvertUnit(CZelUnitCnv::Distance, metres), 1); }
-  std::string Volume(double cubicMetres) const { return Decimal(m_survey.units.ConvertUnit(CZelUnitCnv::Volume, cubicMetres), 1); }
+  std::string Distance(double metres) const { return Measure(CZelUnitCnv::Distance, metres); }
+  std::string Volume(double cubicMetres) const { return Measure(CZelUnitCnv::Volume, cubicMetres); }
+
+  // One decimal, and in large units as many more as keep it finer than a tenth of a metre, or of a cubic metre.
+  std::string Measure(int kind, double value) const {
+    const double scale = m_survey.units.ConvertUnit(kind, 1.0) - m_survey.units.ConvertUnit(kind, 0.0);
+    const int more = scale > 0.0 ? static_cast<int>(std::ceil(-std::log10(scale) - 1e-9)) : 0;
+    return Decimal(m_survey.units.ConvertUnit(kind, value), 1 + std::max(0, more));
+  }
 
   std::string Angle(double value, int axis) const {
     std::string text;

@@ -19,6 +19,9 @@ namespace fs = std::filesystem;
 constexpr long long kMostSettingsBytes = 16LL << 20;
 constexpr std::size_t kMostUnknown = 20;  // items that are reported one by one
 
+// Whether a byte goes on with a character of UTF-8 that an earlier one began.
+bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
 const std::map<std::string, std::set<std::string>>& KnownItems() {
   static const std::map<std::string, std::set<std::string>> items = {
       {"Survey", {"Title", "Client", "Vessel", "Date", "Datum", "Common"}},
@@ -56,6 +59,19 @@ std::string ShortNumber(double value) {
   return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
 }
 
+// Of a UTF-8 text, with "?" for each character that is not in Windows-1252.
+std::string WithoutForeign(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    std::size_t next = 1;
+    while (next < text.size() && IsContinuation(text[next])) ++next;
+    std::string bytes;
+    shown += FromArgument(text.substr(0, next), Encoding::Windows1252, bytes) ? bytes : "?";
+    text.remove_prefix(next);
+  }
+  return shown;
+}
+
 bool IsData(const std::string& path, long long mostBytes) {
   std::error_code failed;
   if (!fs::is_regular_file(path, failed)) return false;
@@ -71,6 +87,9 @@ bool SurveySettings::Open(const std::string& folder, const std::string& name) {
   const std::string path = (fs::path(folder) / name).string();
   std::string reason;
   if (IsData(path, kMostSettingsBytes) && m_file.Open(path, reason)) {
+    if (ReadBytes(path).starts_with("\xEF\xBB\xBF[")) {
+      ReportFault("Survey", "three bytes that mark UTF-8 stand before the first section, which is not read so: save without them", path);
+    }
     CheckNames();
     return true;
   }
@@ -109,6 +128,7 @@ std::string SurveySettings::Text(const std::string& section, const std::string& 
   std::string text(value);
   if (m_file.encoding == Encoding::Utf8 && !FromArgument(value, Encoding::Windows1252, text)) {
     Refuse(section, key, "has characters that are not in Windows-1252");
+    return WithoutForeign(value);
   }
   return text;
 }
