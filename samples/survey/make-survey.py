@@ -144,7 +144,7 @@ def write_pings(axis, folder):
     begin = ORIGIN + 600000 + len(LINES) * (int(1000 * (axis.length + 2 * RUN_OUT) / SPEED) + TURN * 1000) - TURN * 1000
     with open(os.path.join(folder, "pings.txt"), "w") as out:
         out.write("# A last run over the heap at chainage 980, by the multibeam sonar: pings, and below each its beams from port to starboard.\n"
-                  "# ping TIME X Y HEADING        beam ACROSS ALONG DEPTH [FLAGS]        metres and degrees; what MAN, DEP, QUA reject is left out\n")
+                  "# ping TIME X Y HEADING        beam ACROSS ALONG DEPTH [FLAGS]        metres and degrees; flags reject a beam, but for numbers below 256\n")
         for number in range(24):
             at, offset, time = 930 + 5.0 * number, -48.0, begin + number * 1560
             heading = axis.heading(at)

@@ -7,6 +7,8 @@
 #include <map>
 
 #include "tests/apps/ZelFixture.h"
+#include "tests/support/InChild.h"
+#include "tests/support/ThisProcess.h"
 #include "zelbase/xml/XmlReader.h"
 
 namespace {
@@ -211,7 +213,9 @@ TEST_F(ZelSurvey, ReadsAWholeSurveyWithoutAWord) {
 TEST_F(ZelSurvey, SoundingsWithoutTideMayBeKept) {
   Folder folder = SmallSurvey();
   folder["survey.ini"] += "[Soundings]\nWithout tide = keep\n";
-  EXPECT_EQ(Survey(folder).exitCode, 1);
+  const ProgramResult result = Survey(folder);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.output, "6 soundings of 7 read, 1 outside the work area, 2 without tide, which are NOT reduced\n"));
   EXPECT_EQ(At("soundings", "without-tide"), "2");
   EXPECT_EQ(At("soundings", "kept-unreduced"), "2");
   EXPECT_EQ(At("soundings", "used"), "6");
@@ -235,6 +239,21 @@ TEST_F(ZelSurvey, WithoutATideFileInTheSettingsSoundingsAreTakenAsReduced) {
   EXPECT_EQ(At("soundings", "used"), "6");
   EXPECT_EQ(At("soundings", "without-tide"), "0");
   EXPECT_EQ(At("extents", "lowest"), "-12.0000");
+}
+
+TEST_F(ZelSurvey, ATideFileThatMayNotBeWrittenIsReadAllTheSame) {
+  Survey(SmallSurvey());
+  const std::string out = m_folder.MakeFolder("theirs");
+  fs::permissions(m_folder.Path(), fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(out, fs::perms::all);
+  fs::permissions(m_folder.File("survey/t.tid"), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+  const std::string mine = m_text;
+  ExpectInChild([&] {
+    ASSERT_TRUE(BecomeOrdinaryUser());
+    const ProgramResult result = Run({"survey", m_folder.File("survey"), "--out", out, "--no-pictures"});
+    EXPECT_FALSE(Holds(result.errors, "Error opening")) << result.errors;
+  });
+  EXPECT_EQ(m_folder.Read("theirs/report.txt"), mine);
 }
 
 TEST_F(ZelSurvey, TidesThatAreNoneAreNotTaken) {
@@ -343,6 +362,45 @@ TEST_F(ZelSurvey, TextsMayBeWindows1252OrUtf8) {
 
 // On the central meridian of a transverse Mercator system the northing is the arc of the meridian times the scale: on WGS 84 the arc
 // from the equator to 45 degrees is 4984944.378 metres, and UTM's scale is 0.9996. Zone 32 has its meridian at 9 degrees.
+TEST_F(ZelSurvey, CharactersOutsideWindows1252AreToldAndTheOthersStay) {
+  Folder folder = SmallSurvey();
+  folder["survey.ini"].replace(folder["survey.ini"].find("Small"), 5, "F\xC3\xB6rde \xC5\x81\xF0\x9F\x9A\xA2 \xE2\x82\xAC");
+  EXPECT_TRUE(Holds(Survey(folder).errors, "\"Title\" has characters that are not in Windows-1252"));
+  EXPECT_TRUE(m_text.starts_with("F\xC3\xB6rde ?? \xE2\x82\xAC\n----------\n")) << m_text.substr(0, 80);
+}
+
+TEST_F(ZelSurvey, TextsMayBeginWithTheMarkOfUtf8) {
+  const Folder plain = SmallSurvey();
+  Survey(plain);
+  const std::string expected = m_text;
+  Folder folder = plain;
+  for (const char* const name : {"s.xyz", "area.txt", "land.txt", "design.txt", "track.txt"}) folder[name] = "\xEF\xBB\xBF" + plain.at(name);
+  Survey(folder);
+  EXPECT_EQ(m_text, expected);
+  folder = plain;
+  folder["survey.ini"] = "[Soundings]\nPings = p.txt\n";
+  folder["p.txt"] = "\xEF\xBB\xBFping 2026-05-12T00:00:00Z 2 4 90\nbeam 3 1 8\n";
+  EXPECT_EQ(Survey(folder).exitCode, 0);
+  EXPECT_EQ(At("soundings", "used"), "1");
+}
+
+TEST_F(ZelSurvey, SettingsThatBeginWithTheMarkOfUtf8AreTold) {
+  Folder folder = SmallSurvey();
+  folder["survey.ini"].insert(0, "\xEF\xBB\xBF");
+  const ProgramResult result = Survey(folder);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.errors, "three bytes that mark UTF-8 stand before the first section")) << result.errors;
+}
+
+TEST_F(ZelSurvey, DistancesInLargeUnitsKeepTheirMetres) {
+  Folder folder = SmallSurvey();
+  folder["survey.ini"] +=
+      "[Units]\nCatalogue = " + Sample("common/VESOK/ZELCORE/Units.uni") + "\nDistance = NauticalMile\nVolume = ThousandCubicMetres\n";
+  Survey(folder);
+  EXPECT_TRUE(Holds(OneBlank(m_text), "from row to row 0.00216 NM")) << "4 / 1852";
+  EXPECT_TRUE(Holds(OneBlank(m_text), "still to be dredged 0.0060 dam\xC2\xB3")) << m_text;
+}
+
 TEST_F(ZelSurvey, CoordinatesInGeographicForm) {
   const std::string settings = "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nSystem = EPSG:32632\n";
   EXPECT_EQ(Survey({{"survey.ini", settings}, {"s.xyz", "500000 0 -1\n500000 4982950.400 -1\n"}}).exitCode, 0);
@@ -547,7 +605,7 @@ TEST_F(ZelSurvey, ThePicturesAreWritten) {
   EXPECT_EQ(m_folder.Read("out/profile.png").substr(1, 3), "PNG");
   EXPECT_TRUE(m_folder.Read("out/chart.pdf").starts_with("%PDF"));
   EXPECT_TRUE(Holds(m_folder.Read("out/chart.svg"), "<svg"));
-  EXPECT_TRUE(Holds(result.output, "The chart, the long section, report.txt and report.xml are in ")) << result.output;
+  EXPECT_TRUE(Holds(result.output, "chart.png, chart.svg, chart.pdf, profile.png, report.txt and report.xml are in ")) << result.output;
 }
 
 TEST_F(ZelSurvey, APictureThatCannotBeWrittenIsAnError) {
@@ -555,6 +613,7 @@ TEST_F(ZelSurvey, APictureThatCannotBeWrittenIsAnError) {
   m_folder.MakeFolder("out/chart.svg");
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
   EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.output, "\nchart.png, chart.pdf, profile.png, report.txt and report.xml are in ")) << result.output;
   EXPECT_TRUE(Holds(m_folder.Read("out/report.txt"), "Pictures: File IO Error: Error writing to \"chart.svg\".")) << result.errors;
   EXPECT_TRUE(m_folder.Exists("out/chart.png") && m_folder.Exists("out/chart.pdf")) << "the others are";
 }
@@ -570,9 +629,21 @@ TEST_F(ZelSurvey, WithoutADesignThereIsNoLongSection) {
 }
 
 TEST_F(ZelSurvey, WithoutSettingsThereIsNoPicture) {
-  EXPECT_EQ(Run({"survey", m_folder.File("none"), "--out", m_folder.File("bare")}).exitCode, 1);
+  const ProgramResult result = Run({"survey", m_folder.File("none"), "--out", m_folder.File("bare")});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.output, "\nreport.txt and report.xml are in ")) << result.output;
   EXPECT_TRUE(m_folder.Exists("bare/report.txt"));
   EXPECT_FALSE(m_folder.Exists("bare/chart.png"));
+}
+
+TEST_F(ZelSurvey, AReportThatCannotBeWrittenDoesNotTakeTheOtherWithIt) {
+  Survey(SmallSurvey());
+  m_folder.MakeFolder("taken");
+  m_folder.MakeFolder("taken/report.txt");
+  const ProgramResult result = Run({"survey", m_folder.File("survey"), "--no-pictures", "--out", m_folder.File("taken")});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(Holds(result.errors, "cannot write")) << result.errors;
+  EXPECT_EQ(m_folder.Read("taken/report.xml"), m_folder.Read("out/report.xml"));
 }
 
 // ---- the samples ----

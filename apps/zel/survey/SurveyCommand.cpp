@@ -56,8 +56,8 @@ bool WriteFile(const std::string& path, std::string_view text) {
 bool WriteReports(const Survey& survey, const std::filesystem::path& folder) {
   std::ostringstream xml;
   const bool made = XmlWriter(SurveyReportXml(survey)).WriteStream(xml);
-  return WriteFile((folder / "report.txt").string(), SurveyReportText(survey)) && made &&
-         WriteFile((folder / "report.xml").string(), xml.view());
+  const bool text = WriteFile((folder / "report.txt").string(), SurveyReportText(survey));
+  return made && WriteFile((folder / "report.xml").string(), xml.view()) && text;
 }
 
 using Save = std::function<bool(const std::string& path, std::string& reason)>;
@@ -75,8 +75,8 @@ Pictures PicturesOf(const Survey& survey, const SurveyChart& chart) {
   return pictures;
 }
 
-// What cannot be written is reported; the rest is drawn all the same. False once it was asked to stop.
-bool WritePictures(const Survey& survey, const std::filesystem::path& folder, Stages& stages) {
+// What cannot be written is reported; the rest is drawn all the same, and told in `drawn`. False once it was asked to stop.
+bool WritePictures(const Survey& survey, const std::filesystem::path& folder, Stages& stages, std::string& drawn) {
   const SurveyChart chart(survey, [&stages](double progress) { return stages.Show("drawing", 0.3 * progress); });
   const Pictures pictures = PicturesOf(survey, chart);
   for (std::size_t i = 0; i < pictures.size(); ++i) {
@@ -84,7 +84,8 @@ bool WritePictures(const Survey& survey, const std::filesystem::path& folder, St
     const auto& [name, save] = pictures[i];
     const std::string path = (folder / name).string();
     std::string reason;
-    if (!save(path, reason)) ReportFile("Pictures", path, FileError::Write);
+    if (save(path, reason)) drawn += std::string(name) + ", ";
+    else ReportFile("Pictures", path, FileError::Write);
   }
   return !IsInterrupted();
 }
@@ -97,26 +98,27 @@ void PrintErrors(const Survey& survey) {
          (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
   }
   if (survey.errors.size() > kMostShown)
-    Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them all");
+    Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them");
 }
 
-void PrintSummary(const Survey& survey, const Arguments& arguments) {
+void PrintSummary(const Survey& survey, const std::string& drawn, const Arguments& arguments) {
   const SurveyCounts& counts = survey.counts;
-  std::printf("%s of %lld read, %lld outside the work area, %lld without tide\n",
-              Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read, counts.outside, counts.withoutTide);
-  std::printf("%s\n", survey.errors.empty() ? "no errors" : Counted(survey.errors.size(), "error", "errors").c_str());
-  const char* const pictures = survey.design.IsGiven() ? "The chart, the long section, " : "The chart, ";
-  std::printf("%sreport.txt and report.xml are in \"%s\"\n", arguments.noPictures ? "" : pictures, arguments.output.c_str());
+  std::printf("%s of %lld read, %lld outside the work area, %lld without tide%s\n",
+              Counted(survey.soundings.size(), "sounding", "soundings").c_str(), counts.read, counts.outside, counts.withoutTide,
+              counts.keptUnreduced > 0 ? ", which are NOT reduced" : "");
+  const std::size_t errors = survey.errors.size() + static_cast<std::size_t>(survey.moreErrors);
+  std::printf("%s\n", errors == 0 ? "no errors" : Counted(errors, "error", "errors").c_str());
+  std::printf("%sreport.txt and report.xml are in \"%s\"\n", drawn.c_str(), arguments.output.c_str());
   std::fflush(stdout);
 }
 
 // False once it was asked to stop. Without settings there is nothing to draw.
-bool ReadAndDraw(const Arguments& arguments, Survey& survey) {
+bool ReadAndDraw(const Arguments& arguments, Survey& survey, std::string& drawn) {
   Stages stages;
   const SurveyStage show = [&stages](const char* stage, double progress) { return stages.Show(stage, progress); };
   const SurveyOutcome outcome = ReadSurvey(arguments.folder, arguments.settings, show, survey);
   if (outcome == SurveyOutcome::Stopped) return false;
-  return arguments.noPictures || outcome == SurveyOutcome::NoSettings || WritePictures(survey, arguments.output, stages);
+  return arguments.noPictures || outcome == SurveyOutcome::NoSettings || WritePictures(survey, arguments.output, stages, drawn);
 }
 
 int RunSurvey(const Arguments& arguments) {
@@ -126,11 +128,12 @@ int RunSurvey(const Arguments& arguments) {
   if (!std::filesystem::is_directory(arguments.output, failed)) return Fail("cannot make the folder \"" + arguments.output + "\"");
   const FaultCounter faults;
   Survey survey;
-  if (!ReadAndDraw(arguments, survey)) return Fail("stopped");
+  std::string drawn;
+  if (!ReadAndDraw(arguments, survey, drawn)) return Fail("stopped");
   faults.Gather(survey);
   PrintErrors(survey);
   if (!WriteReports(survey, arguments.output)) return kFoundWrong;
-  PrintSummary(survey, arguments);
+  PrintSummary(survey, drawn, arguments);
   return survey.errors.empty() ? kDone : kFoundWrong;
 }
 

@@ -135,7 +135,7 @@ void ReportWithoutTide(const Survey& survey) {
   if (counts.withoutTide == 0) return;
   const std::string done = counts.keptUnreduced == counts.withoutTide ? "kept without reduction" : "left out";
   ReportFault("Tide", Counted(static_cast<std::size_t>(counts.withoutTide), "sounding has", "soundings have") +
-                          " no tide at their time: " + done);
+                          (counts.withoutTide == 1 ? " no tide at its time: " : " no tide at their time: ") + done);
 }
 
 bool Reader::ReadSoundings() {

@@ -1,6 +1,9 @@
 #include "survey/SurveyTide.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <fstream>
 
 #include "SettingsFile.h"
 #include "survey/SurveyFaults.h"
@@ -11,11 +14,28 @@ namespace {
 constexpr const char* kContext = "Tide";
 constexpr double kHighest = 1000.0;  // metres; no tide, and no mistake of a datum, is beyond
 constexpr std::size_t kMostGaps = 1000;
+constexpr std::size_t kRecordBytes = 16;
+
+double DoubleAt(const std::string& bytes, std::size_t at) {
+  std::uint64_t bits = 0;
+  for (std::size_t i = 8; i-- > 0;) bits = bits << 8 | static_cast<unsigned char>(bytes[at + i]);
+  return std::bit_cast<double>(bits);
+}
+
+// TideFile opens for writing too. A survey only reads: a folder that is archived, or somebody else's, has its tide all the same.
+bool ReadRecords(const std::string& path, TideFile& file) {
+  if (!std::ifstream(path, std::ios::binary)) return false;
+  const std::string bytes = ReadBytes(path);
+  for (std::size_t at = 0; at + kRecordBytes <= bytes.size(); at += kRecordBytes) {
+    file.AddTideValue(DoubleAt(bytes, at), DoubleAt(bytes, at + 8));
+  }
+  return true;
+}
 
 }  // namespace
 
 bool SurveyTideSeries::Open(const std::string& path, double longestStep, SurveyTide& tide) {
-  if (!m_file.FileOpen(ToSuitePath(path), false)) {
+  if (!m_file.FileOpen(ToSuitePath(path), false) && !ReadRecords(path, m_file)) {
     ReportFile(kContext, path, FileError::Open);
     return false;
   }
