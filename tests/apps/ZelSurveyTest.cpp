@@ -311,6 +311,17 @@ TEST_F(ZelSurvey, APolygonWithinAnotherIsAHole) {
 }
 
 // Against the rule by the book: crossings of a ray, over all edges.
+TEST_F(ZelSurvey, AWorkAreaWithoutAnySoundingIsTold) {
+  Folder folder = SmallSurvey();
+  folder["area.txt"] = "100 100\n108 100\n108 108\n";
+  const ProgramResult result = Survey(folder);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(At("soundings", "outside"), "7");
+  EXPECT_TRUE(Holds(result.errors, "Area: no sounding lies in the work area")) << result.errors;
+  folder["area.txt"] = "0 0\n2 0\n2 2\n0 2\n";
+  EXPECT_EQ(Survey(folder).exitCode, 0) << "one of them is enough: " << m_text;
+}
+
 TEST_F(ZelSurvey, TheWorkAreaIsCutExactly) {
   std::string area, soundings;
   std::vector<std::pair<double, double>> corners;

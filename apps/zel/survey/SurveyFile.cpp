@@ -138,6 +138,13 @@ void ReportWithoutTide(const Survey& survey) {
                           (counts.withoutTide == 1 ? " no tide at its time: " : " no tide at their time: ") + done);
 }
 
+// That some lie outside is as it should be; all of them are of another grid, or the area is.
+void ReportOutside(const Survey& survey) {
+  const SurveyCounts& counts = survey.counts;
+  if (counts.read == 0 || counts.outside < counts.read) return;
+  ReportFault("Area", "no sounding lies in the work area: soundings and area may be of different grids, or x and y have changed places");
+}
+
 bool Reader::ReadSoundings() {
   const std::vector<std::string> texts = m_settings.Files("Soundings", "File", kMostBytes);
   const std::vector<std::string> pings = m_settings.Files("Soundings", "Pings", kMostBytes);
@@ -154,6 +161,7 @@ bool Reader::ReadSoundings() {
   }
   m_pingHeading = soundings.LastHeading();
   m_pingTime = soundings.HeadingTime();
+  ReportOutside(m_survey);
   ReportWithoutTide(m_survey);
   return true;
 }
