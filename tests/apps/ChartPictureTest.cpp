@@ -7,6 +7,7 @@
 #include "survey/ChartFurniture.h"
 #include "survey/ChartLayout.h"
 #include "survey/ChartSoundings.h"
+#include "survey/ProfileLayout.h"
 #include "tests/apps/ChartFixture.h"
 #include "zelbase/xml/XmlReader.h"
 
@@ -282,4 +283,33 @@ TEST_F(SurveyPictures, WhatCannotBeWrittenSaysSo) {
   }
   std::string reason;
   EXPECT_FALSE(SaveProfilePng(survey, "/dev/full", reason));
+}
+
+TEST_F(SurveyPictures, LongTextsOfManyLettersAreNotCutWithinOne) {
+  for (std::size_t front = 398; front <= 400; ++front) {  // texts are cut at 400 bytes, and all letters behind have two
+    Survey survey = Slope();
+    AddDesign(survey, Point(512010, 5752200, -10));
+    const std::string text = std::string(front, 'i') + std::string(1700, '\xFC');
+    survey.title = {text, text, text, text, text};
+    EXPECT_TRUE(Draw(survey).IsGood()) << front;
+  }
+}
+
+TEST_F(SurveyPictures, ARowOfTheSectionOnItsOwnIsAStepWide) {
+  Survey survey = Slope();
+  AddDesign(survey, Point(512010, 5752200, -10));
+  for (std::size_t i = 0; i < survey.section.rows.size(); ++i) {
+    SectionRow& row = survey.section.rows[i];
+    row.measured = i == 30;
+    row.difference = 2.0;
+    row.bottom = row.shoalest = row.design + row.difference;
+  }
+  Draw(survey);
+  const PngFile png(m_folder.File("profile.png"));
+  const CoordinateSystem system = ProfileViewOf(survey).System(sheet::kPngParts);
+  const std::uint32_t colour = RgbOf(survey.differenceColours.GetColor(2.0));
+  for (const auto& [chainage, isPainted] : {std::pair{294.0, false}, {296.0, true}, {300.0, true}, {304.0, true}, {306.0, false}}) {
+    const CPoint pixel = system.WorldToPixel(Point(chainage, -9.0, 0));
+    EXPECT_EQ(png.At(pixel.x, pixel.y) == colour, isPainted) << chainage;
+  }
 }

@@ -1,6 +1,7 @@
 #include <cairo.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -128,9 +129,10 @@ class Profile {
     cairo_save(pen.Context());
     Clip(pen);
     for (const auto& [first, last] : MeasuredRuns(m_survey.section)) {
-      cairo_move_to(pen.Context(), X(m_survey.section.rows[first].chainage), kFrame.top);
-      for (std::size_t i = first; i <= last; ++i) cairo_line_to(pen.Context(), X(m_survey.section.rows[i].chainage), Y(m_survey.section.rows[i].bottom));
-      cairo_line_to(pen.Context(), X(m_survey.section.rows[last].chainage), kFrame.top);
+      const std::vector<Point> path = RowPath(first, last, &SectionRow::bottom);
+      cairo_move_to(pen.Context(), X(path.front().x), kFrame.top);
+      for (const Point& point : path) cairo_line_to(pen.Context(), X(point.x), Y(point.y));
+      cairo_line_to(pen.Context(), X(path.back().x), kFrame.top);
       pen.FillPath(kGround);
     }
     cairo_restore(pen.Context());
@@ -142,7 +144,8 @@ class Profile {
     for (const AxisMark& mark : DepthMarks(step)) pen.Rule(kFrame.left, mark.at, kFrame.right, mark.at, 0.12, inks::kGridLine);
   }
 
-  // The room between design and bottom, each row's half way to its neighbours in the colour of its difference.
+  // The room between design and bottom, each row's half way to its neighbours, or half a step where it has none, in the colour of its
+  // difference.
   void DrawDifferences(const SheetPen& pen) const {
     const std::vector<SectionRow>& rows = m_survey.section.rows;
     std::vector<double> differences;
@@ -153,7 +156,10 @@ class Profile {
     Clip(pen);
     cairo_set_antialias(pen.Context(), CAIRO_ANTIALIAS_NONE);  // no seams between rows
     for (const auto& [first, last] : MeasuredRuns(m_survey.section)) {
-      for (std::size_t i = first; i <= last; ++i) DrawDifference(pen, i == first ? i : i - 1, i, i == last ? i : i + 1, Ink::Of(colours[i]));
+      for (std::size_t i = first; i <= last; ++i) {
+        const Place before = i == first ? Beside(i, -1.0) : HalfWay(i - 1, i), behind = i == last ? Beside(i, 1.0) : HalfWay(i, i + 1);
+        DrawDifference(pen, {before, HalfWay(i, i), behind}, Ink::Of(colours[i]));
+      }
     }
     cairo_restore(pen.Context());
   }
@@ -167,10 +173,21 @@ class Profile {
     return {(first.chainage + second.chainage) / 2.0, (first.design + second.design) / 2.0, (first.bottom + second.bottom) / 2.0};
   }
 
-  void DrawDifference(const SheetPen& pen, std::size_t before, std::size_t row, std::size_t behind, const Ink& ink) const {
-    const Place places[] = {HalfWay(before, row), HalfWay(row, row), HalfWay(row, behind)};
-    for (int i = 0; i < 3; ++i) cairo_line_to(pen.Context(), X(places[i].chainage), Y(places[i].bottom));
-    for (int i = 2; i >= 0; --i) cairo_line_to(pen.Context(), X(places[i].chainage), Y(places[i].design));
+  // Where a row's soundings end that has no neighbour before (-1) or behind it (1): half a step aside, but not off its section.
+  Place Beside(std::size_t row, double side) const {
+    const std::vector<SectionRow>& rows = m_survey.section.rows;
+    const bool endsHere = side < 0.0 ? row == 0 || rows[row].sectionStart : row + 1 == rows.size() || rows[row + 1].sectionStart;
+    if (endsHere) return HalfWay(row, row);
+    const SectionRow& neighbour = side < 0.0 ? rows[row - 1] : rows[row + 1];
+    Place place = HalfWay(row, row);
+    place.chainage = (place.chainage + neighbour.chainage) / 2.0;
+    place.design = (place.design + neighbour.design) / 2.0;
+    return place;
+  }
+
+  void DrawDifference(const SheetPen& pen, const std::array<Place, 3>& places, const Ink& ink) const {
+    for (const Place& place : places) cairo_line_to(pen.Context(), X(place.chainage), Y(place.bottom));
+    for (int i = 2; i >= 0; --i) cairo_line_to(pen.Context(), X(places[static_cast<std::size_t>(i)].chainage), Y(places[static_cast<std::size_t>(i)].design));
     cairo_close_path(pen.Context());
     pen.FillPath(ink);
   }
@@ -187,9 +204,12 @@ class Profile {
     for (const std::vector<Point>& run : RunsOf(m_survey.design.line.get())) pen.Draw(run);
   }
 
+  // A height along rows, level as far as their soundings reach at both ends.
   std::vector<Point> RowPath(std::size_t first, std::size_t last, double SectionRow::* height) const {
-    std::vector<Point> path;
-    for (std::size_t i = first; i <= last; ++i) path.emplace_back(m_survey.section.rows[i].chainage, m_survey.section.rows[i].*height, 0.0);
+    const std::vector<SectionRow>& rows = m_survey.section.rows;
+    std::vector<Point> path = {Point(Beside(first, -1.0).chainage, rows[first].*height, 0.0)};
+    for (std::size_t i = first; i <= last; ++i) path.emplace_back(rows[i].chainage, rows[i].*height, 0.0);
+    path.emplace_back(Beside(last, 1.0).chainage, rows[last].*height, 0.0);
     return path;
   }
 

@@ -21,6 +21,12 @@ void DropLastCharacter(std::string& text) {
   if (!text.empty()) text.pop_back();
 }
 
+// At most so many bytes of the text, none of its characters cut: half a one would end all drawing on a context.
+std::string FrontOf(const std::string& text, std::size_t most) {
+  while (most < text.size() && most > 0 && IsContinuation(text[most])) --most;
+  return text.substr(0, most);
+}
+
 }  // namespace
 
 Ink Ink::Of(COLORREF color) {
@@ -111,7 +117,7 @@ void SheetPen::HaloText(double x, double y, const std::string& text, const TextS
 
 std::string SheetPen::Fit(const std::string& text, const TextStyle& style, double width) const {
   if (Width(text, style) <= width) return text;
-  std::string front = text.substr(0, 400);
+  std::string front = FrontOf(text, 400);
   while (!front.empty() && Width(front + "\u2026", style) > width) DropLastCharacter(front);
   return front + "\u2026";
 }
@@ -119,7 +125,7 @@ std::string SheetPen::Fit(const std::string& text, const TextStyle& style, doubl
 std::vector<std::string> SheetPen::Wrap(const std::string& text, const TextStyle& style, double width, std::size_t lines) const {
   std::vector<std::string> wrapped;
   std::string line;
-  std::string rest = text.substr(0, 2000);
+  std::string rest = FrontOf(text, 2000);
   while (!rest.empty()) {
     const std::size_t blank = rest.find(' ');
     const std::string word = rest.substr(0, blank);
