@@ -2,6 +2,7 @@
 
 #include "survey/ChartLayout.h"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -222,4 +223,48 @@ TEST(ProfileView, ShowsAllAtRoundScales) {
   EXPECT_EQ(view.alongScale, 2000.0) << "550 m * 1.04 on 302 mm";
   EXPECT_EQ(view.upwardScale, 25.0) << "2.2 m * 1.25 on 136 mm is 1 : 20.2";
   EXPECT_EQ(view.Exaggeration(), 80.0);
+}
+
+namespace {
+
+double DistanceTo(const std::vector<Point>& line, const Point& place) {
+  double least = 1e300;
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const double dx = line[i].x - line[i - 1].x, dy = line[i].y - line[i - 1].y;
+    const double share = std::clamp(((place.x - line[i - 1].x) * dx + (place.y - line[i - 1].y) * dy) / (dx * dx + dy * dy), 0.0, 1.0);
+    least = std::min(least, std::hypot(place.x - line[i - 1].x - share * dx, place.y - line[i - 1].y - share * dy));
+  }
+  return least;
+}
+
+}  // namespace
+
+TEST(PathsBeside, KeepTheirDistanceRoundBends) {
+  const std::vector<Point> line = {Point(0, 0, -10), Point(100, 0, -10), Point(100, -100, -10), Point(180, -60, -10), Point(300, -60, -10)};
+  Survey survey;
+  survey.design.line = std::make_shared<SurveyLine>(std::vector<std::vector<Point>>{line});
+  for (const double distance : {-10.0, -3.0, 3.0, 10.0}) {
+    const std::vector<std::vector<Point>> paths = PathsBeside(survey, distance);
+    ASSERT_EQ(paths.size(), 1u);
+    for (const Point& place : paths[0]) EXPECT_NEAR(DistanceTo(line, place), std::abs(distance), 1e-9) << distance << ": " << place.x << ' ' << place.y;
+    EXPECT_EQ(paths[0].front().y, -distance);
+    EXPECT_EQ(paths[0].back().y, -60 - distance);
+  }
+  const std::vector<Point> right = PathsBeside(survey, 10.0)[0];
+  EXPECT_NEAR(right[1].x, 90.0, 1e-9);  // inside the first bend the two pieces meet
+  EXPECT_NEAR(right[1].y, -10.0, 1e-9);
+}
+
+TEST(PathsBeside, PiecesTooShortToMeetAndSectionsAreKept) {
+  Survey survey;
+  EXPECT_TRUE(PathsBeside(survey, 5.0).empty());
+  survey.design.line = std::make_shared<SurveyLine>(std::vector<std::vector<Point>>{
+      {Point(0, 0, 0), Point(10, 0, 0), Point(10, -10, 0)}, {Point(50, 0, 0), Point(60, 0, 0), Point(50, 0, 0)}});
+  for (const double distance : {-20.0, 20.0}) {
+    const std::vector<std::vector<Point>> paths = PathsBeside(survey, distance);
+    ASSERT_EQ(paths.size(), 2u);
+    EXPECT_EQ(paths[0].front().y, -distance);
+    EXPECT_EQ(paths[0].back().x, 10.0 - distance);
+    EXPECT_EQ(paths[1].back().y, distance) << "there and back";
+  }
 }

@@ -37,17 +37,27 @@ Point RightOf(const Point& from, const Point& to) {
   return Point((to.y - from.y) / length, (from.x - to.x) / length, 0.0);
 }
 
-// The line moved aside piece by piece, each joined to the one before.
-void DrawBeside(const MapPen& pen, const std::vector<ProfilePoint>& points, double distance) {
-  const Point* previous = nullptr;
-  Point end;
-  ForPieces(points, [&](const ProfilePoint& from, const ProfilePoint& to) {
-    const Line beside = Line(from.Absolute(), to.Absolute()).Offset(distance);
-    if (previous != nullptr && !from.sectionStart) pen.Draw(Line(end, beside.start));
-    pen.Draw(beside);
-    end = beside.end;
-    previous = &end;
-  });
+double Dot(const Point& a, const Point& b) { return a.x * b.x + a.y * b.y; }
+
+// Joins a piece to the path before it, about the corner where the line turns from one right-hand direction to the other: outside the
+// bend by an arc, inside it where the two pieces meet. Pieces that are too short to meet are joined end to start.
+void JoinBeside(std::vector<Point>& path, const Point& corner, const Point& before, const Point& behind, double distance, const Point& end) {
+  constexpr double kMostTurn = 0.1, kBack = 1e-6;  // radians of an arc's chord; of one plus the cosine, where the line turns back
+  const double turn = std::atan2(before.x * behind.y - before.y * behind.x, Dot(before, behind));
+  if (turn * distance > 0.0) {
+    const int chords = static_cast<int>(std::ceil(std::abs(turn) / kMostTurn));
+    for (int i = 1; i <= chords; ++i) {
+      const double angle = turn * i / chords, sine = std::sin(angle), cosine = std::cos(angle);
+      path.push_back(corner + Point(before.x * cosine - before.y * sine, before.x * sine + before.y * cosine, 0.0) * distance);
+    }
+    return;
+  }
+  const double spread = 1.0 + Dot(before, behind);
+  const Point meeting = spread > kBack ? corner + (before + behind) * (distance / spread) : corner;
+  const Point alongBefore(-before.y, before.x, 0.0), alongBehind(-behind.y, behind.x, 0.0);
+  const bool meets = spread > kBack && Dot(meeting - path[path.size() - 2], alongBefore) > 0.0 && Dot(end - meeting, alongBehind) > 0.0;
+  if (meets) path.back() = meeting;
+  else path.push_back(corner + behind * distance);
 }
 
 void DrawTicks(const MapPen& pen, const std::vector<ChainageTick>& ticks, const MapView& view) {
@@ -101,12 +111,28 @@ std::vector<ChainageTick> ChainageTicks(const Survey& survey, double metresPerMi
   return ticks;
 }
 
+std::vector<std::vector<Point>> PathsBeside(const Survey& survey, double distance) {
+  std::vector<std::vector<Point>> paths;
+  if (!survey.design.IsGiven()) return paths;
+  Point before;
+  ForPieces(PointsOf(*survey.design.line), [&](const ProfilePoint& from, const ProfilePoint& to) {
+    const Point behind = RightOf(from.Absolute(), to.Absolute()), end = to.Absolute() + behind * distance;
+    if (paths.empty() || from.sectionStart) paths.push_back({from.Absolute() + behind * distance});
+    else JoinBeside(paths.back(), from.Absolute(), before, behind, distance, end);
+    paths.back().push_back(end);
+    before = behind;
+  });
+  return paths;
+}
+
 void DrawDesign(MapPen& pen, const Survey& survey, const MapView& view, BoxIndex& taken) {
   if (!survey.design.IsGiven()) return;
   const std::vector<ProfilePoint> points = PointsOf(*survey.design.line);
   if (survey.design.width > 0.0) {
     pen.Use(inks::kDesign, kFloorEdge);
-    for (const double side : {-0.5, 0.5}) DrawBeside(pen, points, side * survey.design.width);
+    for (const double side : {-0.5, 0.5}) {
+      for (const std::vector<Point>& path : PathsBeside(survey, side * survey.design.width)) pen.Draw(path);
+    }
   }
   const std::vector<ChainageTick> ticks = ChainageTicks(survey, view.MetresPerMillimetre());
   for (const auto& [ink, rim] : {std::pair{inks::kPaper, lines::kRim}, {inks::kDesign, 0.0}}) {

@@ -23,6 +23,9 @@ struct ChainageTick {
 // By rising chainage, at steps for a map with so many metres in a millimetre. None where one would be ambiguous: in gaps.
 std::vector<ChainageTick> ChainageTicks(const Survey& survey, double metresPerMillimetre);
 
+// Where the design is `distance` metres away, to the right of travel when positive: a path a section.
+std::vector<std::vector<Point>> PathsBeside(const Survey& survey, double distance);
+
 void DrawDesign(MapPen& pen, const Survey& survey, const MapView& view, BoxIndex& taken);
 
 }  // namespace zel
