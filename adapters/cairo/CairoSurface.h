@@ -23,8 +23,9 @@ enum class CairoFormat : int { Png = 0, Svg = 1, Pdf = 2 };
 //   chart.Save([&file](std::string_view bytes) { return file.Write(bytes); });    // the caller's file; false when it failed
 //
 // What always holds:
-// (1) A surface that could not be made (IsGood) takes every call and does nothing: false, null, 0 or all bits set. It can be made
-//     from 1 to 32767 pixels either way and 2^28 pixels in all (an image has four bytes for each), at 10 to 10000 dots per inch.
+// (1) A surface that could not be made (IsGood) takes every call and paints, measures and saves nothing: false, 0 or all bits set.
+//     Settings and handles are kept as ever. It can be made from 1 to 32767 pixels either way and 2^28 pixels in all (an image has
+//     four bytes for each), at 10 to 10000 dots per inch.
 // (2) Coordinates may be any int. What lies outside the surface costs no time by its length.
 // (3) Without smoothing (SetSmooth), the operations on an image paint whole pixels in the very colour:
 //     - a line of a pen up to one pixel wide has in its longer direction each coordinate once, without that of its end, and
@@ -86,7 +87,8 @@ class CairoSurface : public CDC {
   // Gives the former one.
   COLORREF SetTextColor(COLORREF color);
 
-  // A pen of one of the styles PS_SOLID to PS_NULL, null for another one. A width up to 1 is one pixel, the greatest is 32767. Of a
+  // A pen of one of the styles PS_SOLID to PS_NULL, null for another one. A width up to 1 is one pixel, the greatest is 32767. GetObject
+  // tells a width of 0 as such, and a cross then lacks the last pixels of its arms (Point::DrawCross): for crosses ask for 1. Of a
   // pen with gaps, one of 24 pixels of width 1 is the period of its pattern, which begins anew with MoveTo.
   HGDIOBJ CreatePen(unsigned style, int width, COLORREF color);
 

@@ -145,6 +145,18 @@ bool FromArgument(std::string_view argument, Encoding encoding, std::string& byt
   return true;
 }
 
+std::string FromUtf8(std::string_view text) {
+  std::string bytes;
+  while (!text.empty()) {
+    unsigned int codePoint = 0;
+    const std::size_t length = ReadSequence(text, codePoint);
+    char byte = 0;
+    bytes += length > 0 && ToWindows1252(codePoint, byte) ? byte : '?';
+    text.remove_prefix(length > 0 ? length : 1);
+  }
+  return bytes;
+}
+
 std::string ToColumn(std::string_view text, std::size_t width) {
   // A byte is a character before the conversion.
   return ToTerminal(text, Encoding::Windows1252) + std::string(text.size() < width ? width - text.size() : 0, ' ');

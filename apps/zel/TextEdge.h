@@ -23,6 +23,9 @@ std::string ToUtf8(std::string_view text, Encoding encoding);
 // Windows-1252.
 bool FromArgument(std::string_view argument, Encoding encoding, std::string& bytes);
 
+// From UTF-8 to Windows-1252, with "?" for each character that has no place there and each byte that is no UTF-8.
+std::string FromUtf8(std::string_view text);
+
 // A text of the suite's (Windows-1252) for the terminal, with blanks behind it up to `width` characters.
 std::string ToColumn(std::string_view text, std::size_t width);
 

@@ -49,6 +49,12 @@ TEST_F(CairoGeometry, ACrossOfAPenOfAPixelIsSymmetrical) {
   EXPECT_EQ(CrossOf(m_surface, 1, 5), expected);
 }
 
+TEST_F(CairoGeometry, ACrossOfAPenOfWidthZeroLacksTheLastPixelsOfItsArms) {
+  Pixels expected = Filled(25, 24, 35, 25);
+  expected.merge(Filled(30, 19, 31, 29));
+  EXPECT_EQ(CrossOf(m_surface, 0, 5), expected);
+}
+
 TEST(CairoGeometryCross, OfAnyPenIsItsOwnMirrorImage) {
   for (const int width : {1, 2, 3, 4, 5}) {
     for (const int size : {4, 7}) {

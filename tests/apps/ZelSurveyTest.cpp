@@ -371,8 +371,6 @@ TEST_F(ZelSurvey, TextsMayBeWindows1252OrUtf8) {
   EXPECT_TRUE(m_text.starts_with("M\xC3\xBCnde\n-----\n")) << m_text;
 }
 
-// On the central meridian of a transverse Mercator system the northing is the arc of the meridian times the scale: on WGS 84 the arc
-// from the equator to 45 degrees is 4984944.378 metres, and UTM's scale is 0.9996. Zone 32 has its meridian at 9 degrees.
 TEST_F(ZelSurvey, CharactersOutsideWindows1252AreToldAndTheOthersStay) {
   Folder folder = SmallSurvey();
   folder["survey.ini"].replace(folder["survey.ini"].find("Small"), 5, "F\xC3\xB6rde \xC5\x81\xF0\x9F\x9A\xA2 \xE2\x82\xAC");
@@ -412,6 +410,8 @@ TEST_F(ZelSurvey, DistancesInLargeUnitsKeepTheirMetres) {
   EXPECT_TRUE(Holds(OneBlank(m_text), "still to be dredged 0.0060 dam\xC2\xB3")) << m_text;
 }
 
+// On the central meridian of a transverse Mercator system the northing is the arc of the meridian times the scale: on WGS 84 the arc
+// from the equator to 45 degrees is 4984944.378 metres, and UTM's scale is 0.9996. Zone 32 has its meridian at 9 degrees.
 TEST_F(ZelSurvey, CoordinatesInGeographicForm) {
   const std::string settings = "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nSystem = EPSG:32632\n";
   EXPECT_EQ(Survey({{"survey.ini", settings}, {"s.xyz", "500000 0 -1\n500000 4982950.400 -1\n"}}).exitCode, 0);

@@ -19,9 +19,6 @@ namespace fs = std::filesystem;
 constexpr long long kMostSettingsBytes = 16LL << 20;
 constexpr std::size_t kMostUnknown = 20;  // items that are reported one by one
 
-// Whether a byte goes on with a character of UTF-8 that an earlier one began.
-bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
 const std::map<std::string, std::set<std::string>>& KnownItems() {
   static const std::map<std::string, std::set<std::string>> items = {
       {"Survey", {"Title", "Client", "Vessel", "Date", "Datum", "Common"}},
@@ -57,19 +54,6 @@ bool SameLetters(std::string_view a, std::string_view b) {
 std::string ShortNumber(double value) {
   char text[40];
   return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
-}
-
-// Of a UTF-8 text, with "?" for each character that is not in Windows-1252.
-std::string WithoutForeign(std::string_view text) {
-  std::string shown;
-  while (!text.empty()) {
-    std::size_t next = 1;
-    while (next < text.size() && IsContinuation(text[next])) ++next;
-    std::string bytes;
-    shown += FromArgument(text.substr(0, next), Encoding::Windows1252, bytes) ? bytes : "?";
-    text.remove_prefix(next);
-  }
-  return shown;
 }
 
 bool IsData(const std::string& path, long long mostBytes) {
@@ -128,7 +112,7 @@ std::string SurveySettings::Text(const std::string& section, const std::string& 
   std::string text(value);
   if (m_file.encoding == Encoding::Utf8 && !FromArgument(value, Encoding::Windows1252, text)) {
     Refuse(section, key, "has characters that are not in Windows-1252");
-    return WithoutForeign(value);
+    text = FromUtf8(value);
   }
   return text;
 }

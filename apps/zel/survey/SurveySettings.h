@@ -16,7 +16,7 @@ class SurveySettings {
   // go unnoticed.
   bool Open(const std::string& folder, const std::string& name);
 
-  // In Windows-1252.
+  // In Windows-1252, with "?" for what has no place there, which is an error.
   std::string Text(const std::string& section, const std::string& key, const std::string& fallback = "") const;
 
   // A finite number from `low` to `high`.
