@@ -2,12 +2,11 @@
 // MessageBuilderICreator.h for what is registered, CMessageBuilder.h for what comes out.
 #pragma once
 
-#include <map>
-#include <memory>
 #include <string>
 
 #include "zelbase/data/CMessageBuilder.h"
 #include "zelbase/data/MessageBuilderICreator.h"
+#include "zelbase/frame/detail/CreatorMap.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
 // Owns its creators: they are destroyed with the list. Copies share: they name the same creators, and the last list that
@@ -42,8 +41,5 @@ class ZELBASE_API CMessageBuilderList {
   CMessageBuilder* Create(const std::string& name);
 
  private:
-  std::shared_ptr<MessageBuilderICreator> Held(MessageBuilderICreator* creator) const;
-  void RemoveAll();
-
-  std::map<std::string, std::shared_ptr<MessageBuilderICreator>> m_creators;
+  zelbase::detail::CreatorMap<std::string, MessageBuilderICreator> m_creators;
 };

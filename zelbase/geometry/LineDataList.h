@@ -2,10 +2,9 @@
 // Neighbours: LineDataICreator.h for what is registered, LineData.h for what comes out.
 #pragma once
 
-#include <map>
-#include <memory>
 #include <string>
 
+#include "zelbase/frame/detail/CreatorMap.h"
 #include "zelbase/geometry/LineData.h"
 #include "zelbase/geometry/LineDataICreator.h"
 #include "zelbase/platform/ZelBaseApi.h"
@@ -38,8 +37,5 @@ class ZELBASE_API LineDataList {
   LineData* Create(unsigned int type, const std::string& name);
 
  private:
-  std::shared_ptr<LineDataICreator> Held(LineDataICreator* creator) const;
-  void RemoveAll();
-
-  std::map<unsigned int, std::shared_ptr<LineDataICreator>> m_creators;
+  zelbase::detail::CreatorMap<unsigned int, LineDataICreator> m_creators;
 };

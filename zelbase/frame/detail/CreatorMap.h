@@ -1,5 +1,5 @@
 // What a registry is made of: creators by key, the first of a key wins, each destroyed once. Internal to the library; the
-// registries built on it stand in actions/ and geodesy/.
+// registries built on it stand in geometry/, data/, actions/ and geodesy/.
 #pragma once
 
 #include <map>
