@@ -1,6 +1,6 @@
-// What "now" costs beside the system's bare monotonic clock, which it is made from, at 1, 2 and 4 threads. At more than
-// one thread all of them ask for the time without a pause, which no program does: it is the most that the lock can
-// cost, and has no bar.
+// What "now" costs beside the system's bare monotonic clock, which it is made from, at 1, 2 and 4 threads. At
+// more than one thread all of them ask for the time without a pause, which no program does: it is the most
+// that the lock can cost, and has no bar.
 
 #include <time.h>
 
@@ -47,10 +47,12 @@ int main() {
   for (const int threads : {1, 2, 4}) {
     const std::string name = std::to_string(threads) + (threads == 1 ? " thread" : " threads");
     const double bar = threads == 1 ? 0.5 : Comparison::kNoBar;
-    table.Row("GetCurTime, " + name, kCallsAThread, "call", bar, [&] { OnThreads(threads, [&] { return time.GetCurTime(); }); },
-              [&] { OnThreads(threads, [] { return Bare(); }); });
+    table.Row(
+        "GetCurTime, " + name, kCallsAThread, "call", bar, [&] { OnThreads(threads, [&] { return time.GetCurTime(); }); },
+        [&] { OnThreads(threads, [] { return Bare(); }); });
   }
-  table.Row("the lock alone, 1 thread : clock_gettime", kCallsAThread, "call", Comparison::kNoBar,
-            [&] { OnThreads(1, [&] { return time.GetWinTime(0.0); }); }, [&] { OnThreads(1, [] { return Bare(); }); });
+  table.Row(
+      "the lock alone, 1 thread : clock_gettime", kCallsAThread, "call", Comparison::kNoBar,
+      [&] { OnThreads(1, [&] { return time.GetWinTime(0.0); }); }, [&] { OnThreads(1, [] { return Bare(); }); });
   return table.Finish();
 }

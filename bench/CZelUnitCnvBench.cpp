@@ -1,5 +1,5 @@
-// The conversions of the unit table after the first use, against the same arithmetic on a plain array of rows behind a
-// function call. The nanoseconds a value are the number to look at: a few.
+// The conversions of the unit table after the first use, against the same arithmetic on a plain array of rows
+// behind a function call. The nanoseconds a value are the number to look at: a few.
 
 #include <array>
 #include <bit>
@@ -14,6 +14,8 @@
 #include "zelbase/units/CZelUnitCnv.h"
 
 namespace {
+
+constexpr std::size_t kBarSize = 4096;
 
 struct PlainRow {
   double conversionFactor = 1.0;
@@ -35,8 +37,8 @@ double PlainConvertFrom(const Rows& rows, int kind, double value) {
   return (value - row.offset) / row.conversionFactor;
 }
 
-// Called as a function of a library is: the compiler must not know which it is, and so neither merge it into the loop nor
-// look at what it leaves in registers.
+// Called as a function of a library is: the compiler must not know which it is, and so neither merge it into
+// the loop nor look at what it leaves in registers.
 PlainFunction volatile plainConvert = &PlainConvert;
 PlainFunction volatile plainConvertFrom = &PlainConvertFrom;
 
@@ -88,17 +90,10 @@ int main() {
     const double factor = 0.25 + kind;
     units.SetUnit(kind, factor, kind * 0.5, "m", "k", "d");
     const double power = kind == CZelUnitCnv::Volume || kind == CZelUnitCnv::Density || kind == CZelUnitCnv::Delivery ? 3.0
-                         : kind == CZelUnitCnv::Area                                                             ? 2.0
-                                                                                                                 : 1.0;
+                         : kind == CZelUnitCnv::Area                                                                  ? 2.0
+                                                                                                                      : 1.0;
     rows[static_cast<std::size_t>(kind)] = {power == 1.0 ? 1.0 / factor : std::pow(1.0 / factor, power), kind * 0.5};
   }
-  const std::vector<Work> work = RandomWork(4096);
-  if (!SameAnswers(units, rows, work)) {
-    std::fprintf(stderr, "the answers differ\n");
-    return 1;
-  }
-  const auto count = static_cast<double>(work.size());
-  std::vector<double> column(work.size());
   const PlainFunction convert = plainConvert;
   const PlainFunction convertFrom = plainConvertFrom;
   const auto ours = [&units](int kind, double value) { return units.ConvertUnit(kind, value); };
@@ -106,11 +101,28 @@ int main() {
   const auto oursFrom = [&units](int kind, double value) { return units.ConvertFromUnit(kind, value); };
   const auto theirsFrom = [&](int kind, double value) { return convertFrom(rows, kind, value); };
   Comparison table("conversion of units (peer: the same arithmetic on a plain array, called)");
-  table.Row("ConvertUnit, any kind", count, "v", 0.8, [&] { Fill(column, work, ours); },
-            [&] { Fill(column, work, theirs); });
-  table.Row("ConvertUnit, depths", count, "v", 0.8, [&] { FillWithDepths(column, work, ours); },
-            [&] { FillWithDepths(column, work, theirs); });
-  table.Row("ConvertFromUnit, any kind", count, "v", 0.8, [&] { Fill(column, work, oursFrom); },
-            [&] { Fill(column, work, theirsFrom); });
+  for (const std::size_t size : {std::size_t{64}, kBarSize, std::size_t{1000000}}) {
+    const std::vector<Work> work = RandomWork(size);
+    if (!SameAnswers(units, rows, work)) {
+      std::fprintf(stderr, "the answers differ\n");
+      return 1;
+    }
+    const auto count = static_cast<double>(size);
+    const double bar = Comparison::BarAt(size == kBarSize, 0.8);
+    std::vector<double> column(size);
+    const std::string of = ", " + Grouped(size);
+    const auto limit = [&] {
+      ReadOnce(work);
+      WriteOnce(column);
+    };
+    table.Row(
+        "ConvertUnit, any kind" + of, count, "v", bar, [&] { Fill(column, work, ours); }, [&] { Fill(column, work, theirs); }, limit);
+    table.Row(
+        "ConvertUnit, depths" + of, count, "v", bar, [&] { FillWithDepths(column, work, ours); },
+        [&] { FillWithDepths(column, work, theirs); }, limit);
+    table.Row(
+        "ConvertFromUnit, any kind" + of, count, "v", bar, [&] { Fill(column, work, oursFrom); }, [&] { Fill(column, work, theirsFrom); },
+        limit);
+  }
   return table.Finish();
 }

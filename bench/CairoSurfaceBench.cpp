@@ -1,6 +1,7 @@
-// The drawing surface on an image against Cairo called by hand without anti-aliasing, for each segment a stroke and for all
-// segments one, whichever is faster; and a million soundings as pixels and as dots against rectangles and circles filled by
-// Cairo. Both sides draw the same picture, though Cairo's choice of pixels is its own.
+// The drawing surface on an image against Cairo called by hand without anti-aliasing, for each segment a
+// stroke and for all segments one, whichever is faster; and a million soundings as pixels and as dots against
+// rectangles and circles filled by Cairo. Both sides draw the same picture, though Cairo's choice of pixels
+// is its own.
 
 #include <cairo.h>
 
@@ -18,10 +19,10 @@ namespace {
 
 constexpr int kWidth = 1600;
 constexpr int kHeight = 1200;
-constexpr std::size_t kSegments = 100000;
-constexpr std::size_t kSoundings = 1000000;
 constexpr int kReach = 40;  // of a segment, either way
 constexpr double kBar = 1.0;
+constexpr std::size_t kBarSegments = 100000;
+constexpr std::size_t kBarSoundings = 1000000;
 
 struct Segment {
   CPoint from;
@@ -37,18 +38,18 @@ std::vector<CPoint> MakePoints(std::size_t count) {
   return points;
 }
 
-std::vector<Segment> MakeSegments() {
+std::vector<Segment> MakeSegments(std::size_t count) {
   std::mt19937 random(4711);
   std::uniform_int_distribution<int> step(-kReach, kReach);
   std::vector<Segment> segments;
-  for (const CPoint& from : MakePoints(kSegments)) segments.push_back({from, from + CSize(step(random), step(random))});
+  for (const CPoint& from : MakePoints(count)) segments.push_back({from, from + CSize(step(random), step(random))});
   return segments;
 }
 
 // Of 64 colours, and hardly ever the same one twice in a row.
-std::vector<COLORREF> MakeColours() {
+std::vector<COLORREF> MakeColours(std::size_t count) {
   std::mt19937 random(99);
-  std::vector<COLORREF> colors(kSoundings);
+  std::vector<COLORREF> colors(count);
   for (COLORREF& color : colors) color = 0x3F3F3Fu * static_cast<COLORREF>(random() % 4) + 0x010203u * static_cast<COLORREF>(random() % 16);
   return colors;
 }
@@ -104,9 +105,10 @@ void DrawSegments(CairoSurface& surface, const std::vector<Segment>& segments) {
   cairo_surface_flush(cairo_get_target(surface.Context()));
 }
 
-// Cairo's ends are its cheapest ones for one pixel, where they make no difference; round as ours for wide pens.
-void CompareSegments(Comparison& table, int width, double bar, bool smooth = false) {
-  const std::vector<Segment> segments = MakeSegments();
+// Cairo's ends are its cheapest ones for one pixel, where they make no difference; round as ours for wide
+// pens.
+void CompareSegments(Comparison& table, std::size_t count, int width, double bar, bool smooth = false) {
+  const std::vector<Segment> segments = MakeSegments(count);
   CairoSurface surface(CairoFormat::Png, kWidth, kHeight);
   surface.SelectObject(surface.CreatePen(PS_SOLID, width, 0x800000));
   surface.SetSmooth(smooth);
@@ -114,66 +116,84 @@ void CompareSegments(Comparison& table, int width, double bar, bool smooth = fal
   if (smooth) cairo_set_antialias(byHand.Context(), CAIRO_ANTIALIAS_DEFAULT);
   if (width > 1) cairo_set_line_cap(byHand.Context(), CAIRO_LINE_CAP_ROUND);
   byHand.SetColour(0x800000);
-  const std::string pen = std::to_string(width) + (smooth ? " px smooth" : " px");
-  table.Row("segments, " + pen + ": Cairo's stroke for each", kSegments, "sg", bar, [&] { DrawSegments(surface, segments); },
-            [&] { byHand.StrokeEach(segments, width); });
-  table.Row("segments, " + pen + ": Cairo's stroke of all", kSegments, "sg", bar, [&] { DrawSegments(surface, segments); },
-            [&] { byHand.StrokeAllAtOnce(segments, width); });
+  const std::string what = Grouped(count) + " segments, " + std::to_string(width) + (smooth ? " px smooth" : " px");
+  const auto units = static_cast<double>(count);
+  const auto ours = [&] { DrawSegments(surface, segments); };
+  const auto limit = [&] { ReadOnce(segments); };
+  table.Row(
+      what + " : stroke each", units, "sg", bar, ours, [&] { byHand.StrokeEach(segments, width); }, limit);
+  table.Row(
+      what + " : one stroke", units, "sg", bar, ours, [&] { byHand.StrokeAllAtOnce(segments, width); }, limit);
 }
 
-void CompareSoundings(Comparison& table) {
-  const std::vector<CPoint> points = MakePoints(kSoundings);
-  const std::vector<COLORREF> colors = MakeColours();
+void CompareSoundings(Comparison& table, std::size_t count) {
+  const std::vector<CPoint> points = MakePoints(count);
+  const std::vector<COLORREF> colors = MakeColours(count);
+  const auto units = static_cast<double>(count);
+  const double bar = Comparison::BarAt(count == kBarSoundings, kBar);
+  const std::string of = Grouped(count) + " ";
+  const auto limit = [&] {
+    ReadOnce(points);
+    ReadOnce(colors);
+  };
   CairoSurface surface(CairoFormat::Png, kWidth, kHeight);
   const ByHand byHand;
   const auto squares = [&](int size) {
-    for (std::size_t i = 0; i < kSoundings; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
       byHand.SetColour(colors[i]);
       cairo_rectangle(byHand.Context(), points[i].x, points[i].y, size, size);
       cairo_fill(byHand.Context());
     }
   };
   const auto circles = [&](int radius) {
-    for (std::size_t i = 0; i < kSoundings; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
       byHand.SetColour(colors[i]);
       cairo_arc(byHand.Context(), points[i].x + 0.5, points[i].y + 0.5, radius + 0.5, 0, 2 * std::numbers::pi);
       cairo_fill(byHand.Context());
     }
   };
-  table.Row("soundings, SetPixels : rectangles", kSoundings, "pt", kBar, [&] { surface.SetPixels(points, colors); }, [&] { squares(1); });
-  table.Row("soundings, SetPixel each : rectangles", kSoundings, "pt", kBar,
-            [&] {
-              for (std::size_t i = 0; i < kSoundings; ++i) surface.SetPixel(points[i].x, points[i].y, colors[i]);
-            },
-            [&] { squares(1); });
-  table.Row("soundings, FillSolidRect 3 x 3 : rectangles", kSoundings, "pt", kBar,
-            [&] {
-              for (std::size_t i = 0; i < kSoundings; ++i) surface.FillSolidRect(CRect(points[i], CSize(3, 3)), colors[i]);
-            },
-            [&] { squares(3); });
-  table.Row("soundings, FillDots of 5 px : circles", kSoundings, "pt", kBar, [&] { surface.FillDots(points, colors, 2); }, [&] { circles(2); });
-  table.Row("soundings, a brush and an Ellipse each : circles", kSoundings, "pt", kBar,
-            [&] {
-              for (std::size_t i = 0; i < kSoundings; ++i) {
-                const HGDIOBJ former = surface.SelectObject(surface.CreateSolidBrush(colors[i]));
-                surface.Ellipse(points[i].x - 2, points[i].y - 2, points[i].x + 3, points[i].y + 3);
-                surface.DeleteObject(surface.SelectObject(former));
-              }
-            },
-            [&] { circles(2); });
+  table.Row(
+      of + "soundings, SetPixels : rectangles", units, "pt", bar, [&] { surface.SetPixels(points, colors); }, [&] { squares(1); }, limit);
+  table.Row(
+      of + "soundings, SetPixel each : rectangles", units, "pt", bar,
+      [&] {
+        for (std::size_t i = 0; i < count; ++i) surface.SetPixel(points[i].x, points[i].y, colors[i]);
+      },
+      [&] { squares(1); }, limit);
+  table.Row(
+      of + "soundings, FillSolidRect 3 x 3 : rectangles", units, "pt", bar,
+      [&] {
+        for (std::size_t i = 0; i < count; ++i) surface.FillSolidRect(CRect(points[i], CSize(3, 3)), colors[i]);
+      },
+      [&] { squares(3); }, limit);
+  table.Row(
+      of + "soundings, FillDots of 5 px : circles", units, "pt", bar, [&] { surface.FillDots(points, colors, 2); }, [&] { circles(2); },
+      limit);
+  table.Row(
+      of + "soundings, a brush and an Ellipse each : circles", units, "pt", bar,
+      [&] {
+        for (std::size_t i = 0; i < count; ++i) {
+          const HGDIOBJ former = surface.SelectObject(surface.CreateSolidBrush(colors[i]));
+          surface.Ellipse(points[i].x - 2, points[i].y - 2, points[i].x + 3, points[i].y + 3);
+          surface.DeleteObject(surface.SelectObject(former));
+        }
+      },
+      [&] { circles(2); }, limit);
   surface.SetSmooth(true);
   cairo_set_antialias(byHand.Context(), CAIRO_ANTIALIAS_DEFAULT);
-  table.Row("soundings, smooth dots of 5 px : circles", kSoundings, "pt", kBar, [&] { surface.FillDots(points, colors, 2); }, [&] { circles(2); });
+  table.Row(
+      of + "soundings, smooth dots of 5 px : circles", units, "pt", bar, [&] { surface.FillDots(points, colors, 2); }, [&] { circles(2); },
+      limit);
 }
 
 }  // namespace
 
 int main() {
   Comparison table("drawing on an image of 1600 x 1200 (peer: Cairo called by hand)", 3);
-  CompareSegments(table, 1, kBar);
-  CompareSegments(table, 2, kBar);
-  CompareSegments(table, 5, kBar);
-  CompareSegments(table, 1, Comparison::kNoBar, true);
-  CompareSoundings(table);
+  for (const std::size_t count : {std::size_t{1000}, std::size_t{10000}, kBarSegments}) {
+    for (const int width : {1, 2, 5}) CompareSegments(table, count, width, Comparison::BarAt(count == kBarSegments, kBar));
+    CompareSegments(table, count, 1, Comparison::kNoBar, true);
+  }
+  for (const std::size_t count : {std::size_t{10000}, std::size_t{100000}, kBarSoundings}) CompareSoundings(table, count);
   return table.Finish();
 }

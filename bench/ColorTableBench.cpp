@@ -1,5 +1,5 @@
-// Colours of numbers: the colour table against a search of the standard library, and a raster's rows against the colour
-// relief of GDAL, on one thread.
+// Colours of numbers: the colour table against a search of the standard library, and a raster's rows against
+// the colour relief of GDAL, on one thread.
 
 #include <cpl_vsi.h>
 #include <gdal.h>
@@ -23,7 +23,8 @@ namespace {
 constexpr int kNumEntries = 64;
 constexpr std::size_t kNumValues = 1 << 20;
 
-// --- Tables and values ---------------------------------------------------------------------------------------------
+// --- Tables and values
+// ---------------------------------------------------------------------------------------------
 
 ColorTable TableOf(const std::vector<double>& values) {
   ColorTable table;
@@ -73,7 +74,8 @@ std::vector<double> SmoothBetween(double first, double last, std::size_t width, 
   return values;
 }
 
-// --- Against a search ----------------------------------------------------------------------------------------------
+// --- Against a search
+// ----------------------------------------------------------------------------------------------
 
 // The step by a search of the standard library. It differs at the entries themselves.
 struct Search {
@@ -102,8 +104,7 @@ bool SameColors(const ColorTable& table, const Search& search, const std::vector
 }
 
 // Both sides fill a row of colours.
-bool AgainstSearch(Comparison& rows, const std::string& name, const ColorTable& table, const std::vector<double>& values,
-                   double bar) {
+bool AgainstSearch(Comparison& rows, const std::string& name, const ColorTable& table, const std::vector<double>& values, double bar) {
   const Search search(table);
   if (!SameColors(table, search, values)) return false;
   std::vector<unsigned int> colors(values.size());
@@ -112,25 +113,30 @@ bool AgainstSearch(Comparison& rows, const std::string& name, const ColorTable& 
     Keep(colors.front());
   };
   const double units = static_cast<double>(values.size());
-  rows.Row("GetColor, " + name, units, "v", bar,
-           [&] {
-             for (std::size_t i = 0; i < values.size(); ++i) colors[i] = table.GetColor(values[i]);
-             Keep(colors.front());
-           },
-           byPeer);
-  rows.Row("GetColors, " + name, units, "v", bar,
-           [&] {
-             table.GetColors(values, colors);
-             Keep(colors.front());
-           },
-           byPeer);
+  rows.Row(
+      "GetColor, " + name, units, "v", bar,
+      [&] {
+        for (std::size_t i = 0; i < values.size(); ++i) colors[i] = table.GetColor(values[i]);
+        Keep(colors.front());
+      },
+      byPeer);
+  rows.Row(
+      "GetColors, " + name, units, "v", bar,
+      [&] {
+        table.GetColors(values, colors);
+        Keep(colors.front());
+      },
+      byPeer);
   return true;
 }
 
-// --- Against a colour relief ---------------------------------------------------------------------------------------
+// --- Against a colour relief
+// ---------------------------------------------------------------------------------------
 
 constexpr int kWidth = 2048;
 constexpr int kHeight = 1024;
+
+int HeightOf(const std::vector<double>& values) { return static_cast<int>(values.size() / kWidth); }
 constexpr const char* kReliefFile = "/vsimem/relief.txt";
 
 // GDAL's own form of the table. It takes the nearest entry and not the one below, which costs it the same.
@@ -151,9 +157,9 @@ void WriteReliefFile(const ColorTable& table) {
 class Raster {
  public:
   explicit Raster(std::vector<double> values)
-      : m_dataset(GDALCreate(GDALGetDriverByName("MEM"), "", kWidth, kHeight, 1, GDT_Float64, nullptr)) {
-    const CPLErr result = GDALRasterIO(GDALGetRasterBand(m_dataset, 1), GF_Write, 0, 0, kWidth, kHeight, values.data(),
-                                       kWidth, kHeight, GDT_Float64, 0, 0);
+      : m_dataset(GDALCreate(GDALGetDriverByName("MEM"), "", kWidth, HeightOf(values), 1, GDT_Float64, nullptr)) {
+    const CPLErr result = GDALRasterIO(GDALGetRasterBand(m_dataset, 1), GF_Write, 0, 0, kWidth, HeightOf(values), values.data(), kWidth,
+                                       HeightOf(values), GDT_Float64, 0, 0);
     m_isValid = result == CE_None;
   }
   ~Raster() { GDALClose(m_dataset); }
@@ -165,8 +171,7 @@ class Raster {
   // Three bands of bytes in memory.
   bool Relief() const {
     const char* arguments[] = {"-of", "MEM", "-q", "-nearest_color_entry", nullptr};
-    GDALDEMProcessingOptions* const options =
-        GDALDEMProcessingOptionsNew(const_cast<char**>(arguments), nullptr);
+    GDALDEMProcessingOptions* const options = GDALDEMProcessingOptionsNew(const_cast<char**>(arguments), nullptr);
     const GDALDatasetH result = GDALDEMProcessing("", m_dataset, "color-relief", kReliefFile, options, nullptr);
     GDALDEMProcessingOptionsFree(options);
     const bool isDone = result != nullptr && GDALGetRasterCount(result) == 3;
@@ -196,21 +201,27 @@ std::unique_ptr<unsigned char[]> Relief(const ColorTable& table, const std::vect
 }
 
 // `bar` is that of the whole work; the colours by themselves, against the peer's whole work, have one of 5.
-bool AgainstRelief(Comparison& rows, const std::string& name, const ColorTable& table, const std::vector<double>& values,
-                   double bar) {
+bool AgainstRelief(Comparison& rows, const std::string& name, const ColorTable& table, const std::vector<double>& values, double bar) {
   WriteReliefFile(table);
   const Raster raster(values);
   if (!raster.IsValid() || !raster.Relief()) return false;
   const auto byPeer = [&] { Keep(raster.Relief()); };
   const double units = static_cast<double>(values.size());
-  rows.Row("raster in three bands, " + name, units, "px", bar, [&] { Keep(Relief(table, values)[0]); }, byPeer);
+  std::vector<unsigned char> bands(values.size() * 3);
+  rows.Row(
+      "raster in three bands, " + name, units, "px", bar, [&] { Keep(Relief(table, values)[0]); }, byPeer,
+      [&] {
+        ReadOnce(values);
+        WriteOnce(bands);
+      });
   std::vector<unsigned int> colors(values.size());
-  rows.Row("its colours alone, " + name, units, "px", 5.0,
-           [&] {
-             table.GetColors(values, colors);
-             Keep(colors.front());
-           },
-           byPeer);
+  rows.Row(
+      "its colours alone, " + name, units, "px", 5.0,
+      [&] {
+        table.GetColors(values, colors);
+        Keep(colors.front());
+      },
+      byPeer);
   return true;
 }
 
@@ -222,13 +233,19 @@ int main() {
   const ColorTable even = TableOf(EvenValues());
   const ColorTable logarithmic = TableOf(LogarithmicValues());
   const double top = uneven.EntryValue(kNumEntries - 1);
-  Comparison rows("colour of a number in 64 entries, against std::upper_bound; relief of a raster, against GDAL (nearest)");
+  Comparison rows(
+      "colour of a number in 64 entries, against std::upper_bound; relief of a raster, against GDAL "
+      "(nearest)");
   const bool isSame =
+      AgainstSearch(rows, "uneven, random, 1,000", uneven, RandomBetween(-40, top, 1000), 1.0) &&
+      AgainstSearch(rows, "uneven, random, 30,000", uneven, RandomBetween(-40, top, 30000), 1.0) &&
       AgainstSearch(rows, "uneven, random", uneven, RandomBetween(-40, top, kNumValues), 1.0) &&
       AgainstSearch(rows, "uneven, smooth", uneven, SmoothBetween(-40, top, 1024, 1024), 1.0) &&
       AgainstSearch(rows, "even, random", even, RandomBetween(-40, 23, kNumValues), 3.0) &&
       AgainstSearch(rows, "even, smooth", even, SmoothBetween(-40, 23, 1024, 1024), 1.0) &&
       AgainstSearch(rows, "logarithmic, random", logarithmic, RandomBetween(1, 2e6, kNumValues), 1.0) &&
+      AgainstRelief(rows, "random, 16 rows", uneven, RandomBetween(-40, top, std::size_t{kWidth} * 16), Comparison::kNoBar) &&
+      AgainstRelief(rows, "random, 128 rows", uneven, RandomBetween(-40, top, std::size_t{kWidth} * 128), Comparison::kNoBar) &&
       AgainstRelief(rows, "random", uneven, RandomBetween(-40, top, std::size_t{kWidth} * kHeight), 5.0) &&
       AgainstRelief(rows, "smooth", uneven, SmoothBetween(-40, top, kWidth, kHeight), 5.0) &&
       AgainstRelief(rows, "logarithmic", logarithmic, SmoothBetween(1, 2e6, kWidth, kHeight), Comparison::kNoBar);

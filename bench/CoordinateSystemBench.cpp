@@ -1,5 +1,6 @@
-// Rows of points turned into pixels against Cairo's matrix, which a program without a coordinate system would call point by point:
-// on a map with north up and on a turned one, in a near cache, in a far one and in memory.
+// Rows of points turned into pixels against Cairo's matrix, which a program without a coordinate system would
+// call point by point: on a map with north up and on a turned one, in a near cache, in a far one and in
+// memory.
 
 #include <cairo.h>
 
@@ -92,10 +93,17 @@ bool Measure(Comparison& table, std::size_t count, bool isTurned) {
     system.WorldToPixel(points, ours.data());
     Keep(ours);
   };
-  table.Row(what, units, "pt", kBar, row, [&] {
-    PixelsByMatrix(matrix, points, theirs);
-    Keep(theirs);
-  });
+  table.Row(
+      what, units, "pt", kBar, row,
+      [&] {
+        PixelsByMatrix(matrix, points, theirs);
+        Keep(theirs);
+      },
+      [&] {
+        ReadOnce(points);
+        WriteOnce(ours);
+      });
+  row();
   table.Row("  the peer: doubles in place, no pixels", units, "pt", Comparison::kNoBar, row, [&] {
     PlacesByMatrix(matrix, places);
     Keep(places);

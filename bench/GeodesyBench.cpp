@@ -1,5 +1,5 @@
-// Positions through the geodesy plug-in beside the same operations of PROJ called by hand: what its checks, its turned axes and the
-// way through the interface cost.
+// Positions through the geodesy plug-in beside the same operations of PROJ called by hand: what its checks,
+// its turned axes and the way through the interface cost.
 
 #include <proj.h>
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int kPositions = 100000;
+constexpr int kBarPositions = 100000;
 constexpr double kBar = 0.9;
 
 struct FreePj {
@@ -36,9 +36,9 @@ struct Positions {
 };
 
 // Over a region of a few degrees.
-Positions MakePositions(double x, double y, double step) {
+Positions MakePositions(int count, double x, double y, double step) {
   Positions positions;
-  for (int i = 0; i < kPositions; ++i) {
+  for (int i = 0; i < count; ++i) {
     positions.x.push_back(x + step * (i % 317));
     positions.y.push_back(y + step * (i % 211));
   }
@@ -48,10 +48,7 @@ Positions MakePositions(double x, double y, double step) {
 template <class Call>
 double SumOver(const Positions& positions, Call call) {
   double sum = 0.0;
-  for (int i = 0; i < kPositions; ++i) {
-    const auto index = static_cast<std::size_t>(i);
-    sum += call(positions.x[index], positions.y[index]);
-  }
+  for (std::size_t i = 0; i < positions.x.size(); ++i) sum += call(positions.x[i], positions.y[i]);
   return sum;
 }
 
@@ -73,7 +70,6 @@ int main() {
   const std::unique_ptr<GeoCoordSys> system(dynamic_cast<GeoCoordSys*>(ZelGeoCoordSysList::GetCoordSysList().Create("PROJ")));
   if (system == nullptr || !system->Select("EPSG:32631") || !system->SelectTarget("EPSG:28992")) return 1;
   const PjPointer utm = MakePeer("EPSG:4326", "EPSG:32631"), dutch = MakePeer("EPSG:32631", "EPSG:28992");
-  const Positions globe = MakePositions(3.0, 51.0, 0.01), grid = MakePositions(600000.0, 5700000.0, 300.0);
 
   const auto forward = [&system](double x, double y) {
     double easting = 0.0, northing = 0.0;
@@ -90,15 +86,26 @@ int main() {
     system->Convert(x, y, easting, northing);
     return easting;
   };
-  const auto peerForward = CallPeer(utm.get(), PJ_FWD), peerInverse = CallPeer(utm.get(), PJ_INV), peerConvert = CallPeer(dutch.get(), PJ_FWD);
-  if (!AreSame("forward", SumOver(globe, forward), SumOver(globe, peerForward)) || !AreSame("inverse", SumOver(grid, inverse), SumOver(grid, peerInverse)) ||
-      !AreSame("convert", SumOver(grid, convert), SumOver(grid, peerConvert))) {
-    return 1;
+  const auto peerForward = CallPeer(utm.get(), PJ_FWD), peerInverse = CallPeer(utm.get(), PJ_INV),
+             peerConvert = CallPeer(dutch.get(), PJ_FWD);
+  Comparison table("positions, one call each; the peer is proj_trans", 15);
+  for (const int count : {1000, 10000, kBarPositions}) {
+    const Positions globe = MakePositions(count, 3.0, 51.0, 0.01), grid = MakePositions(count, 600000.0, 5700000.0, 300.0);
+    if (!AreSame("forward", SumOver(globe, forward), SumOver(globe, peerForward)) ||
+        !AreSame("inverse", SumOver(grid, inverse), SumOver(grid, peerInverse)) ||
+        !AreSame("convert", SumOver(grid, convert), SumOver(grid, peerConvert))) {
+      return 1;
+    }
+    const double bar = Comparison::BarAt(count == kBarPositions, kBar);
+    const std::string of = ", " + Grouped(static_cast<std::size_t>(count));
+    table.Row(
+        "latitude, longitude to UTM" + of, count, "pos", bar, [&] { Keep(SumOver(globe, forward)); },
+        [&] { Keep(SumOver(globe, peerForward)); });
+    table.Row(
+        "UTM to latitude, longitude" + of, count, "pos", bar, [&] { Keep(SumOver(grid, inverse)); },
+        [&] { Keep(SumOver(grid, peerInverse)); });
+    table.Row(
+        "UTM to the Dutch grid" + of, count, "pos", bar, [&] { Keep(SumOver(grid, convert)); }, [&] { Keep(SumOver(grid, peerConvert)); });
   }
-
-  Comparison table("100,000 positions, one call each; the peer is proj_trans", 15);
-  table.Row("latitude, longitude to UTM", kPositions, "pos", kBar, [&] { Keep(SumOver(globe, forward)); }, [&] { Keep(SumOver(globe, peerForward)); });
-  table.Row("UTM to latitude, longitude", kPositions, "pos", kBar, [&] { Keep(SumOver(grid, inverse)); }, [&] { Keep(SumOver(grid, peerInverse)); });
-  table.Row("UTM to the Dutch grid, another datum", kPositions, "pos", kBar, [&] { Keep(SumOver(grid, convert)); }, [&] { Keep(SumOver(grid, peerConvert)); });
   return table.Finish();
 }

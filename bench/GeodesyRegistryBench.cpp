@@ -1,8 +1,8 @@
-// Making a coordinate system by its type's name, with 10, 100 and 1000 types registered, against a registry written down in
-// the plainest way (a std::map from name to creator, the name taken by value) and against a std::unordered_map of factories.
-// The names are as long and as alike as those of real catalogues. Ours is to be no slower than the plain one, within a tenth:
-// it copies no name, and holds the creator while it works, which may take itself out. The hash map is for information: it
-// cannot list its types in order.
+// Making a coordinate system by its type's name, with 10, 100 and 1000 types registered, against a registry
+// written down in the plainest way (a std::map from name to creator, the name taken by value) and against a
+// std::unordered_map of factories. The names are as long and as alike as those of real catalogues. Ours is to
+// be no slower than the plain one, within a tenth: it copies no name, and holds the creator while it works,
+// which may take itself out. The hash map is for information: it cannot list its types in order.
 
 #include <functional>
 #include <map>
@@ -33,9 +33,7 @@ class Creator : public ZelCoordSysICreator {
 
 class PlainRegistry {
  public:
-  void Register(std::string type, std::unique_ptr<ZelCoordSysICreator> creator) {
-    m_creators.emplace(std::move(type), std::move(creator));
-  }
+  void Register(std::string type, std::unique_ptr<ZelCoordSysICreator> creator) { m_creators.emplace(std::move(type), std::move(creator)); }
   ZelGeoCoordSysBase* Create(std::string type) {
     const auto found = m_creators.find(type);
     return found == m_creators.end() ? nullptr : found->second->Create();

@@ -1,5 +1,5 @@
-// The position filter against the same formulas in Eigen (a matrix library), with sizes at run time and with fixed sizes:
-// an update by a fix with its prediction, and lines of position reduced to a fix.
+// The position filter against the same formulas in Eigen (a matrix library), with sizes at run time and with
+// fixed sizes: an update by a fix with its prediction, and lines of position reduced to a fix.
 
 #include <Eigen/Dense>
 
@@ -28,8 +28,8 @@ struct Track {
   }
 };
 
-// The filter of constant velocity as one writes it in Eigen, its matrices made once. `N` is 4 and `M` is 2, or both are
-// Eigen::Dynamic.
+// The filter of constant velocity as one writes it in Eigen, its matrices made once. `N` is 4 and `M` is 2,
+// or both are Eigen::Dynamic.
 template <int N, int M>
 class EigenFilter {
  public:
@@ -131,10 +131,10 @@ KalmanFilter MakeOurs() {
   return filter;
 }
 
-// Ranges to five stations, the estimate some 90 m off.
+// Ranges to some stations, eight at most, the estimate some 90 m off.
 struct Reduction {
-  Reduction() {
-    for (int i = 0; i < 5; ++i) {
+  explicit Reduction(int stations) {
+    for (int i = 0; i < stations; ++i) {
       lops[i].flags = 3;
       lops[i].x = 1000.0 * std::cos(1.1 * i);
       lops[i].y = 1000.0 * std::sin(1.1 * i);
@@ -196,10 +196,9 @@ bool Agree() {
     UpdateEigen(dynamic, tracks[2]);
   }
   const double apart = std::fabs(p.x - fixed.X()) + std::fabs(p.varX - fixed.VarX()) + std::fabs(p.x - dynamic.X());
-  Reduction reduction;
+  Reduction reduction(5);
   const double fixesApart = std::fabs(reduction.Ours(ours).x - reduction.Eigens().x);
-  std::printf("after 1000 fixes at %.3f the filters are %.2g apart; the reduced fixes are %.2g apart\n", p.x, apart,
-              fixesApart);
+  std::printf("after 1000 fixes at %.3f the filters are %.2g apart; the reduced fixes are %.2g apart\n", p.x, apart, fixesApart);
   return apart < 1e-6 && fixesApart < 1e-6;
 }
 
@@ -215,8 +214,11 @@ int main() {
   const auto update = [&] { UpdateOurs(ours, tracks[0]); };
   table.Row("update with prediction, dynamic sizes", 1, "", 1.0, update, [&] { UpdateEigen(dynamic, tracks[1]); });
   table.Row("update with prediction, fixed sizes", 1, "", 1.0, update, [&] { UpdateEigen(fixed, tracks[2]); });
-  Reduction reduction;
-  table.Row("five ranges reduced to a fix, fixed sizes", 1, "", Comparison::kNoBar, [&] { Keep(reduction.Ours(ours)); },
-            [&] { Keep(reduction.Eigens()); });
+  for (const int stations : {3, 5, 8}) {
+    Reduction reduction(stations);
+    table.Row(
+        std::to_string(stations) + " ranges reduced to a fix, fixed sizes", 1, "", Comparison::kNoBar, [&] { Keep(reduction.Ours(ours)); },
+        [&] { Keep(reduction.Eigens()); });
+  }
   return agree ? table.Finish() : 1;
 }

@@ -1,7 +1,8 @@
-// The locks against the standard library's: Locker and std::recursive_mutex, ReadWriteLocker and std::shared_mutex, by one
-// thread and by two that want the same lock. The second thread is there all the time, as in every program of the suite: in
-// a process of one thread the C library's mutex leaves its atomic operations out. ReadWriteLocker is to be no slower than
-// std::shared_mutex alone, and between two threads of which nine steps in ten read; the other rows are for information.
+// The locks against the standard library's: Locker and std::recursive_mutex, ReadWriteLocker and
+// std::shared_mutex, by one thread and by two that want the same lock. The second thread is there all the
+// time, as in every program of the suite: in a process of one thread the C library's mutex leaves its atomic
+// operations out. ReadWriteLocker is to be no slower than std::shared_mutex alone, and between two threads of
+// which nine steps in ten read; the other rows are for information.
 
 #include <atomic>
 #include <cstddef>
@@ -156,20 +157,26 @@ int main() {
 
   Locker locker;
   std::recursive_mutex mutex;
-  table.Row("Locker, lock and unlock", kAlone, "op", kNoBar, [&] { LockAlone(locker); }, [&] { LockAlone(mutex); });
-  table.Row("Locker, once more inside", kAlone, "op", kNoBar, [&] { LockNested(locker); }, [&] { LockNested(mutex); });
-  table.Row("Locker, 2 threads", 2 * kTogether, "op", kNoBar, [&] { LockTogether(partner, locker, value); },
-            [&] { LockTogether(partner, mutex, value); });
+  table.Row(
+      "Locker, lock and unlock", kAlone, "op", kNoBar, [&] { LockAlone(locker); }, [&] { LockAlone(mutex); });
+  table.Row(
+      "Locker, once more inside", kAlone, "op", kNoBar, [&] { LockNested(locker); }, [&] { LockNested(mutex); });
+  table.Row(
+      "Locker, 2 threads", 2 * kTogether, "op", kNoBar, [&] { LockTogether(partner, locker, value); },
+      [&] { LockTogether(partner, mutex, value); });
 
   OurShared ours;
   PeerShared peer;
-  table.Row("ReadWriteLocker, read", kAlone, "op", kBar, [&] { ReadAlone(ours); }, [&] { ReadAlone(peer); });
-  table.Row("ReadWriteLocker, write", kAlone, "op", kBar, [&] { WriteAlone(ours); }, [&] { WriteAlone(peer); });
+  table.Row(
+      "ReadWriteLocker, read", kAlone, "op", kBar, [&] { ReadAlone(ours); }, [&] { ReadAlone(peer); });
+  table.Row(
+      "ReadWriteLocker, write", kAlone, "op", kBar, [&] { WriteAlone(ours); }, [&] { WriteAlone(peer); });
   for (const std::size_t writeEvery : {std::size_t{0}, std::size_t{100}, kWriteEveryOfBar, std::size_t{2}}) {
     const std::string what = writeEvery == 0 ? "reads alone" : "1 write in " + std::to_string(writeEvery);
     const double bar = writeEvery == kWriteEveryOfBar ? kBar : kNoBar;
-    table.Row("ReadWriteLocker, 2 threads, " + what, 2 * kTogether, "op", bar,
-              [&] { ShareTogether(partner, ours, value, writeEvery); }, [&] { ShareTogether(partner, peer, value, writeEvery); });
+    table.Row(
+        "ReadWriteLocker, 2 threads, " + what, 2 * kTogether, "op", bar, [&] { ShareTogether(partner, ours, value, writeEvery); },
+        [&] { ShareTogether(partner, peer, value, writeEvery); });
   }
   Keep(value);
   return table.Finish();

@@ -1,5 +1,5 @@
-// Product, inverse and singular value decomposition of square matrices against Eigen's, built with the same flags. Both must
-// find the same numbers, but for rounding.
+// Product, inverse and singular value decomposition of square matrices against Eigen's, built with the same
+// flags. Both must find the same numbers, but for rounding.
 
 #include <Eigen/Dense>
 #include <algorithm>
@@ -51,22 +51,24 @@ bool CompareProduct(Comparison& table, unsigned int n) {
   const Matrix b = MakeMatrix(n, n + 1);
   const auto eigenA = ToEigen<Eigen::MatrixXd>(a);
   const auto eigenB = ToEigen<Eigen::MatrixXd>(b);
-  table.Row("product, " + std::to_string(n), 1, "op", 1.0, [&] { Keep(a * b); },
-            [&] {
-              const Eigen::MatrixXd product = eigenA * eigenB;
-              Keep(product);
-            });
+  table.Row(
+      "product, " + std::to_string(n), 1, "op", 1.0, [&] { Keep(a * b); },
+      [&] {
+        const Eigen::MatrixXd product = eigenA * eigenB;
+        Keep(product);
+      });
   return AreNear(a * b, eigenA * eigenB);
 }
 
 bool CompareInverse(Comparison& table, unsigned int n) {
   const Matrix a = MakeMatrix(n, n);
   const auto eigenA = ToEigen<Eigen::MatrixXd>(a);
-  table.Row("inverse, " + std::to_string(n), 1, "op", 1.0, [&] { Keep(a.inv()); },
-            [&] {
-              const Eigen::MatrixXd inverse = eigenA.inverse();
-              Keep(inverse);
-            });
+  table.Row(
+      "inverse, " + std::to_string(n), 1, "op", 1.0, [&] { Keep(a.inv()); },
+      [&] {
+        const Eigen::MatrixXd inverse = eigenA.inverse();
+        Keep(inverse);
+      });
   return AreNear(a.inv(), eigenA.inverse());
 }
 
@@ -95,16 +97,18 @@ void CompareFixed(Comparison& table) {
   const Matrix b = MakeMatrix(4, 5);
   const auto eigenA = ToEigen<Eigen::Matrix4d>(a);
   const auto eigenB = ToEigen<Eigen::Matrix4d>(b);
-  table.Row("product, 4, Eigen of fixed size", 1, "op", Comparison::kNoBar, [&] { Keep(a * b); },
-            [&] {
-              const Eigen::Matrix4d product = eigenA * eigenB;
-              Keep(product);
-            });
-  table.Row("inverse, 4, Eigen of fixed size", 1, "op", Comparison::kNoBar, [&] { Keep(a.inv()); },
-            [&] {
-              const Eigen::Matrix4d inverse = eigenA.inverse();
-              Keep(inverse);
-            });
+  table.Row(
+      "product, 4, Eigen of fixed size", 1, "op", Comparison::kNoBar, [&] { Keep(a * b); },
+      [&] {
+        const Eigen::Matrix4d product = eigenA * eigenB;
+        Keep(product);
+      });
+  table.Row(
+      "inverse, 4, Eigen of fixed size", 1, "op", Comparison::kNoBar, [&] { Keep(a.inv()); },
+      [&] {
+        const Eigen::Matrix4d inverse = eigenA.inverse();
+        Keep(inverse);
+      });
 }
 
 }  // namespace

@@ -15,29 +15,28 @@
 
 namespace {
 
-constexpr std::size_t kSegments = 1000000;
-constexpr std::size_t kPoints = 50000;  // what a near cache holds
-constexpr double kHalf = 100.0;         // half a side of the page
+constexpr std::size_t kBarSegments = 1000000;
+constexpr std::size_t kMostPoints = 50000;  // what a near cache holds
+constexpr double kHalf = 100.0;             // half a side of the page
 constexpr double kBar = 1.0;
 
 using Lines = std::vector<Line>;
 using Box = agg::rect_base<double>;
 
-Lines MakeLines() {
+Lines MakeLines(std::size_t count) {
   std::mt19937 random(20240608);
   std::uniform_real_distribution<double> unit(-1.0, 1.0);
-  Lines lines(kSegments);
+  Lines lines(count);
   for (Line& line : lines) {
     const Point middle(215 * unit(random), 215 * unit(random), 0);
-    line = Line(middle + Point(80 * unit(random), 80 * unit(random), 0),
-                middle + Point(80 * unit(random), 80 * unit(random), 0));
+    line = Line(middle + Point(80 * unit(random), 80 * unit(random), 0), middle + Point(80 * unit(random), 80 * unit(random), 0));
   }
   return lines;
 }
 
 std::vector<Point> StartsOf(const Lines& lines) {
   std::vector<Point> points;
-  for (std::size_t i = 0; i < kPoints; ++i) points.push_back(lines[i].start);
+  for (std::size_t i = 0; i < std::min(lines.size(), kMostPoints); ++i) points.push_back(lines[i].start);
   return points;
 }
 
@@ -77,8 +76,7 @@ Seen ClipLiangBarsky(const Lines& lines, const Box& box) {
   double x[4];
   double y[4];
   for (const Line& line : lines) {
-    const unsigned int count =
-        agg::clip_liang_barsky(line.start.x, line.start.y, line.end.x, line.end.y, box, x, y);
+    const unsigned int count = agg::clip_liang_barsky(line.start.x, line.start.y, line.end.x, line.end.y, box, x, y);
     if (count < 2) continue;
     ++seen.lines;
     seen.sum += x[0] + y[count - 1];
@@ -86,22 +84,23 @@ Seen ClipLiangBarsky(const Lines& lines, const Box& box) {
   return seen;
 }
 
-}  // namespace
-
-int main() {
-  const Lines lines = MakeLines();
+bool Compare(Comparison& table, std::size_t size) {
+  const Lines lines = MakeLines(size);
   const Page page(-kHalf, -kHalf, kHalf, kHalf);
   const Box box(-kHalf, -kHalf, kHalf, kHalf);
-  Comparison table("page (peer: Anti-Grain Geometry)");
   const Seen ours = ClipOurs(lines, page);
   const Seen theirs = ClipSegment(lines, box);
   std::printf("%ld of %zu segments visible, the peer sees %ld\n", ours.lines, lines.size(), theirs.lines);
 
-  const double count = static_cast<double>(kSegments);
+  const double count = static_cast<double>(size);
+  const double bar = Comparison::BarAt(size == kBarSegments, kBar);
+  const std::string of = ", " + Grouped(size);
+  const auto limit = [&] { ReadOnce(lines); };
   const auto clip = [&] { Keep(ClipOurs(lines, page)); };
-  table.Row("ClipLine, clip_line_segment", count, "ln", kBar, clip, [&] { Keep(ClipSegment(lines, box)); });
-  table.Row("ClipLine, clip_liang_barsky", count, "ln", kBar, clip,
-            [&] { Keep(ClipLiangBarsky(lines, box)); });
+  table.Row(
+      "ClipLine, clip_line_segment" + of, count, "ln", bar, clip, [&] { Keep(ClipSegment(lines, box)); }, limit);
+  table.Row(
+      "ClipLine, clip_liang_barsky" + of, count, "ln", bar, clip, [&] { Keep(ClipLiangBarsky(lines, box)); }, limit);
 
   const std::vector<Point> points = StartsOf(lines);
   const auto countInside = [&points](auto isInside) {
@@ -110,8 +109,17 @@ int main() {
     Keep(inside);
   };
   table.Row(
-      "IsPointInPage, hit_test", static_cast<double>(kPoints), "pt", kBar,
+      "IsPointInPage, hit_test, " + Grouped(points.size()), static_cast<double>(points.size()), "pt", bar,
       [&] { countInside([&](const Point& point) { return page.IsPointInPage(point); }); },
-      [&] { countInside([&](const Point& point) { return box.hit_test(point.x, point.y); }); });
-  return ours.lines == theirs.lines ? table.Finish() : 1;
+      [&] { countInside([&](const Point& point) { return box.hit_test(point.x, point.y); }); }, [&] { ReadOnce(points); });
+  return ours.lines == theirs.lines;
+}
+
+}  // namespace
+
+int main() {
+  Comparison table("page (peer: Anti-Grain Geometry)");
+  bool agree = true;
+  for (const std::size_t size : {std::size_t{1000}, std::size_t{30000}, kBarSegments}) agree = Compare(table, size) && agree;
+  return agree ? table.Finish() : 1;
 }

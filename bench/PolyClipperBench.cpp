@@ -30,28 +30,26 @@ using BoostPolygon = bg::model::polygon<BoostPoint>;
 using BoostRings = bg::model::multi_polygon<BoostPolygon>;
 using BoostBox = bg::model::box<BoostPoint>;
 
-constexpr int kVertices = 100000;
+constexpr int kBarVertices = 100000;
 constexpr double kHalf = 10000.0;  // half a side of the page in metres
 constexpr double kTurn = 6.283185307179586;
 constexpr double kBarBoost = 3.0;
 constexpr double kBarGeos = 1.0;
 
 // Distance from the middle of the page to its edge.
-double EdgeDistance(double angle) {
-  return kHalf / std::max(std::fabs(std::cos(angle)), std::fabs(std::sin(angle)));
-}
+double EdgeDistance(double angle) { return kHalf / std::max(std::fabs(std::cos(angle)), std::fabs(std::sin(angle))); }
 
 // A closed coast around the middle of the page: it follows the page's edge with bays of all sizes, of which
 // `roughness` (part of the distance) is from one vertex to the next. Each ray from the middle meets it once,
 // so that it never crosses itself.
-std::vector<Point> MakeCoast(double roughness) {
+std::vector<Point> MakeCoast(int count, double roughness) {
   std::mt19937 random(20240607);
   std::uniform_real_distribution<double> unit(-1.0, 1.0);
   std::vector<double> phases(14);
   for (double& phase : phases) phase = unit(random) * kTurn;
   std::vector<Point> coast;
-  for (int i = 0; i < kVertices; ++i) {
-    const double angle = kTurn * i / kVertices;
+  for (int i = 0; i < count; ++i) {
+    const double angle = kTurn * i / count;
     double bay = roughness * unit(random);
     double size = 0.05;
     double waves = 3;
@@ -82,8 +80,7 @@ class GeosClip {
     for (const Point& point : coast) plane.insert(plane.end(), {point.x, point.y});
     GEOSCoordSequence* const sequence =
         GEOSCoordSeq_copyFromBuffer_r(m_context, plane.data(), static_cast<unsigned int>(coast.size()), 0, 0);
-    m_polygon =
-        GEOSGeom_createPolygon_r(m_context, GEOSGeom_createLinearRing_r(m_context, sequence), nullptr, 0);
+    m_polygon = GEOSGeom_createPolygon_r(m_context, GEOSGeom_createLinearRing_r(m_context, sequence), nullptr, 0);
   }
   ~GeosClip() {
     GEOSGeom_destroy_r(m_context, m_polygon);
@@ -113,9 +110,7 @@ class GeosClip {
   GEOSGeometry* m_polygon = nullptr;
 };
 
-bool IsOnSide(const Point& point) {
-  return std::fabs(point.x) == kHalf || std::fabs(point.y) == kHalf;
-}
+bool IsOnSide(const Point& point) { return std::fabs(point.x) == kHalf || std::fabs(point.y) == kHalf; }
 
 int CountOnSides(const PolyClipper& clipper) {
   int count = 0;
@@ -123,12 +118,12 @@ int CountOnSides(const PolyClipper& clipper) {
   return count;
 }
 
-bool AreSame(double area, double other) {
-  return std::fabs(area - other) <= 1e-9 * area;
-}
+bool AreSame(double area, double other) { return std::fabs(area - other) <= 1e-9 * area; }
 
-bool Compare(Comparison& table, const std::string& what, double roughness) {
-  const std::vector<Point> coast = MakeCoast(roughness);
+bool Compare(Comparison& table, int count, const std::string& kind, double roughness) {
+  const std::vector<Point> coast = MakeCoast(count, roughness);
+  const std::string what = kind + ", " + Grouped(static_cast<std::size_t>(count));
+  const auto limit = [&] { ReadOnce(coast); };
   const double vertices = static_cast<double>(coast.size());
   const BoostBox box(BoostPoint(-kHalf, -kHalf), BoostPoint(kHalf, kHalf));
   const BoostPolygon polygon = ForBoost(coast);
@@ -139,18 +134,21 @@ bool Compare(Comparison& table, const std::string& what, double roughness) {
 
   BoostRings rings;
   bg::intersection(polygon, box, rings);
-  const bool same =
-      geos.IsValid() && AreSame(clipper.Area(), bg::area(rings)) && AreSame(clipper.Area(), geos.Area());
-  std::printf("%s: %d points out, %d on the sides; same area: %s\n", what.c_str(), clipper.GetOutputSize(),
-              CountOnSides(clipper), same ? "yes" : "NO");
+  const bool same = geos.IsValid() && AreSame(clipper.Area(), bg::area(rings)) && AreSame(clipper.Area(), geos.Area());
+  std::printf("%s: %d points out, %d on the sides; same area: %s\n", what.c_str(), clipper.GetOutputSize(), CountOnSides(clipper),
+              same ? "yes" : "NO");
 
   const auto ours = [&] { Keep(clipper.FillPolygon(coast)); };
-  table.Row(what + ", Boost.Geometry", vertices, "pt", kBarBoost, ours, [&] {
-    BoostRings clipped;
-    bg::intersection(polygon, box, clipped);
-    Keep(clipped);
-  });
-  table.Row(what + ", GEOS", vertices, "pt", kBarGeos, ours, [&] { geos.Clip(); });
+  table.Row(
+      what + ", Boost.Geometry", vertices, "pt", Comparison::BarAt(count == kBarVertices, kBarBoost), ours,
+      [&] {
+        BoostRings clipped;
+        bg::intersection(polygon, box, clipped);
+        Keep(clipped);
+      },
+      limit);
+  table.Row(
+      what + ", GEOS", vertices, "pt", Comparison::BarAt(count == kBarVertices, kBarGeos), ours, [&] { geos.Clip(); }, limit);
   return same;
 }
 
@@ -158,9 +156,12 @@ bool Compare(Comparison& table, const std::string& what, double roughness) {
 
 int main() {
   Comparison table("polygon clipper (peers: Boost.Geometry intersection, GEOSClipByRect without heights)");
-  bool same = Compare(table, "smooth coast", 0.0);
-  same = Compare(table, "coast", 0.001) && same;
-  same = Compare(table, "rugged coast", 0.02) && same;
+  bool same = true;
+  for (const int count : {1000, 10000, kBarVertices}) {
+    same = Compare(table, count, "smooth coast", 0.0) && same;
+    same = Compare(table, count, "coast", 0.001) && same;
+    same = Compare(table, count, "rugged coast", 0.02) && same;
+  }
   const int result = table.Finish();
   return same ? result : 1;
 }

@@ -1,5 +1,5 @@
-// Making an object by name: the registries of actions and tools beside a factory of functions in a hash map, and one in an
-// ordered map as a first draft would have it.
+// Making an object by name: the registries of actions and tools beside a factory of functions in a hash map,
+// and one in an ordered map as a first draft would have it.
 
 #include <functional>
 #include <map>
@@ -75,7 +75,8 @@ int main() {
       tools.RegisterTool(name, tool);
     }
     const std::string of = ", " + std::to_string(count) + " names";
-    // The interface takes the name of an action by value, so that the caller's copy of it counts here; the peers take none.
+    // The interface takes the name of an action by value, so that the caller's copy of it counts here; the
+    // peers take none.
     Compare<ZelAction>(table, "action" + of, 0.6, names, actions, [] { return std::make_unique<ZelAction>(); });
     Compare<ZelTool>(table, "tool" + of, 0.8, names, tools, [] { return std::make_unique<Ruler>(); });
   }

@@ -1,7 +1,7 @@
-// The pool against TBB's task_group, with as many threads of either as the machine has processors: a million empty tasks
-// from one thread, dispatched and drained; the way of one task to a worker that has none, from its dispatch to its first
-// step, for a worker that has just looked and for one that sleeps. Also, without a peer: the processor time that idle
-// workers use, by the clock of the whole process.
+// The pool against TBB's task_group, with as many threads of either as the machine has processors: a million
+// empty tasks from one thread, dispatched and drained; the way of one task to a worker that has none, from
+// its dispatch to its first step, for a worker that has just looked and for one that sleeps. Also, without a
+// peer: the processor time that idle workers use, by the clock of the whole process.
 
 #include <tbb/global_control.h>
 #include <tbb/info.h>
@@ -26,33 +26,33 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kTasks = 1000000;
+constexpr int kBarTasks = 1000000;
 constexpr unsigned int kWorkers = 2;
 
 // The pool is made and ended in the measure: draining means that every task has run.
-void RunOurs(const std::function<void()>& task) {
+void RunOurs(int tasks, const std::function<void()>& task) {
   ThreadPool pool(kWorkers);
-  for (int i = 0; i < kTasks; ++i) pool.Dispatch(task);
+  for (int i = 0; i < tasks; ++i) pool.Dispatch(task);
   pool.Close();
   pool.Wait();
 }
 
-void RunOursHelping(const std::function<void()>& task) {
+void RunOursHelping(int tasks, const std::function<void()>& task) {
   ThreadPool pool(kWorkers - 1);
-  for (int i = 0; i < kTasks; ++i) pool.Dispatch(task);
+  for (int i = 0; i < tasks; ++i) pool.Dispatch(task);
   pool.Close();
   while (pool.ExecuteOneTask()) {
   }
   pool.Wait();
 }
 
-void RunPeers(tbb::task_group& group, const std::function<void()>& task) {
-  for (int i = 0; i < kTasks; ++i) group.run(task);
+void RunPeers(int tasks, tbb::task_group& group, const std::function<void()>& task) {
+  for (int i = 0; i < tasks; ++i) group.run(task);
   group.wait();
 }
 
-// Median time from a task's dispatch to its first step on a worker, in microseconds. Before each one the caller rests for
-// `rest`: awake when that is short, so that nothing else changes, and asleep otherwise.
+// Median time from a task's dispatch to its first step on a worker, in microseconds. Before each one the
+// caller rests for `rest`: awake when that is short, so that nothing else changes, and asleep otherwise.
 template <class Dispatch>
 double MedianWay(std::chrono::microseconds rest, Dispatch dispatch) {
   const std::size_t rounds = rest < std::chrono::milliseconds(10) ? 200 : 40;
@@ -80,8 +80,8 @@ double MedianWay(std::chrono::microseconds rest, Dispatch dispatch) {
 bool CompareWays() {
   constexpr double kBar = 0.5;
   constexpr int kRounds = 5;
-  std::printf("\nway of a task to an idle worker, best of %d medians, alternating\n%-44s %14s %14s %8s %6s\n", kRounds,
-              "rest before", "ours", "peer", "ratio", "bar");
+  std::printf("\nway of a task to an idle worker, best of %d medians, alternating\n%-44s %14s %14s %8s %6s\n", kRounds, "rest before",
+              "ours", "peer", "ratio", "bar");
   ThreadPool pool(1);
   tbb::task_arena arena(2, 1);
   bool allMet = true;
@@ -94,15 +94,15 @@ bool CompareWays() {
     }
     const bool met = peer / ours >= kBar;
     allMet = allMet && met;
-    std::printf("%7d us %34s %11.3g us %11.3g us %8.2f %6.2f  %s\n", rest, "", ours, peer, peer / ours, kBar,
-                met ? "ok" : "short");
+    std::printf("%7d us %34s %11.3g us %11.3g us %8.2f %6.2f  %s\n", rest, "", ours, peer, peer / ours, kBar, met ? "ok" : "short");
   }
   pool.Close();
   pool.Wait();
   return allMet;
 }
 
-// Processor time of the process while it sleeps for `seconds`, with `workers` idle threads of a pool, in milliseconds.
+// Processor time of the process while it sleeps for `seconds`, with `workers` idle threads of a pool, in
+// milliseconds.
 double IdleMilliseconds(unsigned int workers, double seconds) {
   ThreadPool pool(workers);
   for (unsigned int i = 0; i < workers; ++i) pool.Dispatch([] {});
@@ -122,9 +122,15 @@ int main() {
   const tbb::global_control threads(tbb::global_control::max_allowed_parallelism, kWorkers);
   Comparison table("pool (peer: TBB task_group)");
   tbb::task_group group;
-  table.Row("1,000,000 empty tasks, 2 workers", kTasks, "tk", 1.0, [&] { RunOurs(task); }, [&] { RunPeers(group, task); });
-  table.Row("the same, 1 worker and the caller", kTasks, "tk", Comparison::kNoBar, [&] { RunOursHelping(task); },
-            [&] { RunPeers(group, task); });
+  for (const int tasks : {10000, 100000, kBarTasks}) {
+    const std::string what = Grouped(static_cast<std::size_t>(tasks)) + " empty tasks, ";
+    const auto peers = [&] { RunPeers(tasks, group, task); };
+    // Few tasks are a matter of starting the threads, which the peer has already.
+    table.Row(
+        what + "2 workers", tasks, "tk", tasks == kBarTasks ? 1.0 : Comparison::kNoBar, [&] { RunOurs(tasks, task); }, peers);
+    table.Row(
+        what + "1 worker and the caller", tasks, "tk", Comparison::kNoBar, [&] { RunOursHelping(tasks, task); }, peers);
+  }
   const bool waysMet = CompareWays();
   std::printf("\nprocessor time of 8 idle workers in 2 s: %.3f ms\n", IdleMilliseconds(8, 2.0));
   const int finished = table.Finish();
