@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "tests/geometry/EdgeValues.h"
+#include "tests/geometry/LiteralSegments.h"
 #include "tests/geometry/SecondCurve.h"
 
 namespace {
@@ -263,11 +266,15 @@ TEST(CentreCircleFrom3P, WithCoincidentFirstPointsIsTrueWithAMeaninglessCentre) 
   EXPECT_NEAR(centre.y, 6, 1e-12);
 }
 
-// The cases as a table of which line is vertical in which sense, over arrays {x1, y1, x2, y2}.
+// Over arrays {x1, y1, x2, y2}.
 TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues random(7209);
-  Tally tally({"both vertical", "second vertical", "first vertical", "parallel", "both steep", "second steep",
-               "first steep", "ordinary", "flags 0", "flags 1", "flags 2", "flags 3"});
+  const std::vector<std::string> meetingNames = {"both vertical", "second vertical", "first vertical",
+                                                 "parallel",      "both steep",      "second steep",
+                                                 "first steep",   "ordinary"};
+  std::vector<std::string> branches = meetingNames;
+  branches.insert(branches.end(), {"flags 0", "flags 1", "flags 2", "flags 3"});
+  Tally tally(branches);
   const char* const flagNames[] = {"flags 0", "flags 1", "flags 2", "flags 3"};
   for (int i = 0; i < kRandomRounds; ++i) {
     std::array<double, 4> l[2];
@@ -283,62 +290,20 @@ TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
       for (int k = 0; k < 4; ++k)
         l[1][static_cast<std::size_t>(k)] = random.Near(l[0][static_cast<std::size_t>(k)]);
     }
-    double m[2], c[2], dx[2];
-    for (int k = 0; k < 2; ++k) {
-      dx[k] = std::fabs(l[k][0] - l[k][2]);
-      m[k] = (l[k][1] - l[k][3]) / (l[k][0] - l[k][2]);
-      c[k] = l[k][1] - l[k][0] * m[k];
-    }
-    bool found = true;
-    double x = 0;
-    double y = 0;
-    if (dx[1] < 1e-7 && dx[0] < 1e-7) {
-      found = false;
-      tally.Count("both vertical");
-    } else if (dx[1] < 1e-7) {
-      x = l[1][0];
-      y = m[0] * x + c[0];
-      tally.Count("second vertical");
-    } else if (dx[0] < 1e-7 && dx[1] >= 1e-7) {
-      x = l[0][0];
-      y = m[1] * x + c[1];
-      tally.Count("first vertical");
-    } else if (std::fabs(m[0] - m[1]) < 1e-7) {
-      found = false;
-      tally.Count("parallel");
-    } else if (std::fabs(m[1]) > 1e10 && std::fabs(m[0]) > 1e10) {
-      found = false;
-      tally.Count("both steep");
-    } else if (std::fabs(m[1]) > 1e10) {
-      x = l[1][0];
-      y = m[0] * x + c[0];
-      tally.Count("second steep");
-    } else if (std::fabs(m[0]) > 1e10) {
-      x = l[0][0];
-      y = m[1] * x + c[1];
-      tally.Count("first steep");
-    } else {
-      x = (c[1] - c[0]) / (m[0] - m[1]);
-      y = m[0] * x + c[0];
-      tally.Count("ordinary");
-    }
-    const Crossing crossing(Flat(l[0][0], l[0][1], l[0][2], l[0][3]),
-                            Flat(l[1][0], l[1][1], l[1][2], l[1][3]));
-    ASSERT_EQ(crossing.found, found);
-    if (!found) {
+    const Line a = Flat(l[0][0], l[0][1], l[0][2], l[0][3]);
+    const Line b = Flat(l[1][0], l[1][1], l[1][2], l[1][3]);
+    const LiteralCrossing<double> expected = LiteralIntersect(Literal(a), Literal(b));
+    tally.Count(meetingNames[static_cast<std::size_t>(expected.meeting)]);
+    const Crossing crossing(a, b);
+    ASSERT_EQ(crossing.found, expected.Found());
+    if (!expected.Found()) {
       ExpectUntouched(crossing);
       ASSERT_FALSE(HasFailure());
       continue;
     }
-    ASSERT_TRUE(Same(crossing.p, Point(x, y, 79))) << crossing.p.ToString() << ' ' << x << ' ' << y;
-    long flags = 0;
-    for (int k = 0; k < 2; ++k) {
-      const double acrossX = (l[k][2] - x) * (l[k][0] - x);
-      const double acrossY = (l[k][3] - y) * (l[k][1] - y);
-      if (acrossX < 1e-7 && acrossY < 1e-7) flags |= 1L << k;
-    }
-    ASSERT_EQ(crossing.flags, flags);
-    tally.Count(flagNames[flags]);
+    ASSERT_TRUE(Same(crossing.p, Point(expected.x, expected.y, 79))) << crossing.p.ToString();
+    ASSERT_EQ(crossing.flags, expected.flags);
+    tally.Count(flagNames[expected.flags]);
   }
 }
 

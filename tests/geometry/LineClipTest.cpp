@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/geometry/EdgeValues.h"
+#include "tests/geometry/LiteralSegments.h"
 #include "zelbase/geometry/Line.h"
 #include "zelbase/geometry/Page.h"
 
@@ -149,40 +150,9 @@ TEST(LineClip, ShortFormDoesNotExtend) {
   EXPECT_TRUE(end);
 }
 
-// A second transcription, with the crossings in a list and the lines' own formulas written out.
-Clipped LiteralClip(const Line& line, Page page, bool flip, bool extend) {
-  if (page.right < page.left) std::swap(page.left, page.right);
-  if (page.top < page.bottom) std::swap(page.bottom, page.top);
-  if (flip) std::swap(page.bottom, page.top);
-  const bool reversed = line.end.x < line.start.x;
-  const Point a = reversed ? line.end : line.start;
-  const Point b = reversed ? line.start : line.end;
-  const auto between = [](double v, double p, double q) { return (p <= v && v <= q) || (q <= v && v <= p); };
-  const double m = (a.y - b.y) / (a.x - b.x);
-  const double c = a.y - a.x * m;
-  std::vector<Point> found;
-  for (const double x : {page.left, page.right}) {
-    if (a.x == b.x) continue;
-    const double y = m * x + c;
-    const bool inSegment = between(x, a.x, b.x) && between(y, a.y, b.y);
-    if ((inSegment || extend) && between(y, page.bottom, page.top)) found.emplace_back(x, y, 0);
-  }
-  for (const double y : {page.bottom, page.top}) {
-    if (found.size() >= 2 || a.y == b.y) continue;
-    const double x = (y - c) / m;
-    const bool inSegment = between(x, a.x, b.x) && between(y, a.y, b.y);
-    if ((inSegment || extend) && page.left <= x && x <= page.right) found.emplace_back(x, y, 0);
-  }
-  Clipped clipped{kNone, false, false};
-  if (found.empty()) return clipped;
-  if (found.size() == 1)
-    found.push_back(found[0]);
-  else if (reversed != (found[1].x < found[0].x))
-    std::swap(found[0], found[1]);
-  clipped.line = Line(found[0], found[1]);
-  clipped.start = found[0].x != line.start.x || found[0].y != line.start.y;
-  clipped.end = found[1].x != line.end.x || found[1].y != line.end.y;
-  return clipped;
+Clipped SecondClip(const Line& line, const Page& page, bool flip, bool extend) {
+  const LiteralEdges<double> edges = LiteralClip(Literal(line), Literal(page), flip, extend);
+  return {edges.count == 0 ? kNone : Plain(edges.line), edges.start, edges.end};
 }
 
 TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
@@ -200,7 +170,7 @@ TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
     const bool flip = values.Flag();
     const bool extend = values.Flag();
     const Clipped clipped = Clip(line, page, flip, extend);
-    const Clipped expected = LiteralClip(line, page, flip, extend);
+    const Clipped expected = SecondClip(line, page, flip, extend);
     ASSERT_TRUE(SameLine(clipped.line, expected.line)) << "round " << round;
     ASSERT_EQ(clipped.start, expected.start) << "round " << round;
     ASSERT_EQ(clipped.end, expected.end) << "round " << round;

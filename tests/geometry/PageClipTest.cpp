@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/geometry/EdgeValues.h"
+#include "tests/geometry/LiteralSegments.h"
 #include "zelbase/geometry/Angles.h"
 #include "zelbase/geometry/Line.h"
 #include "zelbase/geometry/MathConstants.h"
@@ -217,58 +218,19 @@ TEST(PageClipLine, OutputThatIsTheInputIsTheFormInPlace) {
 
 // --- ClipLine: at random ---
 
-// A second transcription: the four edges as a table, each with its bit, and nothing combined.
 bool LiteralClipLine(const Page& page, const Line& in, Line* out) {
-  const double xMin = std::min(page.left, page.right);
-  const double xMax = std::max(page.left, page.right);
-  const double yMin = std::min(page.bottom, page.top);
-  const double yMax = std::max(page.bottom, page.top);
-  const auto code = [&](const Point& p) {
-    return (p.y > yMax ? 1 : p.y < yMin ? 2 : 0) + (p.x > xMax ? 4 : p.x < xMin ? 8 : 0);
-  };
-  int c1 = code(in.start);
-  int c2 = code(in.end);
-  if ((c1 & c2) != 0) return false;
-  *out = in;
-  struct Edge {
-    int bit;
-    double Point::*across;
-    double Point::*along;
-    double bound;
-    double low;
-    double high;
-  };
-  const Edge edges[] = {{1, &Point::y, &Point::x, yMax, xMin, xMax},
-                        {2, &Point::y, &Point::x, yMin, xMin, xMax},
-                        {4, &Point::x, &Point::y, xMax, yMin, yMax},
-                        {8, &Point::x, &Point::y, xMin, yMin, yMax}};
-  const auto clip = [&](int& c, Point& p, const Point& far) {
-    for (const Edge& edge : edges) {
-      if ((c & edge.bit) == 0) continue;
-      if (std::abs(far.*edge.across - p.*edge.across) > 4.440892098500626e-16) {
-        p.*edge.along += (far.*edge.along - p.*edge.along) * (edge.bound - p.*edge.across) /
-                         (far.*edge.across - p.*edge.across);
-      }
-      p.*edge.across = edge.bound;
-      if (edge.low <= p.*edge.along && p.*edge.along <= edge.high) c = 0;
-    }
-    return c == 0;
-  };
-  if (!clip(c1, out->start, out->end) || !clip(c2, out->end, out->start)) return false;
-  if (in.start.z == 0 && in.end.z == 0) return true;
-  const double dx = std::abs(in.end.x - in.start.x);
-  const double dy = std::abs(in.end.y - in.start.y);
-  const double dz = in.end.z - in.start.z;
-  if (!(dx > dy) && dy <= 4.440892098500626e-16) {
-    out->start.z = in.start.z;
-    out->end.z = in.end.z;
-    return true;
-  }
-  double Point::*const by = dx > dy ? &Point::x : &Point::y;
-  const double way = dx > dy ? dx : dy;
-  out->start.z = in.start.z + dz * std::abs(out->start.*by - in.start.*by) / way;
-  out->end.z = in.start.z + dz * std::abs(out->end.*by - in.start.*by) / way;
-  return true;
+  LiteralSegment<double> clipped = Literal(*out);
+  const bool seen = LiteralClipLine(Literal(page), Literal(in), &clipped);
+  *out = Plain(clipped);
+  return seen;
+}
+
+// As the form in place does: what is read is what has been written.
+bool LiteralClipLineInPlace(const Page& page, Line* line) {
+  LiteralSegment<double> same = Literal(*line);
+  const bool seen = LiteralClipLine(Literal(page), same, &same);
+  *line = Plain(same);
+  return seen;
 }
 
 // Ends at the page's corners and edges, near to them, beyond them, and at times wild.
@@ -315,7 +277,7 @@ TEST(PageClipLine, RandomLinesAgreeWithASecondTranscription) {
 
     Line line = in;
     Line same = in;
-    ASSERT_EQ(page.ClipLine(line), LiteralClipLine(page, same, &same));
+    ASSERT_EQ(page.ClipLine(line), LiteralClipLineInPlace(page, &same));
     ASSERT_TRUE(SameLine(line, same)) << "round " << round;
     tally.Count("in place");
   }
