@@ -96,7 +96,7 @@ TEST(BoxComp, TheReferencePointLiesWhereItsCodeSays) {
 TEST(BoxComp, TheOrderOfOperationsIsThatOfTheTable) {
   std::mt19937 random(20260716);
   std::uniform_real_distribution<double> length(-50, 50);
-  for (int i = 0; i < 20000; ++i) {
+  for (int i = 0; i < 100000; ++i) {
     const double x = length(random), y = length(random), h = length(random), w = length(random), r = 7 * length(random);
     const double s = std::sin(r * 0.017453292519943);
     const double c = std::cos(r * 0.017453292519943);

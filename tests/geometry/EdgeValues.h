@@ -12,6 +12,7 @@
 #include <map>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "zelbase/geometry/Point.h"
@@ -127,6 +128,35 @@ class EdgeValues {
 
   // `point` or one beside it.
   Point NearPoint(const Point& point) { return Point(Near(point.x), Near(point.y), Near(point.z)); }
+
+  // On the line through two points, at one of them, between or beyond; exactly, as far as rounding lets it,
+  // or beside it.
+  Point NearLine(const Point& a, const Point& b) {
+    static constexpr double kPlaces[] = {0, 1, 0.5, -1, 2, 0.25};
+    const double place = Flag() ? kPlaces[Index(6)] : Between(-1, 2);
+    const Point on = place == 1 ? b : a + (b - a) * place;
+    return Flag() ? on : NearPoint(on);
+  }
+
+  // A segment that makes a case of another: the same, reversed, on one line with it, from a point on it, or
+  // beside it at its distance and direction; exactly or nearly.
+  std::pair<Point, Point> Related(const Point& a, const Point& b) {
+    const auto near = [&](const Point& point) { return Flag() ? point : NearPoint(point); };
+    switch (Index(5)) {
+      case 0:
+        return {near(a), near(b)};
+      case 1:
+        return {near(b), near(a)};
+      case 2:
+        return {NearLine(a, b), NearLine(a, b)};
+      case 3:
+        return {NearLine(a, b), AnyPoint()};
+      default: {
+        const Point beside = Point(b.y - a.y, a.x - b.x, 0) * (Flag() ? Between(-1e-6, 1e-6) : Grid());
+        return {near(a + beside), near(b + beside)};
+      }
+    }
+  }
 
   // Finite and of ordinary size.
   Point GridPoint() { return Point(Grid(), Grid(), Grid()); }

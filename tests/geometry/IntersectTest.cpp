@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "tests/geometry/EdgeValues.h"
+#include "tests/geometry/LiteralArcs.h"
 #include "tests/geometry/LiteralSegments.h"
-#include "tests/geometry/SecondCurve.h"
 
 namespace {
 
@@ -266,7 +266,7 @@ TEST(CentreCircleFrom3P, WithCoincidentFirstPointsIsTrueWithAMeaninglessCentre) 
   EXPECT_NEAR(centre.y, 6, 1e-12);
 }
 
-// Over arrays {x1, y1, x2, y2}.
+// Over arrays {x1, y1, x2, y2}; half of them nearly collinear, coincident, reversed or parallel.
 TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues random(7209);
   const std::vector<std::string> meetingNames = {"both vertical", "second vertical", "first vertical",
@@ -286,9 +286,9 @@ TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
       if (kind == 4) line = {line[0], -9e4, line[0] - 3e-7, 9e4};
       if (kind == 5) line = {line[0], line[1], line[0] + 0.5, line[1] + random.Near(1.0) / 2};
     }
-    if (random.Index(5) == 0) {
-      for (int k = 0; k < 4; ++k)
-        l[1][static_cast<std::size_t>(k)] = random.Near(l[0][static_cast<std::size_t>(k)]);
+    if (random.Flag()) {
+      const auto [start, end] = random.Related(Point(l[0][0], l[0][1], 0), Point(l[0][2], l[0][3], 0));
+      l[1] = {start.x, start.y, end.x, end.y};
     }
     const Line a = Flat(l[0][0], l[0][1], l[0][2], l[0][3]);
     const Line b = Flat(l[1][0], l[1][1], l[1][2], l[1][3]);
@@ -314,51 +314,52 @@ Curve AnyCurve(EdgeValues& random) {
                random.Bearing());
 }
 
-SecondCurve Second(const Curve& curve) {
-  return {curve.centre.x, curve.centre.y, curve.radius, curve.startAngle, curve.endAngle};
+// A radius with which the circle touches another one at the distance d, from outside or inside, or is equal
+// to it; nearly.
+double TouchingRadius(EdgeValues& random, double d, double other) {
+  const double radius[] = {d - other, d + other, other - d, other};
+  return random.Near(radius[random.Index(4)]);
 }
 
 TEST(IntersectCurves, RandomCurvesAgreeWithASecondTranscription) {
   EdgeValues random(7210);
-  Tally tally(
-      {"concentric", "apart", "inside the first", "inside the second", "none on the arcs", "one", "two"});
+  Tally tally(kCirclesMeetings);
   for (int i = 0; i < kRandomRounds; ++i) {
     const Curve a = AnyCurve(random);
     Curve b = AnyCurve(random);
-    if (random.Index(10) == 0) b.centre = a.centre;
-    if (random.Index(10) == 0) b.centre = random.NearPoint(a.centre);
-    const double wayX = b.centre.x - a.centre.x;
-    const double wayY = b.centre.y - a.centre.y;
-    const double d = std::sqrt(wayX * wayX + wayY * wayY);
-    const double ra = std::fabs(a.radius);
-    const double rb = std::fabs(b.radius);
-    std::vector<Point> expected;
-    const double t = (a.radius * a.radius + d * d - b.radius * b.radius) / (ra * 2 * d) * ra;
-    if (d == 0) {
-      tally.Count("concentric");
-    } else if (d > rb + ra) {
-      tally.Count("apart");
-    } else if (ra - rb > d) {
-      tally.Count("inside the first");
-    } else if (std::fabs(t) > ra) {
-      tally.Count("inside the second");
-    } else {
-      const double h = std::sqrt(a.radius * a.radius - t * t);
-      const double ux = wayY / d;
-      const double uy = -wayX / d;
-      for (const double side : {h, -h}) {
-        const double x = a.centre.x + side * ux - t * uy;
-        const double y = a.centre.y + side * uy + t * ux;
-        if (Second(a).HoldsPoint(x, y) && Second(b).HoldsPoint(x, y)) expected.emplace_back(x, y, 0.0);
-      }
-      tally.Count(expected.empty() ? "none on the arcs" : expected.size() == 1 ? "one" : "two");
+    if (random.Flag()) {
+      if (random.Index(3) == 0) b.centre = random.Flag() ? a.centre : random.NearPoint(a.centre);
+      b.radius = TouchingRadius(random, a.centre.Dist2D(b.centre), a.radius);
     }
+    const LiteralCommon expected = LiteralIntersect(Second(a), Second(b));
+    tally.Count(kCirclesMeetings[static_cast<std::size_t>(expected.meeting)]);
     Point p[2] = {Point(7, 7, 7), Point(8, 8, 8)};
-    ASSERT_EQ(Intersect(a, b, p), static_cast<long>(expected.size()));
+    ASSERT_EQ(Intersect(a, b, p), static_cast<long>(expected.count));
     for (std::size_t k = 0; k < 2; ++k) {
       const double untouched = 7 + static_cast<double>(k);
-      ASSERT_TRUE(Same(p[k], k < expected.size() ? expected[k] : Point(untouched, untouched, untouched)));
+      ASSERT_TRUE(
+          Same(p[k], k < expected.count ? expected.points[k] : Point(untouched, untouched, untouched)));
     }
+  }
+}
+
+// Half of the lines nearly touch the circle, pass its centre or have no length.
+Line LineBy(EdgeValues& random, const Curve& c) {
+  const Point start = random.Flag() ? random.GridPoint() : random.AnyPoint();
+  if (random.Flag()) return Line(start, random.Flag() ? random.GridPoint() : random.AnyPoint());
+  const double bearing = random.Bearing() * 0.017453292519943;
+  const Point out(std::sin(bearing), std::cos(bearing), 0);
+  const Point touching = c.centre + out * c.radius;
+  const Point along = Point(out.y, -out.x, 0) * random.Grid();
+  switch (random.Index(4)) {
+    case 0:
+      return Line(random.NearPoint(touching - along), random.NearPoint(touching + along));
+    case 1:
+      return Line(start, random.NearPoint(c.centre));
+    case 2:
+      return Line(random.NearPoint(touching), start);
+    default:
+      return Line(start, random.NearPoint(start));
   }
 }
 
@@ -366,38 +367,24 @@ TEST(IntersectLineCurve, RandomPairsAgreeWithASecondTranscription) {
   EdgeValues random(7211);
   Tally tally({"no length", "passes by", "crosses", "flags 0", "flags 1", "flags 2", "flags 3"});
   const char* const flagNames[] = {"flags 0", "flags 1", "flags 2", "flags 3"};
+  const char* const meetingNames[] = {"no length", "passes by", "crosses"};
   for (int i = 0; i < kRandomRounds; ++i) {
     const Curve c = AnyCurve(random);
-    const Point start = random.Flag() ? random.GridPoint() : random.AnyPoint();
-    const Point end = random.Index(8) == 0 ? random.NearPoint(start)
-                      : random.Flag()      ? random.GridPoint()
-                                           : random.AnyPoint();
-    const Line l(start, end);
-    const double vx = end.x - start.x;
-    const double vy = end.y - start.y;
-    const double length = std::sqrt(vx * vx + vy * vy);
-    const double e = (c.centre.x - start.x) * vy / length - (c.centre.y - start.y) * vx / length;
+    const Line l = LineBy(random, c);
+    const LiteralChord expected = LiteralIntersect(Literal(l), Second(c));
+    tally.Count(meetingNames[static_cast<std::size_t>(expected.meeting)]);
     Point p[2] = {Point(7, 7, 7), Point(7, 7, 7)};
     long flags[2] = {8, 8};
     const bool found = Intersect(l, c, p, flags);
-    const bool refused = length == 0 || std::fabs(c.radius) < std::fabs(e);
-    ASSERT_EQ(found, !refused);
-    if (refused) {
-      tally.Count(length == 0 ? "no length" : "passes by");
+    ASSERT_EQ(found, expected.meeting == ChordMeeting::kCrosses);
+    if (!found) {
       ASSERT_TRUE(p[0] == Point(7, 7, 7) && p[1] == Point(7, 7, 7) && flags[0] == 8 && flags[1] == 8);
       continue;
     }
-    tally.Count("crosses");
-    const double s0 = (c.centre.x - start.x) * vx / length + (c.centre.y - start.y) * vy / length;
-    const double h = std::sqrt(c.radius * c.radius - e * e);
-    const double s[] = {s0 - h, s0 + h};
-    for (int k = 0; k < 2; ++k) {
-      const double x = start.x + s[k] * (vx / length);
-      const double y = start.y + s[k] * (vy / length);
-      ASSERT_TRUE(Same(p[k], Point(x, y, 0)));
-      const long mark = (s[k] >= 0 && s[k] <= length ? 1 : 0) + (Second(c).HoldsPoint(x, y) ? 2 : 0);
-      ASSERT_EQ(flags[k], mark);
-      tally.Count(flagNames[mark]);
+    for (std::size_t k = 0; k < 2; ++k) {
+      ASSERT_TRUE(Same(p[k], expected.points[k]));
+      ASSERT_EQ(flags[k], expected.flags[k]);
+      tally.Count(flagNames[expected.flags[k]]);
     }
   }
 }
@@ -405,36 +392,26 @@ TEST(IntersectLineCurve, RandomPairsAgreeWithASecondTranscription) {
 TEST(IntersectP3, RandomCirclesAgreeWithASecondTranscription) {
   EdgeValues random(7212);
   Tally tally({"concentric", "apart", "inside", "rounded out", "crossing", "NaN"});
+  const char* const refusals[] = {"concentric", "apart", "inside", "rounded out"};
   for (int i = 0; i < kRandomRounds; ++i) {
     const Point a = random.Index(3) == 0 ? random.AnyPoint() : random.GridPoint();
     const Point b = random.Index(3) == 0 ? random.NearPoint(a)
                     : random.Flag()      ? random.GridPoint()
                                          : random.AnyPoint();
-    const double wayX = b.x - a.x;
-    const double wayY = b.y - a.y;
-    const double d = std::sqrt(wayX * wayX + wayY * wayY);
     const double ra = random.Index(5) == 0 ? random.Coordinate() : random.Between(0, 6);
-    const double rb = random.Index(5) == 0   ? random.Near(d - ra)
-                      : random.Index(5) == 0 ? random.Near(d + ra)
+    const double rb = random.Flag()          ? TouchingRadius(random, a.Dist2D(b), ra)
                       : random.Index(5) == 0 ? random.Coordinate()
                                              : random.Between(0, 6);
     Point p(77, 78, 79);
     const bool found = IntersectP3(a, b, ra, rb, p);
-    const double t = (d * d + ra * ra - rb * rb) / (2 * d * ra) * ra;
-    if (d == 0 || ra + rb < d || std::fabs(ra - rb) > d || std::fabs(t) > ra) {
-      tally.Count(d == 0                   ? "concentric"
-                  : ra + rb < d            ? "apart"
-                  : std::fabs(ra - rb) > d ? "inside"
-                                           : "rounded out");
-      ASSERT_FALSE(found);
+    const LiteralRanges expected = LiteralIntersectP3(a, b, ra, rb);
+    ASSERT_EQ(found, expected.meeting == RangesMeeting::kCrossing);
+    if (!found) {
+      tally.Count(refusals[static_cast<std::size_t>(expected.meeting)]);
       ASSERT_EQ(p, Point(77, 78, 79));
       continue;
     }
-    ASSERT_TRUE(found);
-    const double h = std::sqrt(ra * ra - t * t);
-    const double ux = wayY / d;
-    const double uy = -wayX / d;
-    ASSERT_TRUE(Same(p, Point(a.x - h * ux - t * uy, a.y - h * uy + t * ux, 79)));
+    ASSERT_TRUE(Same(p, Point(expected.x, expected.y, 79)));
     tally.Count(std::isnan(p.x) ? "NaN" : "crossing");
   }
 }
@@ -478,7 +455,7 @@ TEST(CentreCircleFrom3P, RandomWildPointsAreIntersectedPerpendiculars) {
   for (int i = 0; i < kRandomRounds; ++i) {
     const Point a = random.AnyPoint();
     const Point b = random.Index(3) == 0 ? random.NearPoint(a) : random.AnyPoint();
-    const Point c = random.Index(3) == 0 ? random.NearPoint(b) : random.AnyPoint();
+    const Point c = random.Flag() ? random.NearLine(a, b) : random.AnyPoint();
     const auto perpendicular = [](const Point& from, const Point& to) {
       const double mx = (from.x + to.x) * 0.5;
       const double my = (from.y + to.y) * 0.5;

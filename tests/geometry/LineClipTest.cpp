@@ -162,11 +162,15 @@ TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
     const Page page = values.Index(4) == 0 ? Page(values.Coordinate(), values.Coordinate(),
                                                   values.Coordinate(), values.Coordinate())
                                            : Page(values.Grid(), values.Grid(), values.Grid(), values.Grid());
-    const Point start = values.Index(8) == 0 ? page.BottomLeft() : values.AnyPoint();
-    const Point end = values.Index(8) == 0   ? page.TopRight()
-                      : values.Index(8) == 0 ? values.NearPoint(start)
-                                             : values.AnyPoint();
-    const Line line(start, end);
+    Line line(values.Index(8) == 0 ? page.BottomLeft() : values.AnyPoint(),
+              values.Index(8) == 0 ? page.TopRight() : values.AnyPoint());
+    // Half of them nearly along an edge or a diagonal, either way.
+    if (values.Flag()) {
+      const Point corner = values.Flag() ? page.TopRight() : Point(page.left, page.top, 0);
+      const auto [start, end] =
+          values.Related(page.BottomLeft(), values.Flag() ? corner : Point(page.right, page.bottom, 0));
+      line.Set(start, end);
+    }
     const bool flip = values.Flag();
     const bool extend = values.Flag();
     const Clipped clipped = Clip(line, page, flip, extend);
@@ -179,7 +183,7 @@ TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
     const bool corner =
         one && (clipped.line.start == page.BottomLeft() || clipped.line.start == page.TopRight());
     tally.Count(none ? "none" : corner ? "corner twice" : one ? "one" : "two");
-    if (end.x < start.x) tally.Count("reversed");
+    if (line.end.x < line.start.x) tally.Count("reversed");
     if (extend) tally.Count("extended");
     if (flip) tally.Count("flipped");
   }

@@ -394,12 +394,12 @@ bool SameRings(const PolyClipper& clipper, const LiteralPolyClipper& literal) {
   return Same(clipper.Area(), literal.Area());
 }
 
-enum class Kind { kGrid, kAnywhere, kNearSides, kWild, kEnd };
+enum class Kind { kGrid, kAnywhere, kNearSides, kThereAndBack, kWild, kEnd };
 
 Point RandomPoint(EdgeValues& values, Kind kind) {
   const auto coordinate = [&]() -> double {
     if (kind == Kind::kGrid) return values.Index(9) - 2;
-    if (kind == Kind::kAnywhere) return values.Between(-5, 10);
+    if (kind == Kind::kAnywhere || kind == Kind::kThereAndBack) return values.Between(-5, 10);
     if (kind == Kind::kNearSides)
       return values.Index(3) == 0 ? values.Between(-5, 10) : values.Near(5.0 * values.Index(2));
     return values.Index(4) == 0 ? values.Wild() : values.Between(-5, 10);
@@ -414,6 +414,13 @@ Points RandomPolygon(EdgeValues& values, Kind kind, int most) {
     // Some points twice, some edges there and back.
     const bool again = !polygon.empty() && values.Index(12) == 0;
     polygon.push_back(again ? polygon[static_cast<std::size_t>(values.Index(i))] : RandomPoint(values, kind));
+  }
+  if (kind == Kind::kThereAndBack) {
+    for (int i = size - 1; i >= 0; --i) {
+      const Point& before = polygon[static_cast<std::size_t>(i)];
+      const Point& after = polygon[static_cast<std::size_t>(i + 1 < size ? i + 1 : i)];
+      polygon.push_back(values.Index(3) == 0 ? before : values.NearLine(before, after));
+    }
   }
   if (values.Index(3) == 0) polygon.push_back(polygon.front());
   return polygon;

@@ -11,8 +11,8 @@
 
 #include "tests/geometry/EdgePlaces.h"
 #include "tests/geometry/EdgeValues.h"
+#include "tests/geometry/LiteralArcs.h"
 #include "tests/geometry/LiteralSegments.h"
-#include "tests/geometry/SecondCurve.h"
 #include "zelbase/geometry/Intersect.h"
 #include "zelbase/geometry/Line.h"
 #include "zelbase/geometry/Page.h"
@@ -178,35 +178,22 @@ TEST(IntersectLineCurveAtTheEdgeLong, AllLinesAndCirclesCrossAsTheRulesSay) {
     long flags[2] = {80, 81};
     const bool found = Intersect(l, c, p, flags);
 
-    const double wayX = v[2] - v[0];
-    const double wayY = v[3] - v[1];
-    const double length = std::sqrt(wayX * wayX + wayY * wayY);
-    const double toX = v[4] - v[0];
-    const double toY = v[5] - v[1];
-    const double aside = toX * wayY / length - toY * wayX / length;
-    const bool isRefused = length == 0 || std::abs(radius) < std::abs(aside);
-    if (found == isRefused) return false;
-    if (isRefused) {
-      kinds.Count(length == 0 ? 0 : 1);
+    const LiteralChord expected = LiteralIntersect(Literal(l), second);
+    if (found != (expected.meeting == ChordMeeting::kCrosses)) return false;
+    if (!found) {
+      kinds.Count(static_cast<std::size_t>(expected.meeting));
       return Same(p[0], Point(7, 7, 7)) && Same(p[1], Point(8, 8, 8)) && flags[0] == 80 && flags[1] == 81;
     }
-    const double middle = toX * wayX / length + toY * wayY / length;
-    const double half = std::sqrt(radius * radius - aside * aside);
-    for (int i = 0; i < 2; ++i) {
-      const double s = i == 0 ? middle - half : middle + half;
-      const double x = v[0] + s * (wayX / length);
-      const double y = v[1] + s * (wayY / length);
-      const long mark = (s >= 0 && s <= length ? 1 : 0) + (second.HoldsPoint(x, y) ? 2 : 0);
-      kinds.Count(2 + static_cast<std::size_t>(mark));
-      if (!Same(p[i], Point(x, y, 0)) || flags[i] != mark) return false;
+    for (std::size_t i = 0; i < 2; ++i) {
+      kinds.Count(2 + static_cast<std::size_t>(expected.flags[i]));
+      if (!Same(p[i], expected.points[i]) || flags[i] != expected.flags[i]) return false;
     }
     return true;
   });
 }
 
 TEST(IntersectCurvesAtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
-  KindCount kinds(
-      {"concentric", "apart", "inside the first", "inside the second", "none on the arcs", "one", "two"});
+  KindCount kinds(kCirclesMeetings);
   constexpr std::array<std::array<double, 2>, 4> kArcs = {{{0, 360}, {350, 190}, {45, 225}, {90, 90}}};
   for (std::size_t arcs = 0; arcs < kArcs.size() * kArcs.size(); ++arcs) {
     const auto& arcA = kArcs[arcs / kArcs.size()];
@@ -218,38 +205,13 @@ TEST(IntersectCurvesAtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
       const long count = Intersect(Curve(Point(v[0], v[1], 1), v[2], arcA[0], arcA[1]),
                                    Curve(Point(v[3], v[4], 2), -v[5], arcB[0], arcB[1]), p);
 
-      const double wayX = v[3] - v[0];
-      const double wayY = v[4] - v[1];
-      const double d = std::sqrt(wayX * wayX + wayY * wayY);
-      const double ra = std::abs(v[2]);
-      const double rb = std::abs(v[5]);
-      const double t = (v[2] * v[2] + d * d - v[5] * v[5]) / (ra * (2 * d)) * ra;
-      std::array<Point, 2> expected;
-      std::size_t standing = 0;
-      if (d == 0) {
-        kinds.Count(0);
-      } else if (ra + rb < d) {
-        kinds.Count(1);
-      } else if (ra - rb > d) {
-        kinds.Count(2);
-      } else if (std::abs(t) > ra) {
-        kinds.Count(3);
-      } else {
-        const double h = std::sqrt(v[2] * v[2] - t * t);
-        const double ux = wayY / d;
-        const double uy = -(wayX / d);
-        const std::array<Point, 2> candidates = {Point(v[0] + h * ux - t * uy, v[1] + h * uy + t * ux, 0),
-                                                 Point(v[0] - h * ux - t * uy, v[1] - h * uy + t * ux, 0)};
-        for (const Point& candidate : candidates) {
-          if (!a.HoldsPoint(candidate.x, candidate.y)) continue;
-          if (b.HoldsPoint(candidate.x, candidate.y)) expected[standing++] = candidate;
-        }
-        kinds.Count(4 + standing);
-      }
-      if (count != static_cast<long>(standing)) return false;
+      const LiteralCommon expected = LiteralIntersect(a, b);
+      kinds.Count(static_cast<std::size_t>(expected.meeting));
+      if (count != static_cast<long>(expected.count)) return false;
       for (std::size_t i = 0; i < 2; ++i) {
         const double untouched = 7 + static_cast<double>(i);
-        if (!Same(p[i], i < standing ? expected[i] : Point(untouched, untouched, untouched))) return false;
+        if (!Same(p[i], i < expected.count ? expected.points[i] : Point(untouched, untouched, untouched)))
+          return false;
       }
       return true;
     });
@@ -265,25 +227,13 @@ TEST(IntersectP3AtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
       const double rb = v[5];
       Point p(77, 78, 79);
       const bool found = IntersectP3(Point(v[0], v[1], 1), Point(v[2], v[3], 2), ra, rb, p);
-      const double wayX = v[2] - v[0];
-      const double wayY = v[3] - v[1];
-      const double d = std::sqrt(wayX * wayX + wayY * wayY);
-      const double t = (d * d + ra * ra - rb * rb) / (2 * d * ra) * ra;
-      int refused = -1;
-      if (std::abs(t) > ra) refused = 3;
-      if (std::abs(ra - rb) > d) refused = 2;
-      if (ra + rb < d) refused = 1;
-      if (d == 0) refused = 0;
-      if (refused >= 0) {
-        kinds.Count(static_cast<std::size_t>(refused));
+      const LiteralRanges expected = LiteralIntersectP3(Point(v[0], v[1], 1), Point(v[2], v[3], 2), ra, rb);
+      if (expected.meeting != RangesMeeting::kCrossing) {
+        kinds.Count(static_cast<std::size_t>(expected.meeting));
         return !found && Same(p, Point(77, 78, 79));
       }
-      const double h = std::sqrt(ra * ra - t * t);
-      const double ux = wayY / d;
-      const double uy = -(wayX / d);
-      const Point expected(v[0] - h * ux - t * uy, v[1] - h * uy + t * ux, 79);
       kinds.Count(std::isnan(expected.x) || std::isnan(expected.y) ? 5 : 4);
-      return found && Same(p, expected);
+      return found && Same(p, Point(expected.x, expected.y, 79));
     });
   }
 }

@@ -277,8 +277,9 @@ TEST(Triangle, RandomCutsAgreeWithTheListsOfPieces) {
   Tally tally({"unchanged", "flattened", "A alone", "B alone", "C alone", "on the level", "not a number"});
   for (int i = 0; i < kRandomRounds; ++i) {
     Corners p = {random.AnyPoint(), random.AnyPoint(), random.AnyPoint()};
+    if (random.Flag()) p[2] = random.NearLine(p[0], p[1]);
     const double level =
-        random.Index(3) == 0 ? p[static_cast<std::size_t>(random.Index(3))].z : random.Coordinate();
+        random.Flag() ? random.Near(p[static_cast<std::size_t>(random.Index(3))].z) : random.Coordinate();
     Triangle t(p[0], p[1], p[2]);
     Room room;
     const int count = t.ZMinClip(level, room.out);
@@ -364,7 +365,7 @@ TEST(Triangle, RandomMeasuresAgreeWithASecondTranscription) {
   for (int i = 0; i < kRandomRounds; ++i) {
     Corners p = {random.AnyPoint(), random.AnyPoint(), random.AnyPoint()};
     if (random.Index(5) == 0) p[1] = random.NearPoint(p[0]);
-    if (random.Index(5) == 0) p[2] = p[0] + (p[1] - p[0]) * random.Grid();
+    if (random.Flag()) p[2] = random.NearLine(p[0], p[1]);
     const Triangle t(p[0], p[1], p[2]);
     double angle[3], side[3];  // side k runs from corner k to the next
     for (std::size_t k = 0; k < 3; ++k) {
