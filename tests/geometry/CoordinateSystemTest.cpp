@@ -283,7 +283,7 @@ TEST(CoordinateSystem, TheHeightOfAWrittenPointStays) {
 
 TEST(CoordinateSystem, ThereAndBackIsOffByLessThanAPixel) {
   EdgeValues values(81);
-  for (int round = 0; round < 1000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     const CoordinateSystem system = AnySystem(values).ours;
     if (!system.IsScaleValid()) continue;
     Point offset(values.Between(-300, 300), values.Between(-300, 300), 0);  // in pixels
@@ -530,7 +530,7 @@ void ExpectSameAnswers(const TwoSystems& both, EdgeValues& values) {
 
 TEST(CoordinateSystem, RandomChangesGoAsTheRulesSay) {
   EdgeValues values(82);
-  for (int round = 0; round < 3000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     TwoSystems both = AnySystem(values);
     for (int change = 0; change < 8; ++change) {
       Change(both, values);

@@ -213,10 +213,10 @@ TEST(CurveDraw, OnNoSurfaceNothingIsDrawn) {
 
 // --- Against the second transcription ------------------------------------------------------------------------------------
 
-TEST(CurveDraw, RandomArcsAreDrawnAsTheRulesSay) {
+TEST(CurveDrawLong, RandomArcsAreDrawnAsTheRulesSay) {
   EdgeValues values(95);
   Tally tally({"drawn", "not seen", "turned", "not turned", "clockwise", "counter-clockwise"});
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);
     RecordingSurface surface;
     SecondDrawing second(both.second);

@@ -97,7 +97,7 @@ TEST(D3Projector, RotateTurnsAroundZAndTiltsAroundX) {
 TEST(D3Projector, RotateKeepsLengthsAndWorksInPlace) {
   EdgeValues values(98);
   const D3Projector projector;
-  for (int round = 0; round < 1000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     const Point point(values.Between(-9, 9), values.Between(-9, 9), values.Between(-9, 9));
     const double a = values.Between(-360, 360);
     const double b = values.Between(-360, 360);
@@ -269,7 +269,7 @@ bool Flatten(const Scene& scene, Point (&p)[2], bool noBearing, Line& flat) {
 TEST(D3Projector, RandomScenesAreDrawnAsTheRulesSay) {
   EdgeValues values(99);
   Tally tally({"drawn", "not seen", "behind the eye"});
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);
     RecordingSurface surface;
     SecondDrawing second(both.second);

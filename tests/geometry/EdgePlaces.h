@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/Effort.h"
+#include "tests/geometry/EdgeValues.h"
 
 inline constexpr std::size_t kEdgeValueCount = 9;
 
@@ -28,20 +28,13 @@ inline const std::array<double, kEdgeValueCount> kEdgeValues = {0.0,
                                                                 std::numeric_limits<double>::infinity(),
                                                                 std::numeric_limits<double>::quiet_NaN()};
 
-#ifdef __OPTIMIZE__
-inline constexpr bool runsOptimised = true;
-#else
-inline constexpr bool runsOptimised = false;
-#endif
-
 // Hands the check the numbers below `all`, each once, as long as it answers true: all of them in an optimised
 // build; in any other, and under a sanitizer, one of `stride` of them, which has no factor in common with
 // `all`, spread from the first to the last. False when the check answered false; the number that it did so
 // for is in `number`.
 template <class Check>
 bool ForSpread(std::size_t all, std::size_t stride, std::size_t& number, Check check) {
-  const bool isWhole = runsOptimised && !runsSanitized;
-  const std::size_t step = isWhole ? 1 : stride;
+  const std::size_t step = runsInFull ? 1 : stride;
   number = 0;
   for (std::size_t left = all / step; left > 0; --left) {
     if (!check(number)) return false;

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/Effort.h"
 #include "zelbase/geometry/Point.h"
 
 inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -22,6 +23,16 @@ inline constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 inline constexpr double kLargest = std::numeric_limits<double>::max();
 inline constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
 inline constexpr int kRandomRounds = 100'000;
+
+// Whether the tests run in full: optimised and without a sanitizer.
+#ifdef __OPTIMIZE__
+inline constexpr bool runsInFull = !runsSanitized;
+#else
+inline constexpr bool runsInFull = false;
+#endif
+
+// The rounds of a test with heavy ones: a tenth where it does not run in full.
+inline constexpr int kHeavyRounds = runsInFull ? kRandomRounds : kRandomRounds / 10;
 
 // Equal to the last bit, the sign of 0 included; any NaN is like any other.
 template <class Number>

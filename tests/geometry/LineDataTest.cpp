@@ -182,7 +182,7 @@ ProfilePoints TurnedBySections(const ProfilePoints& points) {
 }
 
 TEST(LineDataLoad, RandomSectionsAreTurnedAsSections) {
-  for (unsigned int seed = 1; seed <= 2000; ++seed) {
+  for (unsigned int seed = 1; seed <= 100000; ++seed) {
     std::mt19937 random(seed);
     ProfilePoints delivered;
     const std::size_t count = 2 + random() % 12;

@@ -249,7 +249,7 @@ Page AnyPage(EdgeValues& values, const CoordinateSystem& system) {
 TEST(LineDraw, RandomLinesAreDrawnAsTheRulesSay) {
   EdgeValues values(93);
   Tally tally({"drawn", "not seen", "moved text", "text at the start", "no text"});
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);
     RecordingSurface surface;
     SecondDrawing second(both.second);

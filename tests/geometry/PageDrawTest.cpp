@@ -81,7 +81,7 @@ TEST(PageDraw, OnNoSurfaceNothingIsDrawn) {
 TEST(PageDraw, RandomPagesAreDrawnAsTheRulesSay) {
   EdgeValues values(97);
   Tally tally({"filled", "not filled"});
-  for (int round = 0; round < 10000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);
     RecordingSurface surface;
     SecondDrawing second(both.second);

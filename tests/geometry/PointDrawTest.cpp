@@ -253,7 +253,7 @@ TEST(PointDraw, PixelsBeyondIntEndAtTheNearestInt) {
 
 TEST(PointDraw, RandomPointsAreDrawnAsTheRulesSay) {
   EdgeValues values(91);
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);
     RecordingSurface surface;
     SecondDrawing second(both.second);

@@ -465,7 +465,7 @@ const std::vector<std::string> kBranches = {"sorted",
                                             "edge that is nowhere",
                                             "polygon begins with a crossing"};
 
-TEST(PolyClipper, OnePolygonIsClippedAsALiteralBubbleSortDoes) {
+TEST(PolyClipperLong, OnePolygonIsClippedAsALiteralBubbleSortDoes) {
   EdgeValues values(7401);
   Tally tally(kBranches);
   PolyClipper clipper;
@@ -481,7 +481,7 @@ TEST(PolyClipper, OnePolygonIsClippedAsALiteralBubbleSortDoes) {
   }
 }
 
-TEST(PolyClipper, SeveralPolygonsAreClippedAsALiteralBubbleSortDoes) {
+TEST(PolyClipperLong, SeveralPolygonsAreClippedAsALiteralBubbleSortDoes) {
   EdgeValues values(7402);
   Tally tally(kBranches);
   PolyClipper clipper;
@@ -507,7 +507,7 @@ TEST(PolyClipper, SeveralPolygonsAreClippedAsALiteralBubbleSortDoes) {
   }
 }
 
-TEST(PolyClipper, ManyTiedCrossingsAreSortedAsALiteralBubbleSortDoes) {
+TEST(PolyClipperLong, ManyTiedCrossingsAreSortedAsALiteralBubbleSortDoes) {
   EdgeValues values(7403);
   for (int round = 0; round < 300; ++round) {
     Points polygon;
@@ -548,11 +548,11 @@ double ShoelaceArea(const Points& ring) {
   return std::fabs(sum) * 0.5;
 }
 
-TEST(PolyClipper, AreaInsidePlusAreaOutsideIsTheWhole) {
+TEST(PolyClipperLong, AreaInsidePlusAreaOutsideIsTheWhole) {
   EdgeValues values(7404);
   const double bounds[] = {-100, 0, 10, 100};
   PolyClipper clipper;
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     const Points star = RandomStar(values, 3 + values.Index(40));
     double sum = 0;
     // The page and the eight that lie around it.
@@ -567,12 +567,12 @@ TEST(PolyClipper, AreaInsidePlusAreaOutsideIsTheWhole) {
   }
 }
 
-TEST(PolyClipper, EveryPointLiesInThePageAndOnThePlaneOfThePolygon) {
+TEST(PolyClipperLong, EveryPointLiesInThePageAndOnThePlaneOfThePolygon) {
   EdgeValues values(7405);
   PolyClipper clipper;
   clipper.SetPage(kPage);
   const auto height = [](const Point& point) { return 3 * point.x - 2 * point.y + 7; };
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     Points star = RandomStar(values, 3 + values.Index(20));
     for (Point& point : star) point.z = height(point);
     ASSERT_TRUE(clipper.FillPolygon(star));
@@ -583,7 +583,7 @@ TEST(PolyClipper, EveryPointLiesInThePageAndOnThePlaneOfThePolygon) {
   }
 }
 
-TEST(PolyClipper, ClippingAgainChangesNothing) {
+TEST(PolyClipperLong, ClippingAgainChangesNothing) {
   EdgeValues values(7406);
   Tally tally({"exactly the same", "off a side by a rounding"});
   PolyClipper clipper;
@@ -624,7 +624,7 @@ Points RandomSkyline(EdgeValues& values) {
   return skyline;
 }
 
-TEST(PolyClipper, ShiftByAPowerOfTwoShiftsTheRingsExactly) {
+TEST(PolyClipperLong, ShiftByAPowerOfTwoShiftsTheRingsExactly) {
   EdgeValues values(7407);
   const Point shift(1024, -4096, 0);
   Page shifted = kPage;
@@ -643,7 +643,7 @@ TEST(PolyClipper, ShiftByAPowerOfTwoShiftsTheRingsExactly) {
   }
 }
 
-TEST(PolyClipper, ScaleByAPowerOfTwoScalesTheRingsExactly) {
+TEST(PolyClipperLong, ScaleByAPowerOfTwoScalesTheRingsExactly) {
   EdgeValues values(7408);
   const double scale = 64;
   for (int round = 0; round < kRandomRounds; ++round) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -271,17 +272,26 @@ TEST(ReduceLops, TouchesNoStateAndNoWordOfTheCallers) {
 
 TEST(ReduceLops, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
   EdgeValues values(8230);
-  Tally tally({"status 0", "status 1", "status 2", "status 3", "message", "not finite"});
+  Tally tally({"status 0", "status 1", "status 2", "status 3", "message", "not finite", "related stations"});
   std::string printed;
   testing::internal::CaptureStdout();
   SecondKalmanFilter second;
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < kHeavyRounds; ++round) {
     Lops ours;
     const bool wild = values.Index(4) == 0;
+    const bool related = values.Flag();
     const int count = values.Index(9);
     for (int i = 0; i < count; ++i) {
-      const double x = wild ? values.Coordinate() : values.Between(-3000, 3000);
-      const double y = wild ? values.Coordinate() : values.Between(-3000, 3000);
+      double x = wild ? values.Coordinate() : values.Between(-3000, 3000);
+      double y = wild ? values.Coordinate() : values.Between(-3000, 3000);
+      if (i > 0 && related) {
+        // The station before, or the one across from it, or in line with it.
+        const LopStruct& before = ours.lops[static_cast<std::size_t>(i - 1)];
+        const double factor = std::array{1.0, -1.0, 2.0}[static_cast<std::size_t>(values.Index(3))];
+        x = values.Near(factor * before.x);
+        y = values.Near(factor * before.y);
+        tally.Count("related stations");
+      }
       const int type = values.Index(10) == 0 ? values.Index(5) - 2 : values.Index(2);
       const double truth = type == kRange ? std::hypot(x, y) : std::fmod(std::atan2(-x, -y) * 57.29578 + 360, 360);
       const double observed = wild ? values.Coordinate() : truth + values.Between(-0.5, 0.5);
@@ -362,7 +372,7 @@ TEST(ComputeEllipse, IsAlsoAMember) {
 
 TEST(ComputeEllipse, AxesAndDirectionOfAnyEllipse) {
   EdgeValues values(8240);
-  for (int round = 0; round < 10'000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     const double major = values.Between(5, 10);
     const double minor = values.Between(0.5, 4);
     const double angle = values.Between(0, 180);
@@ -380,6 +390,29 @@ TEST(ComputeEllipse, AxesAndDirectionOfAnyEllipse) {
     ASSERT_NEAR(std::min(apart, 180 - apart), 0, 1e-7);
     ASSERT_GE(e.orientation, 0);
     ASSERT_LE(e.orientation, 180);
+  }
+}
+
+// The squares of the axes are the eigenvalues; between variances that count as equal, to half their difference.
+TEST(ComputeEllipse, AxesOfNearlyRoundAndNearlyFlatEllipsesAreTheEigenvalues) {
+  EdgeValues values(8241);
+  Tally tally({"variances count as equal", "variances differ", "round", "flat"});
+  for (int round = 0; round < kRandomRounds; ++round) {
+    const double varX = values.Between(0.01, 9);
+    const double varY = values.Flag() ? values.Near(varX) : values.Flag() ? varX + values.Between(-0.002, 0.002) : values.Between(0.01, 9);
+    const double most = std::sqrt(varX * varY);
+    const double covXY = values.Flag() ? most * values.Between(-0.999, 0.999) : values.Flag() ? 0 : (values.Flag() ? most : -most) * 0.999999;
+    const double middle = (varX + varY) / 2;
+    const double apart = std::hypot((varX - varY) / 2, covXY);
+    const bool isEqual = std::fabs(varX - varY) < 0.001;
+    const double tolerance = 1e-9 + (isEqual ? std::fabs(varX - varY) / 2 : 0);
+    tally.Count(isEqual ? "variances count as equal" : "variances differ");
+    if (apart < 1e-6) tally.Count("round");
+    if (middle - apart < 1e-4) tally.Count("flat");
+    const Ellipse e = EllipseOf(varX, varY, covXY);
+    ASSERT_NEAR(e.semiMajor * e.semiMajor, middle + apart, tolerance) << varX << ' ' << varY << ' ' << covXY;
+    ASSERT_NEAR(e.semiMinor * e.semiMinor, middle - apart, tolerance) << varX << ' ' << varY << ' ' << covXY;
+    ASSERT_TRUE(e.orientation >= 0 && e.orientation <= 180);
   }
 }
 

@@ -496,7 +496,7 @@ TEST(KalmanFilter, AnyChainOfCallsGivesWhatTheSecondTranscriptionGives) {
   Tally tally({"backwards", "not finite", "finite", "message"});
   testing::internal::CaptureStdout();
   std::string printed;
-  for (int chain = 0; chain < 500 && !testing::Test::HasFailure(); ++chain) {
+  for (int chain = 0; chain < kHeavyRounds / 10 && !testing::Test::HasFailure(); ++chain) {
     Pair pair(values);
     const bool wild = values.Flag();
     double time = wild ? values.Coordinate() : 0;

@@ -95,7 +95,7 @@ TEST(KmMatrix, ProductOfThreeAssociatesFromTheLeft) {
 
 TEST(KmMatrix, ProductsOfAnyNumbersAreThoseOfTheSecondTranscription) {
   EdgeValues values(8201);
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     const auto a = AnyMatrix<4, 3>(values);
     const auto b = AnyMatrix<3, 2>(values);
     ExpectSame(a * b, SecondOf(a).Times(SecondOf(b)));
@@ -115,7 +115,7 @@ TEST(KmMatrix, InverseOfAnOrdinaryMatrix) {
 
 TEST(KmMatrix, InverseOfFourByFourTimesItselfIsTheIdentity) {
   EdgeValues values(8202);
-  for (int round = 0; round < 1000; ++round) {
+  for (int round = 0; round < kRandomRounds; ++round) {
     KmMatrix<4, 4> a;
     for (int i = 0; i < 4; ++i) {
       for (int j = 0; j < 4; ++j) a[i][j] = values.Between(-1, 1) + (i == j ? 4 : 0);
@@ -129,10 +129,10 @@ TEST(KmMatrix, InverseOfFourByFourTimesItselfIsTheIdentity) {
 }
 
 TEST(KmMatrix, InversesOfAnyNumbersAreThoseOfTheSecondTranscription) {
-  TryInverses<1>(2000);
-  TryInverses<2>(40'000);
-  TryInverses<3>(10'000);
-  TryInverses<4>(10'000);
+  TryInverses<1>(kHeavyRounds);
+  TryInverses<2>(kRandomRounds);
+  TryInverses<3>(kHeavyRounds);
+  TryInverses<4>(kHeavyRounds);
 }
 
 TEST(KmMatrix, ARowOfZerosIsSaidAndPassedOver) {
