@@ -313,16 +313,6 @@ GridPage HalfPage(int left, int bottom, int right, int top) {
           {{left, 2}, {bottom, 2}, {right, 2}, {top, 2}}};
 }
 
-bool SameRings(const PolyClipper& clipper, const LiteralPolyClipper& literal) {
-  if (static_cast<std::size_t>(clipper.GetOutputSize()) != literal.outputPoints.size()) return false;
-  for (int i = 0; i < clipper.GetOutputSize(); ++i) {
-    const std::size_t at = static_cast<std::size_t>(i);
-    if (!Same(clipper.GetOutputPoint(i), literal.outputPoints[at])) return false;
-    if (clipper.GetOutputFlag(i) != literal.outputFlags[at]) return false;
-  }
-  return Same(clipper.Area(), literal.Area());
-}
-
 long RingsOf(const PolyClipper& clipper) {
   long rings = 0;
   for (int i = 0; i < clipper.GetOutputSize(); ++i) rings += clipper.GetOutputFlag(i) ? 1 : 0;

@@ -9,8 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "tests/geometry/EdgeValues.h"
 #include "zelbase/geometry/Page.h"
 #include "zelbase/geometry/Point.h"
+#include "zelbase/geometry/PolyClipper.h"
 
 class LiteralPolyClipper {
  public:
@@ -343,3 +345,14 @@ class LiteralPolyClipper {
   bool m_clipOnX = false;
   bool m_keepBelow = false;
 };
+
+// The same points to the last bit, rings and area.
+inline bool SameRings(const PolyClipper& clipper, const LiteralPolyClipper& literal) {
+  if (static_cast<std::size_t>(clipper.GetOutputSize()) != literal.outputPoints.size()) return false;
+  for (int i = 0; i < clipper.GetOutputSize(); ++i) {
+    const std::size_t at = static_cast<std::size_t>(i);
+    if (!Same(clipper.GetOutputPoint(i), literal.outputPoints[at])) return false;
+    if (clipper.GetOutputFlag(i) != literal.outputFlags[at]) return false;
+  }
+  return Same(clipper.Area(), literal.Area());
+}

@@ -384,16 +384,6 @@ TEST(PolyClipper, AreaOfTwoEdgesCountsBeforeAnotherRingOnly) {
 
 // --- Against a literal transcription ---
 
-bool SameRings(const PolyClipper& clipper, const LiteralPolyClipper& literal) {
-  if (static_cast<std::size_t>(clipper.GetOutputSize()) != literal.outputPoints.size()) return false;
-  for (int i = 0; i < clipper.GetOutputSize(); ++i) {
-    const std::size_t at = static_cast<std::size_t>(i);
-    if (!Same(clipper.GetOutputPoint(i), literal.outputPoints[at])) return false;
-    if (clipper.GetOutputFlag(i) != literal.outputFlags[at]) return false;
-  }
-  return Same(clipper.Area(), literal.Area());
-}
-
 enum class Kind { kGrid, kAnywhere, kNearSides, kThereAndBack, kWild, kEnd };
 
 Point RandomPoint(EdgeValues& values, Kind kind) {
