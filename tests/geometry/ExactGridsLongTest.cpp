@@ -473,8 +473,8 @@ bool AreApart(const Polygon& a, const Polygon& b) {
   return !holds(a, b[0]) && !holds(b, a[0]);
 }
 
-// Both at once: the areas of triangles that have no point in common add up; what overlaps is paired as the
-// rules say.
+// Both at once: the areas of triangles that have no point in common add up. All others, neighbours with a
+// common edge among them, are paired as the rules say, and may lose a part.
 TEST(PolyClipperOnTheGridLong, AllTrianglePairsAreClippedTogetherExactlyOrAsALiteralBubbleSortDoes) {
   KindCount kinds(
       {"apart", "in touch", "pairing mended", "no partner, rest dropped", "closed at a used partner"});

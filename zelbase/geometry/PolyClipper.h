@@ -35,6 +35,8 @@
 // - On the side is inside. A polygon that touches a side from outside with one vertex gives a ring of four
 //   equal points and no area; polygons with vertices on sides may give odd rings.
 // - A page wholly inside a polygon gives the page as one ring.
+// - Polygons that are clipped at once are paired in one list a side. Those that overlap, or share an edge or a
+//   vertex, may lose a part; what has no point in common, and one polygon that does not cross itself, does not.
 // - FillPolygon takes the page's `left` for its first side as it stands, DoPolyClip the smaller of left and
 //   right: FillPolygon expects a page with left <= right, else nothing but points on x = left is kept.
 // - DoPolyClip(true) closes the last polygon only, and with the very first point of all.
