@@ -5,10 +5,12 @@
 #include <climits>
 #include <limits>
 #include <memory>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include "tests/geometry/EdgeValues.h"
 #include "zelbase/platform/RecordingSurface.h"
 
 namespace {
@@ -596,6 +598,131 @@ TEST(EditableObject, AHandleOnNoSurfaceDrawsNothing) {
   Bare object;
   object.Handle(nullptr, Point(1, 2, 3));
   EXPECT_EQ(object.GetState(), 0);
+}
+
+// --- At random ------------------------------------------------------------------------------------------------------------
+
+// The two stacks and the table a second time: what each kind does on its way back and forth, and where its record goes.
+class HistoryModel {
+ public:
+  std::vector<UndoRedo> undo;
+  std::vector<UndoRedo> redo;
+  int active = -1;
+  int state = 0;
+  Calls calls;
+
+  bool Undo() { return Step(undo, redo, {"", "delete", "delete", "insert", "", "back", "back"}, {1, 2}, {1, 2, 3, 5, 6}); }
+  bool Redo() {
+    return Step(redo, undo, {"", "add", "insert", "delete", "delete all", "forward", "forward"}, {3},
+                {1, 2, 3, 5, 6, kUnknown});
+  }
+  void DeleteAt(int kind, const Point& point) {
+    redo.push_back({kind, active, Point(), point});
+    Redo();
+    redo.clear();
+  }
+  void Drop(const Point& point) {
+    if (state == 0) return;
+    if (redo.empty()) return;
+    UndoRedo record = redo.back();
+    redo.pop_back();
+    record.to = point;
+    state = 0;
+    if (point.x == record.from.x && point.y == record.from.y) return;
+    undo.push_back(record);
+    redo.clear();
+  }
+
+ private:
+  static constexpr int kUnknown = 7;
+
+  // One step off a stack: the operation of its kind, the kinds that make their item the active one, and those that are filed.
+  bool Step(std::vector<UndoRedo>& from, std::vector<UndoRedo>& to, const Calls& operations, const std::set<int>& activating,
+            const std::set<int>& filed) {
+    if (from.empty()) return false;
+    UndoRedo record = from.back();
+    from.pop_back();
+    const int kind = record.kind >= 1 && record.kind <= 6 ? record.kind : kUnknown;
+    if (activating.contains(kind)) active = record.index;
+    const std::string operation = kind == kUnknown ? "" : operations[static_cast<std::size_t>(kind)];
+    const bool hasRecord = operation == "add" || operation == "insert" || operation == "back" || operation == "forward";
+    if (!operation.empty()) {
+      calls.push_back(operation + (hasRecord ? " " + std::to_string(record.index) : "") + " at " + std::to_string(active) +
+                      " with " + std::to_string(undo.size()) + "/" + std::to_string(redo.size()));
+    }
+    if (filed.contains(kind)) to.push_back(record);
+    return true;
+  }
+};
+
+TEST(EditableObject, RandomStepsGoAsTheTableSays) {
+  EdgeValues random(7711);
+  Tally tally({"undone", "nothing to undo", "redone", "nothing to redo", "added", "deleted", "all deleted", "dragged",
+               "dropped elsewhere", "clicked", "dropped while idle", "dropped without a drag", "cleared"});
+  Recorder object;
+  HistoryModel model;
+  for (int i = 0; i < kRandomRounds; ++i) {
+    const Point point(random.Index(3), random.Index(3), random.Index(3));
+    const UndoRedo record = {random.Index(9), random.Index(4), Point(random.Index(3), random.Index(3), 0), point};
+    switch (random.Index(12)) {
+      case 0:
+      case 1:
+      case 2:
+        tally.Count(model.undo.empty() ? "nothing to undo" : "undone");
+        ASSERT_EQ(object.Undo(), model.Undo());
+        break;
+      case 3:
+      case 4:
+        tally.Count(model.redo.empty() ? "nothing to redo" : "redone");
+        ASSERT_EQ(object.Redo(), model.Redo());
+        break;
+      case 5:
+      case 6:
+      case 7:
+        tally.Count("added");
+        object.AddToUndoStack(record);
+        model.undo.push_back(record);
+        break;
+      case 8:
+        if (random.Index(4) != 0) break;
+        tally.Count(record.kind % 2 == 0 ? "deleted" : "all deleted");
+        ASSERT_TRUE(record.kind % 2 == 0 ? object.Delete(point, 0.5) : object.DeleteAll(point, 0.5));
+        model.DeleteAt(record.kind % 2 == 0 ? 3 : 4, point);
+        break;
+      case 9:
+        tally.Count("dragged");
+        object.m_redoStack.push_back(record);
+        object.SetState(DrawingState(2));
+        model.redo.push_back(record);
+        model.state = 2;
+        break;
+      case 10: {
+        const bool isDrag = model.state != 0 && !model.redo.empty();
+        const bool isClick = isDrag && model.redo.back().from.Dist2D(point) == 0;
+        tally.Count(model.state == 0 ? "dropped while idle" : !isDrag ? "dropped without a drag" : isClick ? "clicked" : "dropped elsewhere");
+        object.Drop(point);
+        model.Drop(point);
+        break;
+      }
+      default:
+        tally.Count("cleared");
+        object.Clear();
+        model.state = 1;
+    }
+    ASSERT_EQ(Words(object.m_undoStack), Words(model.undo)) << "step " << i;
+    ASSERT_EQ(Words(object.m_redoStack), Words(model.redo)) << "step " << i;
+    ASSERT_EQ(object.calls, model.calls) << "step " << i;
+    ASSERT_EQ(object.m_activeIndex, model.active) << "step " << i;
+    ASSERT_EQ(static_cast<int>(object.GetState()), model.state) << "step " << i;
+    ASSERT_TRUE(model.undo.empty() || object.m_undoStack.back().to == model.undo.back().to) << "step " << i;
+    object.calls.clear();
+    model.calls.clear();
+    if (model.undo.size() + model.redo.size() < 20) continue;
+    object.m_undoStack.clear();
+    object.m_redoStack.clear();
+    model.undo.clear();
+    model.redo.clear();
+  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <clocale>
 #include <cmath>
@@ -10,12 +11,14 @@
 #include <cstring>
 #include <limits>
 #include <locale>
+#include <map>
 #include <random>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "tests/config/SettingsTestHelp.h"
+#include "tests/geometry/EdgeValues.h"
 #include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zelbase/errors/GlobalErrorList.h"
@@ -25,7 +28,6 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // A point in words: x, y, z, moveTo, mark.
@@ -789,6 +791,81 @@ TEST_F(VesselContours, TheSampleSavedAndReadAgainIsTheSameVessel) {
   for (int side = 0; side <= 5; ++side) {
     again.SetViewSide(side);
     EXPECT_EQ(RowsOf(again), before[static_cast<std::size_t>(side)]) << side;
+  }
+}
+
+// --- At random ------------------------------------------------------------------------------------------------------------
+
+// A list of rows beside the contour; coordinates in sixty-fourths, which six decimals hold exactly.
+TEST_F(VesselContours, RandomEditsAreThoseOfAList) {
+  EdgeValues random(7811);
+  Tally tally({"added", "inserted", "insertion refused", "set", "refused", "deleted", "emptied", "other side", "string",
+               "string cut", "bounds", "no bounds"});
+  VesselContour contour;
+  std::map<int, Rows> sides;
+  int side = 0;
+  for (int i = 0; i < kRandomRounds; ++i) {
+    Rows& rows = sides[side];
+    const Row row = {random.Index(4096) / 64.0 - 32, random.Index(4096) / 64.0 - 32, 0, random.Flag(), random.Flag()};
+    const VesselPoint point = At(std::get<0>(row), std::get<1>(row), std::get<3>(row), std::get<4>(row));
+    const int size = static_cast<int>(rows.size());
+    const int index = random.Index(size + 3) - 1;  // -1 to one behind the end
+    const bool isThere = index >= 1 && index <= size;
+    switch (size < 20 ? random.Index(10) : 3 + random.Index(7)) {
+      case 0:
+      case 1:
+      case 2:
+        tally.Count("added");
+        ASSERT_TRUE(contour.AddPoint(point));
+        rows.push_back(row);
+        break;
+      case 3:
+        ASSERT_EQ(contour.InsertPoint(index, point), tally.Either(isThere, "inserted", "insertion refused"));
+        if (isThere) rows.insert(rows.begin() + (index - 1), row);
+        break;
+      case 4:
+        ASSERT_EQ(contour.SetPoint(index, point), tally.Either(isThere, "set", "refused"));
+        if (isThere) rows[static_cast<std::size_t>(index - 1)] = row;
+        break;
+      case 5:
+      case 6:
+        ASSERT_EQ(contour.DeletePoint(index), tally.Either(isThere, "deleted", "refused"));
+        if (isThere) rows.erase(rows.begin() + (index - 1));
+        break;
+      case 7: {
+        if (random.Index(8) != 0) break;
+        tally.Count(random.Flag() ? "emptied" : "other side");
+        if (random.Flag()) {
+          ASSERT_TRUE(contour.DeleteAllPoints());
+          rows.clear();
+        } else {
+          side = random.Index(6);
+          ASSERT_TRUE(contour.SetViewSide(side));
+        }
+        break;
+      }
+      case 8: {
+        std::string text;
+        ASSERT_TRUE(contour.SaveToString(text));
+        ASSERT_EQ(text.size(), 8 + 18 * rows.size());
+        const std::size_t cut = random.Flag() ? text.size() : text.size() - std::min<std::size_t>(text.size(), 20);
+        tally.Count(cut == text.size() ? "string" : "string cut");
+        ASSERT_EQ(contour.LoadFromString(text.substr(0, cut)), cut >= 9);
+        rows.resize(cut >= 9 ? (cut - 8) / 18 : 0);
+        break;
+      }
+      default: {
+        Page page;
+        Page expected;
+        for (const Row& r : rows) expected |= Point(std::get<0>(r), std::get<1>(r), 0);
+        ASSERT_EQ(contour.GetBoundingPage(page), tally.Either(!rows.empty(), "bounds", "no bounds"));
+        ASSERT_EQ(page, expected);
+      }
+    }
+    if (i % 16 == 0 || sides[side].size() < 4) {
+      ASSERT_EQ(RowsOf(contour), sides[side]) << "step " << i;
+    }
+    ASSERT_EQ(contour.GetSize(), static_cast<int>(sides[side].size())) << "step " << i;
   }
 }
 
