@@ -92,6 +92,8 @@ TEST(FileObjectItems, ALongReads32BitsWithSignAndIsWrittenWhole) {
   EXPECT_EQ(Read<long>("0xFFFFFFFF", -9L), -1L);
   EXPECT_EQ(Read<long>("4294967295", -9L), -1L);
   EXPECT_EQ(Read<long>("2147483647", -9L), 2147483647L);
+  EXPECT_EQ(Read<long>("words", -9L), -9L);
+  EXPECT_EQ(Read<long>("", -9L), -9L);
   EXPECT_EQ(Stored(4294967296L), "4294967296");
   EXPECT_EQ(Stored(-5L), "-5");
 }

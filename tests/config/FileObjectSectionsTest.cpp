@@ -231,6 +231,7 @@ TEST(FileObjectSections, GetFileTitleCutsAtTheLastDotEvenOfAFolder) {
 
 class Opened : public FileObject {
  public:
+  using FileObject::HasEqualItems;
   using FileObject::ReportError;
   using FileObject::SelectSectionNT;
   using FileObject::SetReadStatus;
@@ -257,6 +258,17 @@ TEST(FileObjectSections, WhatSubclassesAreGiven) {
   EXPECT_TRUE(cursor.IsValid());
   EXPECT_TRUE(settings.GetNextMapEntry(cursor, key, value));
   EXPECT_EQ(key + value, "kv");
+}
+
+TEST(FileObjectSections, ASubclassIsToldThatASectionWhichOneOfThemLacksIsNotEqual) {
+  Opened with;
+  const Opened without;
+  with.SetItem("A", "k", "v", true);
+  EXPECT_FALSE(with.HasEqualItems("A", without));
+  EXPECT_FALSE(without.HasEqualItems("A", with));
+  EXPECT_FALSE(without.HasEqualItems("A", without));
+  EXPECT_TRUE(with.HasEqualItems("A", with));
+  EXPECT_EQ(without.GetErrorStatus(), 0);
 }
 
 }  // namespace

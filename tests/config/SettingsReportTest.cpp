@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/support/TemporaryFolder.h"
+#include "zelbase/config/detail/TextHash.h"
 #include "zelbase/errors/GlobalErrorList.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
@@ -88,9 +92,76 @@ TEST(SettingsReport, EachKind) {
 }
 
 TEST(SettingsReport, Utf16IsALoss) {
-  const SettingsReport report = Report("\xFF\xFE[\n");
-  ASSERT_FALSE(report.Findings().empty());
-  EXPECT_EQ(report.NumFindings(Severity::Loss), 1);
+  for (const std::string text : {"\xFF\xFE[\n", "\xFE\xFF[\n"}) {
+    const SettingsReport report = Report(text);
+    ASSERT_FALSE(report.Findings().empty());
+    EXPECT_EQ(report.NumFindings(Severity::Loss), 1);
+  }
+}
+
+// Sequences of two, three and four bytes; then a front that no sequence has, one that is cut short and one without its end.
+TEST(SettingsReport, Utf8IsToldFromWindows1252ByWholeSequences) {
+  for (const std::string text : {"\xC2\xB0", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBD", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF",
+                                 "\xC2\xB0\xC2\xB0", "\xC2 \xC2\xB0"}) {
+    EXPECT_EQ(Rows("[A]\nk=" + text + "\n"), (std::vector<Row>{{2, Kind::Utf8Text, Severity::Warning}}))
+        << testing::PrintToString(text);
+  }
+  for (const std::string text : {"\xC1\x80", "\xF5\x80\x80\x80", "\xFF", "\xC2", "\xE2\x82", "\xF0\x9F\x98", "\xC2z", "\xE2\x82z",
+                                 "\xF0\x9F\x98z"}) {
+    EXPECT_EQ(Rows("[A]\nk=" + text + "\n"), (std::vector<Row>{})) << testing::PrintToString(text);
+  }
+}
+
+// The one message of each kind that the text meets, in words.
+TEST(SettingsReport, EveryKindHasItsWords) {
+  const struct { std::string text, said; } rows[] = {
+      {"[A]\n=1\n", "dropped, nothing stands before \"=\": \"=1\""},
+      {"[A]\nk=1\nk=1\n", "\"k\" of [A] stands here and again with the same value; line 3 wins"},
+      {"[A // x\n", "the section head is cut at \"//\"; not read: \"// x\""},
+      {"[A\n", "a section head without \"]\" is the section with no name: \"[A\""},
+      {"[A] x\n", "text behind the head of [A] is not read: \"x\""},
+      {"[A]\n ;k = 1\n", "the key begins with \";\"; the next save turns the line into a comment: \";k\""},
+      {"[A]\n; x\n", "this comment is gone after a save by the store: \"; x\""},
+      {"[A]\nk=\n", "\"k\" of [A] has no value and counts as absent where that is asked"},
+      {"words\n[A]\n", "text before the first section is kept: \"words\""},
+      {"k=1\n[A]\n", "an item before the first section is kept, but not read: \"k=1\""},
+      {"", "there is no section at all"},
+      {std::string("[A]\nk=\0\n", 8), "zero byte in \"k=\\x00\""},
+      {"[A]\nk=\x7F\n", "control character in \"k=\\x7F\""},
+      {"[A]\nk=1\rl=2\n", "a carriage return alone ends no line: \"k=1\\x0Dl=2\""},
+      {"[A]\nk=\xC2\xB0\n", "this is UTF-8, and will be shown as Windows-1252: \"k=\xC2\xB0\""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Said(row.text), row.said) << testing::PrintToString(row.text);
+  SettingsFinding mark;
+  mark.kind = Kind::ByteOrderMark;
+  mark.severity = Severity::Loss;
+  EXPECT_EQ(SettingsReport::Message(mark), "the text is UTF-16, which cannot be read");
+  mark.severity = Severity::Warning;
+  EXPECT_EQ(SettingsReport::Message(mark), "the text begins with a byte order mark, which counts as text");
+}
+
+// Two texts of which `differs` is the difference of the hashes: by the birthday rule one pair in 2^32 is found among 2^18 texts.
+std::pair<std::string, std::string> TextsThatHashApartBy(std::uint32_t differs) {
+  std::unordered_map<std::uint32_t, std::string> known;
+  for (int i = 0; i < 10'000'000; ++i) {
+    std::string text = "k" + std::to_string(i);
+    const std::uint32_t hash = zelbase::detail::HashText(text);
+    const auto found = known.find(hash ^ differs);
+    if (found != known.end()) return {found->second, text};
+    known.emplace(hash, std::move(text));
+  }
+  return {};
+}
+
+TEST(SettingsReport, KeysThatShareAHashAreKeysOfTheirOwn) {
+  const auto [one, other] = TextsThatHashApartBy(0);
+  ASSERT_NE(one, other);
+  EXPECT_EQ(Rows("[A]\n" + one + "=1\n" + other + "=1\n"), (std::vector<Row>{}));
+  // In two sections: what the number of the section does to a hash is undone by the keys.
+  const auto [first, second] = TextsThatHashApartBy((1U * 0x9E3779B1U) ^ (2U * 0x9E3779B1U));
+  ASSERT_NE(first, second);
+  EXPECT_EQ(Rows("[A]\n" + first + "=1\n[B]\n" + second + "=1\n"), (std::vector<Row>{}));
+  EXPECT_EQ(Rows("[A]\n" + second + "=1\n[B]\n" + first + "=1\n"), (std::vector<Row>{}));
 }
 
 TEST(SettingsReport, OfARepeatedKeyTheLastLineWinsWhereverItStands) {
@@ -130,6 +201,17 @@ TEST(SettingsReport, FindingsAreBoundedAndStillCounted) {
   EXPECT_EQ(report.NumFindings(Severity::Loss), 30001);
   EXPECT_EQ(Report("[A]\n" + std::string(1000, 'y')).Findings()[0].text, std::string(117, 'y') + "...");
   EXPECT_EQ(report.NumFindings(static_cast<Severity>(7)), 0);
+  EXPECT_EQ(report.NumFindings(static_cast<Severity>(-1)), 0);
+}
+
+TEST(SettingsReport, ASectionRepeatedBehindTheLastFindingThatIsKeptIsCounted) {
+  std::string text = "[A]\n";
+  for (int i = 0; i < SettingsReport::MOST_FINDINGS; ++i) text += "x\n";
+  const SettingsReport report = Report(text + "[A]\n");
+  ASSERT_EQ(report.Findings().size(), static_cast<std::size_t>(SettingsReport::MOST_FINDINGS));
+  EXPECT_EQ(report.Findings().back().kind, Kind::NoSeparator);
+  EXPECT_EQ(report.Findings().back().relatedLine, 0);
+  EXPECT_EQ(report.NumFindings(Severity::Warning), 1);
 }
 
 TEST(SettingsReport, ReadsFilesQuietly) {

@@ -78,6 +78,7 @@ TEST(SettingsTextEditor, Rows) {
   const struct { const char* before; bool (*change)(Editor&); const char* after; } rows[] = {
       {"[A]\nk=1", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\nk=1\nl=2"},
       {"[A]", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\r\nl = 2"},
+      {"[A]\n\tk\t=\t1\n", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\n\tk\t=\t1\n\tl\t=\t2\n"},
       {"x\r", [](Editor& e) { return e.CreateSection("A"); }, "x\r\r\n[A]\r\n"},
       {"", [](Editor& e) { return e.SetItem("A", "k", "v", true); }, "[A]\r\nk = v\r\n"},
       {"x\n", [](Editor& e) { return e.SetItem("A", "k", "v", true); }, "x\n[A]\nk = v\n"},

@@ -551,6 +551,44 @@ TEST_F(TideFileTest, AFullDiskKeepsTheFormerFile) {
   EXPECT_EQ(files.OpenFiles(), 0);
 }
 
+// A folder that takes no second file, on a disk that then fails the `kind` of operation: the second layer refuses the temporary
+// file, which is the third opening of a save.
+TEST_F(TideFileTest, WritingOverTheFirstFileSaysWhenItFailedAndCanBeRepeated) {
+  for (const FileOperation kind : {FileOperation::Write, FileOperation::Flush}) {
+    TideFile tide;
+    ASSERT_TRUE(tide.FileOpen(Write(kThree), false));
+    tide.AddTideValue(40, 4);
+    FaultInjectionFiles oneFileOnly;
+    PlatformFiles& system = oneFileOnly;
+    FaultInjectionFiles files(system);
+    const PlatformOverride<PlatformFiles> guard(files);
+    oneFileOnly.FailAt(FileOperation::Open, 3, FileResult::AccessDenied);
+    files.FailAt(kind, 1, FileResult::DiskFull);
+    EXPECT_FALSE(tide.FileSave());
+    EXPECT_EQ(oneFileOnly.FaultsGiven(), 1u);
+    EXPECT_EQ(files.FaultsGiven(), 1u);
+    EXPECT_EQ(files.OpenFiles(), 0);
+    EXPECT_EQ(EntriesOf(tide), (Entries{{10, 1}, {20, 2}, {30, 3}, {40, 4}}));
+    EXPECT_TRUE(tide.FileSave());
+    EXPECT_EQ(m_folder.Read("tide"), BytesOf({{10, 1}, {20, 2}, {30, 3}, {40, 4}}));
+  }
+}
+
+// 4096 records are written at a time.
+TEST_F(TideFileTest, SeriesThatFillTheirLastBlockOrHaveNoneAreSavedWhole) {
+  for (const int count : {0, 1, 4095, 4096, 4097, 8192}) {
+    Entries entries;
+    for (int i = 0; i < count; ++i) entries.emplace_back(i, -i);
+    TideFile tide;
+    ASSERT_TRUE(tide.FileOpen(m_folder.File("blocks"), true));
+    for (const auto& [time, value] : entries) tide.AddTideValue(time, value);
+    tide.AddTideValue(-1, 0);
+    tide.DeleteTideValue(-1);
+    EXPECT_TRUE(tide.FileSave());
+    EXPECT_EQ(m_folder.Read("blocks"), BytesOf(entries)) << count;
+  }
+}
+
 TEST_F(TideFileTest, SlowConnectionsChangeNothing) {
   const std::string name = Write(LongSeries());
   FaultInjectionFiles files;

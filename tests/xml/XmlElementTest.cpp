@@ -127,6 +127,16 @@ TEST(XmlElement, FindCreateMakesWhatIsMissing) {
   EXPECT_EQ(element.ElementCount(), 4u);
 }
 
+// Each call makes the child that is next: every size of the list is passed, with room in it and without.
+TEST(XmlElement, FindCreateMakesOneChildAfterAnother) {
+  XmlElement element;
+  for (unsigned int i = 0; i < 100; ++i) {
+    element.FindCreate("a", i).SetText(std::to_string(i));
+    ASSERT_EQ(element.ElementCount(), i + 1);
+  }
+  for (unsigned int i = 0; i < 100; ++i) EXPECT_EQ(element.GetElementByIndex(i).Text(), std::to_string(i));
+}
+
 TEST(XmlElement, FindCreateCountsOnlyItsOwnName) {
   XmlElement element = Sample();
   element.FindCreate("b", 2);
@@ -245,6 +255,22 @@ TEST(XmlElement, QueriesThroughAPointerAnswerAsTheMembersDo) {
   EXPECT_TRUE(XmlElement::Has(&element, "a", 1));
   EXPECT_EQ(XmlElement::Find(XmlElement::Find(&element, "b", 0), "inner", 0)->Text(), "deep");
   EXPECT_EQ(XmlElement::Find(XmlElement::Find(&element, "none", 0), "inner", 0), nullptr);
+}
+
+TEST(XmlElement, QueriesThroughAPointerToAnEmptyElementFindNothing) {
+  const XmlElement empty;
+  std::string text = "former";
+  EXPECT_FALSE(XmlElement::HasName(&empty));
+  EXPECT_FALSE(XmlElement::HasText(&empty));
+  EXPECT_FALSE(XmlElement::HasAttributes(&empty));
+  EXPECT_FALSE(XmlElement::HasAttribute(&empty, "date"));
+  EXPECT_FALSE(XmlElement::GetAttribute(&empty, "date", text));
+  EXPECT_EQ(text, "former");
+  EXPECT_FALSE(XmlElement::HasElements(&empty));
+  EXPECT_FALSE(XmlElement::Has(&empty, "a", 0));
+  // Kept: an empty text is a text, here too.
+  EXPECT_TRUE(XmlElement::GetText(&empty, text));
+  EXPECT_EQ(text, "");
 }
 
 // ---- Values ----

@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/xml/ClaimedSizeFiles.h"
 #include "tests/xml/LiteralXml.h"
 #include "tests/xml/RandomXmlText.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
@@ -515,6 +517,26 @@ TEST(XmlReader, AFileThatComesInSmallPiecesIsReadWhole) {
   XmlElement root;
   EXPECT_TRUE(XmlReader(root).ReadFile(name.c_str()));
   EXPECT_EQ(Sketch(root), "a(b \"text\")");
+}
+
+// A file that became shorter after it was asked for its size, and a file service that errs.
+TEST(XmlReader, AFileThatIsNotAsLongAsItSaysIsRefused) {
+  const TemporaryFolder folder;
+  const std::string name = folder.Write("tree.xml", "<a/>");
+  ClaimedSizeFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  for (const long long size : {5LL, 1000LL, -1LL, std::numeric_limits<long long>::min()}) {
+    files.size = size;
+    XmlElement root("former");
+    XmlReader reader(root);
+    EXPECT_FALSE(reader.ReadFile(name.c_str())) << size;
+    EXPECT_EQ(root, XmlElement());
+    EXPECT_EQ(reader.LastReport().fault, XmlFault::CannotRead) << size;
+  }
+  files.size = 4;
+  XmlElement root;
+  EXPECT_TRUE(XmlReader(root).ReadFile(name.c_str()));
+  EXPECT_EQ(root, XmlElement("a"));
 }
 
 // A file of 4 GiB takes no room on the disk: nothing was ever written to it.

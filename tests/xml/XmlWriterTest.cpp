@@ -164,6 +164,27 @@ TEST(XmlWriter, WritingStopsWhenTheStreamFails) {
   EXPECT_EQ(buffer.taken, 1000000);
 }
 
+// 10,000 levels have indents of up to 10 kB, 100 MB in all: nearly all of what is written, so that the stream ends in one.
+TEST(XmlWriter, WritingStopsWithinAnIndent) {
+  XmlElement root("a");
+  XmlElement* inner = &root;
+  for (int i = 0; i < 10000; ++i) inner = &inner->Add("a");
+  for (const std::streamsize room : {0, 65536, 40000000}) {
+    ShortStream buffer(room);
+    std::ostream stream(&buffer);
+    EXPECT_FALSE(XmlWriter(root).WriteStream(stream));
+    EXPECT_EQ(buffer.taken, room);
+  }
+}
+
+// The name ends some bytes before the buffer's end, on it and behind it.
+TEST(XmlWriter, NamesAroundTheSizeOfTheBufferAreWhole) {
+  for (std::size_t size = 65536 - 64; size <= 65536 + 64; ++size) {
+    XmlElement root(std::string(size, 'n'));
+    EXPECT_TRUE(Written(root) == kHead + "<" + root.Name() + "/>\r\n") << size;
+  }
+}
+
 TEST(XmlWriter, AFileIsWrittenAndReadBack) {
   const TemporaryFolder folder;
   folder.Write("tree.xml", std::string(1000, 'x'));

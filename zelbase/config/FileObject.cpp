@@ -181,16 +181,14 @@ bool FileObject::RenameSection(std::string oldName, std::string newName) {
 
 bool FileObject::CopySection(const std::string& section, const FileObject& source) {
   if (!source.HasSection(section)) return false;
-  FobjSection cursor;
-  if (!SetSection(cursor, section)) return false;
+  CreateSection(section, false);
   if (&source != this) m_sections->FindItems(section)->Merge(*source.m_sections->FindItems(section));
   return true;
 }
 
 bool FileObject::CopySection(const std::string& section, const FileObject& source, const std::string& sourceSection) {
   if (!source.HasSection(sourceSection)) return false;
-  FobjSection cursor;
-  if (!SetSection(cursor, section)) return false;
+  CreateSection(section, false);
   // Kept: emptied before it is filled, so that a section copied onto itself ends empty.
   ItemMap& target = *m_sections->FindItems(section);
   target.Clear();

@@ -163,5 +163,5 @@ bool FileObject::FileSaveReplacing(std::string fileName) const {
   ReplacingFile file;
   if (!file.Begin(fileName)) return FailOpening(fileName);
   if (!FileSave(file)) return false;
-  return file.Commit() || FailWriting();
+  return file.Commit() ? true : FailWriting();
 }

@@ -222,7 +222,7 @@ bool FileObject::DeleteItem(const std::string& section, const std::string& key, 
     SetErrorStatus(FOBJ_ITEM_NOT_DELETED);
     return false;
   }
-  return items->Size() != 0 || !deleteEmptySection || DeleteSection(section);
+  return items->Size() == 0 && deleteEmptySection ? DeleteSection(section) : true;
 }
 
 bool FileObject::HasKey(const std::string& section, const std::string& key) const {

@@ -32,10 +32,10 @@ std::string Clip(std::string_view text) {
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-// The length of the well-formed UTF-8 sequence of two to four bytes at the front, or 0.
+// The length of the well-formed UTF-8 sequence of two to four bytes at the front, or 0. The first byte is 0xC2 or more.
 std::size_t Utf8Length(std::string_view text) {
   const auto first = static_cast<unsigned char>(text.front());
-  const std::size_t length = first >= 0xC2 && first <= 0xDF ? 2 : (first & 0xF0) == 0xE0 ? 3 : first >= 0xF0 && first <= 0xF4 ? 4 : 0;
+  const std::size_t length = first <= 0xDF ? 2 : first <= 0xEF ? 3 : first <= 0xF4 ? 4 : 0;
   if (length == 0 || text.size() < length) return 0;
   for (std::size_t i = 1; i < length; ++i) {
     if (!IsContinuation(text[i])) return 0;
@@ -261,7 +261,7 @@ void SettingsReport::Builder::Finish() {
   for (std::size_t i = 0; i < findings.size(); ++i) {
     if (m_itemOfFinding[i] == 0) continue;
     std::size_t hint = static_cast<std::size_t>(m_itemOfFinding[i]) - 1;
-    if (const Item* const item = m_items.FindNumber(m_itemOfFinding[i], hint)) findings[i].relatedLine = item->lastLine;
+    findings[i].relatedLine = m_items.FindNumber(m_itemOfFinding[i], hint)->lastLine;  // none was ever removed
   }
   std::stable_sort(findings.begin(), findings.end(),
                    [](const SettingsFinding& a, const SettingsFinding& b) { return a.line < b.line; });

@@ -365,7 +365,10 @@ bool SettingsTextEditor::CopySection(const std::string& section, const FileObjec
 bool SettingsTextEditor::ReplaceItems(const Lines& lines, const std::string& section,
                                       const std::vector<std::string>& items) {
   const std::size_t head = FindLast(lines, [&](const Line& line) { return line.IsHeadOf(section); });
-  if (head == kNowhere) return !RefuseText("the section", section) && Apply({AppendSection(lines, section, items)});
+  if (head == kNowhere) {
+    if (RefuseText("the section", section)) return false;
+    return Apply({AppendSection(lines, section, items)});
+  }
   Edits edits;
   for (const Line& line : lines) {
     if (line.IsItemOf(section)) edits.push_back({line.begin, line.next - line.begin, {}});

@@ -111,7 +111,7 @@ bool TideFile::FileOpen(const std::string& name, bool create) {
   m_fileName = name;  // Kept: in any case, also when what follows fails
   if (m_openCount > 0) {
     // Kept: a further user neither reads nor makes a file
-    if (m_openCount < std::numeric_limits<int>::max()) ++m_openCount;
+    if (m_openCount < std::numeric_limits<int>::max()) ++m_openCount;  // Unreached: more than two billion users
     return true;
   }
   HugeFileStream stream;

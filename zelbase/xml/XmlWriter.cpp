@@ -104,7 +104,7 @@ class XmlWriter::Output {
   }
 
   bool Flush() {
-    if (!m_failed && m_used > 0) m_failed = !m_sink.Write(m_buffer.get(), m_used);
+    if (!m_failed) m_failed = !m_sink.Write(m_buffer.get(), m_used);
     m_used = 0;
     return !m_failed;
   }

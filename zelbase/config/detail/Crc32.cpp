@@ -209,12 +209,14 @@ __attribute__((target("vpclmulqdq,avx512f,avx512vl,pclmul,sse4.1"))) std::uint32
 
 bool HasFold128() noexcept {
   __builtin_cpu_init();
+  // Unreached: the side of a processor of another kind
   return __builtin_cpu_supports("pclmul") != 0 && __builtin_cpu_supports("sse4.1") != 0;
 }
 
 bool HasFold512() noexcept {
+  // Unreached: the side of a processor of another kind
   return HasFold128() && __builtin_cpu_supports("vpclmulqdq") != 0 && __builtin_cpu_supports("avx512f") != 0 &&
-         __builtin_cpu_supports("avx512vl") != 0;
+         __builtin_cpu_supports("avx512vl") != 0;  // Unreached: as the line before
 }
 
 #else
@@ -231,8 +233,8 @@ constexpr bool HasFold512() noexcept { return false; }
 using Update = std::uint32_t (*)(std::uint32_t, const Byte*, std::size_t) noexcept;
 
 Update FunctionFor(Crc32Way way) noexcept {
-  if (way == Crc32Way::Fold512 && HasFold512()) return ByFold512;
-  if (way == Crc32Way::Fold128 && HasFold128()) return ByFold128;
+  if (way == Crc32Way::Fold512 && HasFold512()) return ByFold512;  // Unreached: a processor of another kind
+  if (way == Crc32Way::Fold128 && HasFold128()) return ByFold128;  // Unreached: a processor of another kind
   return ByTables;
 }
 
@@ -242,6 +244,7 @@ std::uint32_t ChooseAndUpdate(std::uint32_t state, const Byte* p, std::size_t si
 constinit std::atomic<Update> g_update{&ChooseAndUpdate};
 
 std::uint32_t ChooseAndUpdate(std::uint32_t state, const Byte* p, std::size_t size) noexcept {
+  // Unreached: the side of a processor of another kind
   const Update update = FunctionFor(HasFold512() ? Crc32Way::Fold512 : Crc32Way::Fold128);
   g_update.store(update, std::memory_order_relaxed);
   return update(state, p, size);
