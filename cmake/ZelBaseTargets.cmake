@@ -28,6 +28,9 @@ function(zelbase_compile_options target)
   if(ZELBASE_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZELBASE_SANITIZE} -fno-sanitize-recover=all
                            -fno-omit-frame-pointer)
+    if(ZELBASE_SANITIZE MATCHES "integer")
+      target_compile_options(${target} PRIVATE -fsanitize-ignorelist=${CMAKE_CURRENT_FUNCTION_LIST_DIR}/integer-ignored.txt)
+    endif()
     # Instrumented code misleads g++'s analysis of what is initialised, in the standard library's own headers, too.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(${target} PUBLIC -fsanitize=${ZELBASE_SANITIZE})

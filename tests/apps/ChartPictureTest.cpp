@@ -21,7 +21,7 @@ using namespace zel;
 
 namespace {
 
-class SurveyPictures : public testing::Test {
+class SurveyPicturesLong : public testing::Test {
  protected:
   // All files of a survey; the PNG of the chart comes back.
   PngFile Draw(const Survey& survey) {
@@ -100,7 +100,7 @@ TEST(ChartSoundings, DotsAreSmallWhereSoundingsAreDense) {
   EXPECT_GT(painted / static_cast<double>(image.pixels.size()), 0.75) << "they make a surface";
 }
 
-TEST_F(SurveyPictures, SoundingsHaveTheColourOfTheirDepth) {
+TEST_F(SurveyPicturesLong, SoundingsHaveTheColourOfTheirDepth) {
   const Survey survey = Slope();
   const PngFile png = Draw(survey);
   ASSERT_TRUE(png.IsGood());
@@ -116,7 +116,7 @@ TEST_F(SurveyPictures, SoundingsHaveTheColourOfTheirDepth) {
   EXPECT_GT(seen, asked / 2) << "all but those below a label or a grid line";
 }
 
-TEST_F(SurveyPictures, TheOverlayLiesWhereItBelongs) {
+TEST_F(SurveyPicturesLong, TheOverlayLiesWhereItBelongs) {
   Survey survey = SurveyOf({Point(512000, 5752000, -5), Point(512590, 5752390, -9)});
   survey.workArea.push_back({Point(511900, 5751900, 0), Point(512700, 5751900, 0), Point(512700, 5752500, 0), Point(511900, 5752500, 0)});
   survey.land.push_back({Point(511000, 5752420, 0), Point(513000, 5752420, 0), Point(513000, 5754000, 0), Point(511000, 5754000, 0)});
@@ -144,7 +144,7 @@ TEST_F(SurveyPictures, TheOverlayLiesWhereItBelongs) {
   }
 }
 
-TEST_F(SurveyPictures, NothingOfTheMapLeavesItsWindow) {
+TEST_F(SurveyPicturesLong, NothingOfTheMapLeavesItsWindow) {
   Survey survey = Slope();
   survey.land.push_back({Point(0, 0, 0), Point(2e6, 0, 0), Point(2e6, 9e6, 0), Point(0, 9e6, 0)});
   survey.workArea = survey.land;
@@ -156,7 +156,7 @@ TEST_F(SurveyPictures, NothingOfTheMapLeavesItsWindow) {
   }
 }
 
-TEST_F(SurveyPictures, TheNorthArrowPointsNorthOnATurnedMap) {
+TEST_F(SurveyPicturesLong, TheNorthArrowPointsNorthOnATurnedMap) {
   for (const double rotation : {0.0, 90.0, 200.0, 330.0}) {
     cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 400, 400);
     cairo_t* const context = cairo_create(surface);
@@ -187,7 +187,7 @@ TEST_F(SurveyPictures, TheNorthArrowPointsNorthOnATurnedMap) {
   }
 }
 
-TEST_F(SurveyPictures, TheScaleBarIsAsLongAsItSays) {
+TEST_F(SurveyPicturesLong, TheScaleBarIsAsLongAsItSays) {
   const Survey survey = Slope();
   const PngFile png = Draw(survey);
   const ScaleBar bar = ScaleBarFor(survey, ViewOf(survey), 46.0);
@@ -213,7 +213,7 @@ TEST_F(SurveyPictures, TheScaleBarIsAsLongAsItSays) {
   EXPECT_TRUE(found) << part;
 }
 
-TEST_F(SurveyPictures, SvgAndPdfAreWholeSheetsOfA3) {
+TEST_F(SurveyPicturesLong, SvgAndPdfAreWholeSheetsOfA3) {
   Survey survey = Slope();
   AddDesign(survey, Point(512050, 5752100, -8));
   Draw(survey);
@@ -232,7 +232,7 @@ TEST_F(SurveyPictures, SvgAndPdfAreWholeSheetsOfA3) {
   EXPECT_EQ(m_folder.Read("profile.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
 }
 
-TEST_F(SurveyPictures, ManySoundingsMakeNoGreatFiles) {
+TEST_F(SurveyPicturesLong, ManySoundingsMakeNoGreatFiles) {
   std::mt19937 engine(1);
   std::uniform_real_distribution<double> any(0.0, 1000.0);
   std::vector<Point> soundings;
@@ -242,7 +242,7 @@ TEST_F(SurveyPictures, ManySoundingsMakeNoGreatFiles) {
   EXPECT_LT(m_folder.Read("chart.pdf").size(), 16u << 20);
 }
 
-TEST_F(SurveyPictures, WhateverASurveyLacksItHasASheet) {
+TEST_F(SurveyPicturesLong, WhateverASurveyLacksItHasASheet) {
   EXPECT_TRUE(Draw(Survey()).IsGood()) << "nothing at all";
   EXPECT_TRUE(Draw(SurveyOf({})).IsGood()) << "no soundings";
   EXPECT_TRUE(Draw(SurveyOf({Point(1, 2, -3)})).IsGood()) << "one";
@@ -265,7 +265,7 @@ TEST_F(SurveyPictures, WhateverASurveyLacksItHasASheet) {
   }
 }
 
-TEST_F(SurveyPictures, LongTextsStayInTheirColumn) {
+TEST_F(SurveyPicturesLong, LongTextsStayInTheirColumn) {
   Survey survey = Slope();
   survey.title = {std::string(3000, 'W'), std::string(300, 'x') + " and " + std::string(300, 'y'), "A vessel of a name \x80\xB0 that is long enough for two lines or three",
                   std::string(500, '9'), std::string(500, 'z')};
@@ -273,7 +273,7 @@ TEST_F(SurveyPictures, LongTextsStayInTheirColumn) {
   for (int y = 10 * sheet::kPngParts; y < 286 * sheet::kPngParts; ++y) ASSERT_EQ(png.At(411 * sheet::kPngParts, y), 0xFFFFFFu) << y;
 }
 
-TEST_F(SurveyPictures, WhatCannotBeWrittenSaysSo) {
+TEST_F(SurveyPicturesLong, WhatCannotBeWrittenSaysSo) {
   const Survey survey = SurveyOf({Point(1, 2, -3)});
   const SurveyChart chart(survey, {});
   for (const auto save : {&SurveyChart::SavePng, &SurveyChart::SaveSvg, &SurveyChart::SavePdf}) {
@@ -285,7 +285,7 @@ TEST_F(SurveyPictures, WhatCannotBeWrittenSaysSo) {
   EXPECT_FALSE(SaveProfilePng(survey, "/dev/full", reason));
 }
 
-TEST_F(SurveyPictures, LongTextsOfManyLettersAreNotCutWithinOne) {
+TEST_F(SurveyPicturesLong, LongTextsOfManyLettersAreNotCutWithinOne) {
   for (std::size_t front = 398; front <= 400; ++front) {  // texts are cut at 400 bytes, and all letters behind have two
     Survey survey = Slope();
     AddDesign(survey, Point(512010, 5752200, -10));
@@ -295,7 +295,7 @@ TEST_F(SurveyPictures, LongTextsOfManyLettersAreNotCutWithinOne) {
   }
 }
 
-TEST_F(SurveyPictures, ARowOfTheSectionOnItsOwnIsAStepWide) {
+TEST_F(SurveyPicturesLong, ARowOfTheSectionOnItsOwnIsAStepWide) {
   Survey survey = Slope();
   AddDesign(survey, Point(512010, 5752200, -10));
   for (std::size_t i = 0; i < survey.section.rows.size(); ++i) {

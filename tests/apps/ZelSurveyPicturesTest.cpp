@@ -2,9 +2,9 @@
 
 #include "tests/apps/ZelFixture.h"
 
-class ZelSurveyPictures : public Zel {};
+class ZelSurveyPicturesLong : public Zel {};
 
-TEST_F(ZelSurveyPictures, AreWrittenBesideTheReports) {
+TEST_F(ZelSurveyPicturesLong, AreWrittenBesideTheReports) {
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(result.output, "chart.png, chart.svg, chart.pdf, profile.png, report.txt and report.xml are in")) << result.output;
@@ -13,7 +13,7 @@ TEST_F(ZelSurveyPictures, AreWrittenBesideTheReports) {
   EXPECT_EQ(m_folder.Read("out/chart.pdf").substr(0, 5), "%PDF-");
 }
 
-TEST_F(ZelSurveyPictures, WhatCannotBeWrittenIsAnErrorOfTheReportAndTheRestIsThere) {
+TEST_F(ZelSurveyPicturesLong, WhatCannotBeWrittenIsAnErrorOfTheReportAndTheRestIsThere) {
   m_folder.MakeFolder("out");
   m_folder.MakeFolder("out/chart.svg");
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
@@ -23,13 +23,13 @@ TEST_F(ZelSurveyPictures, WhatCannotBeWrittenIsAnErrorOfTheReportAndTheRestIsThe
   EXPECT_TRUE(m_folder.Exists("out/chart.pdf") && m_folder.Exists("out/profile.png"));
 }
 
-TEST_F(ZelSurveyPictures, AreLeftOutWhenAsked) {
+TEST_F(ZelSurveyPicturesLong, AreLeftOutWhenAsked) {
   EXPECT_EQ(Run({"survey", Sample("survey"), "--no-pictures", "--out", m_folder.File("out")}).exitCode, 0);
   EXPECT_FALSE(m_folder.Exists("out/chart.png"));
   EXPECT_TRUE(m_folder.Exists("out/report.txt"));
 }
 
-TEST_F(ZelSurveyPictures, AFaultySurveyIsDrawnAllTheSame) {
+TEST_F(ZelSurveyPicturesLong, AFaultySurveyIsDrawnAllTheSame) {
   EXPECT_EQ(Run({"survey", Sample("survey-faulty"), "--out", m_folder.File("out")}).exitCode, 1);
   EXPECT_EQ(m_folder.Read("out/chart.png").substr(0, 8), "\x89PNG\r\n\x1a\n");
 }

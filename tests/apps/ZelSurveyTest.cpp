@@ -87,6 +87,7 @@ class ZelSurvey : public Zel {
   std::string m_text;
   XmlElement m_report;
 };
+using ZelSurveyLong = ZelSurvey;
 
 // ---- the small survey, by hand ----
 
@@ -462,7 +463,7 @@ TEST_F(ZelSurvey, EachPieceMayBeMissing) {
   }
 }
 
-TEST_F(ZelSurvey, EachPieceMayBeEmptyOrAFolderOrNonsense) {
+TEST_F(ZelSurveyLong, EachPieceMayBeEmptyOrAFolderOrNonsense) {
   const Folder whole = SmallSurvey();
   std::string noise;
   for (int i = 0; i < 5000; ++i) noise += static_cast<char>(i * 7919 % 251);
@@ -529,7 +530,7 @@ TEST_F(ZelSurvey, ADesignLineOfOnePointIsNone) {
 }
 
 // A line to and fro between the shores, thousands of times: neither the over-depth line nor the surface takes long.
-TEST_F(ZelSurvey, ADesignLineOfThousandsOfCorners) {
+TEST_F(ZelSurveyLong, ADesignLineOfThousandsOfCorners) {
   Folder folder = SmallSurvey();
   std::string line, soundings;
   for (int i = 0; i < 20000; ++i)
@@ -564,7 +565,7 @@ TEST_F(ZelSurvey, WithoutSettingsThereIsOnlyTheError) {
   EXPECT_TRUE(Holds(m_text, "Configuration File Error: ") && Holds(m_text, "File")) << m_text;
 }
 
-TEST_F(ZelSurvey, FarApartSoundingsDoNotAskForMemory) {
+TEST_F(ZelSurveyLong, FarApartSoundingsDoNotAskForMemory) {
   const ProgramResult result =
       Survey({{"survey.ini", "[Soundings]\nFile = s.xyz\n[Volumes]\nCell = 0.01\n[Design]\nLine = d.txt\n[Section]\nStep = 0.01\n"},
               {"s.xyz", "-1e8 -1e8 -1\n1e8 1e8 -1\n"},
@@ -609,7 +610,7 @@ TEST_F(ZelSurvey, StoppedItLeavesWhatWasThere) {
 
 // ---- pictures ----
 
-TEST_F(ZelSurvey, ThePicturesAreWritten) {
+TEST_F(ZelSurveyLong, ThePicturesAreWritten) {
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(m_folder.Read("out/chart.png").substr(1, 3), "PNG");
@@ -619,7 +620,7 @@ TEST_F(ZelSurvey, ThePicturesAreWritten) {
   EXPECT_TRUE(Holds(result.output, "chart.png, chart.svg, chart.pdf, profile.png, report.txt and report.xml are in ")) << result.output;
 }
 
-TEST_F(ZelSurvey, APictureThatCannotBeWrittenIsAnError) {
+TEST_F(ZelSurveyLong, APictureThatCannotBeWrittenIsAnError) {
   m_folder.MakeFolder("out");
   m_folder.MakeFolder("out/chart.svg");
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
@@ -629,7 +630,7 @@ TEST_F(ZelSurvey, APictureThatCannotBeWrittenIsAnError) {
   EXPECT_TRUE(m_folder.Exists("out/chart.png") && m_folder.Exists("out/chart.pdf")) << "the others are";
 }
 
-TEST_F(ZelSurvey, WithoutADesignThereIsNoLongSection) {
+TEST_F(ZelSurveyLong, WithoutADesignThereIsNoLongSection) {
   Folder folder = SmallSurvey();
   folder["survey.ini"] = "[Soundings]\nFile = s.xyz\n";
   Survey(folder);

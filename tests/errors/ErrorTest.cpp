@@ -210,7 +210,7 @@ TEST(Error, CopyTakesNoIdFromTheCounter) {
   EXPECT_EQ(Error::g_ErrorID.load(), counter);
 }
 
-TEST(Error, DepthOfCausesDoesNotDecideTheStack) {
+TEST(ErrorLong, DepthOfCausesDoesNotDecideTheStack) {
   const int before = ProbeError::Alive();
   {
     const auto chain = MakeChain(kDeep);

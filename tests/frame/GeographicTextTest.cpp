@@ -224,7 +224,7 @@ bool FormatGeogsByPrintf(double value, unsigned int format, int decimals, int ax
   return true;
 }
 
-TEST(FormatGeogs, EqualsTheCLibraryOnAMillionRandomValues) {
+TEST(FormatGeogsLong, EqualsTheCLibraryOnAMillionRandomValues) {
   std::mt19937_64 random(23);
   std::string ours;
   std::string expected;
@@ -427,7 +427,7 @@ std::string RandomCoordinate(std::mt19937_64& random) {
   return text;
 }
 
-TEST(StringToGeo, EqualsTheCLibraryOnAMillionRandomCoordinates) {
+TEST(StringToGeoLong, EqualsTheCLibraryOnAMillionRandomCoordinates) {
   std::mt19937_64 random(31);
   for (int i = 0; i < 1'000'000; ++i) ExpectReadsAs(ReadByScanf, RandomCoordinate(random));
 }

@@ -605,7 +605,7 @@ void ExpectAllReached(const OffsetTally& tally) {
   }
 }
 
-TEST(OffsetLineDataAgainstThePlainWay, OnShortProfiles) {
+TEST(OffsetLineDataAgainstThePlainWayLong, OnShortProfiles) {
   constexpr unsigned int kSeeds = 100000;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -618,7 +618,7 @@ TEST(OffsetLineDataAgainstThePlainWay, OnShortProfiles) {
   ExpectAllReached(tally);
 }
 
-TEST(OffsetLineDataAgainstThePlainWay, OnLongProfiles) {
+TEST(OffsetLineDataAgainstThePlainWayLong, OnLongProfiles) {
   constexpr unsigned int kSeeds = 300;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -632,7 +632,7 @@ TEST(OffsetLineDataAgainstThePlainWay, OnLongProfiles) {
   EXPECT_GT(tally.foldsKept, 100);
 }
 
-TEST(OffsetLineDataAgainstThePlainWay, OnProfilesWithNumbersThatAreNone) {
+TEST(OffsetLineDataAgainstThePlainWayLong, OnProfilesWithNumbersThatAreNone) {
   constexpr unsigned int kSeeds = 100000;
   const double values[] = {kNaN, kInfinity, -kInfinity, 1e308, -1e308, 1e15, 5e-324, -0.0, 1e-8};
   OffsetTally tally;

@@ -685,7 +685,7 @@ TEST(PolyClipper, SideThatIsNotANumberKeepsNothing) {
   EXPECT_EQ(Clipped(Page(kNan, 0, 10, 10), Square(2, 2, 2)).GetOutputSize(), 0);
 }
 
-TEST(PolyClipper, OutputOfAHostilePolygonIsBounded) {
+TEST(PolyClipperLong, OutputOfAHostilePolygonIsBounded) {
   // Over the side and, by NaN, back without a leaving crossing: entering crossings alone, so that each ring
   // would run on over all that follow.
   Points polygon;

@@ -254,7 +254,7 @@ void ExpectAllReached(const OffsetTally& tally) {
   EXPECT_GT(tally.flagsLost, 100);
 }
 
-TEST(ProfileFoldsAgainstAllPairs, OnAGrid) {
+TEST(ProfileFoldsAgainstAllPairsLong, OnAGrid) {
   constexpr unsigned int kSeeds = 100000;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -265,7 +265,7 @@ TEST(ProfileFoldsAgainstAllPairs, OnAGrid) {
   ExpectAllReached(tally);
 }
 
-TEST(ProfileFoldsAgainstAllPairs, NearlyTouching) {
+TEST(ProfileFoldsAgainstAllPairsLong, NearlyTouching) {
   constexpr unsigned int kSeeds = 100000;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -276,7 +276,7 @@ TEST(ProfileFoldsAgainstAllPairs, NearlyTouching) {
   ExpectAllReached(tally);
 }
 
-TEST(ProfileFoldsAgainstAllPairs, WithNumbersThatAreNone) {
+TEST(ProfileFoldsAgainstAllPairsLong, WithNumbersThatAreNone) {
   constexpr unsigned int kSeeds = 100000;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -287,7 +287,7 @@ TEST(ProfileFoldsAgainstAllPairs, WithNumbersThatAreNone) {
   ExpectAllReached(tally);
 }
 
-TEST(ProfileFoldsAgainstAllPairs, OnLongLines) {
+TEST(ProfileFoldsAgainstAllPairsLong, OnLongLines) {
   constexpr unsigned int kSeeds = 400;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {
@@ -299,7 +299,7 @@ TEST(ProfileFoldsAgainstAllPairs, OnLongLines) {
   ExpectAllReached(tally);
 }
 
-TEST(ProfileFoldsAgainstAllPairs, OnWideFolds) {
+TEST(ProfileFoldsAgainstAllPairsLong, OnWideFolds) {
   constexpr unsigned int kSeeds = 200;
   OffsetTally tally;
   for (unsigned int seed = 1; seed <= kSeeds; ++seed) {

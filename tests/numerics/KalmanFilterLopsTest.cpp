@@ -270,7 +270,7 @@ TEST(ReduceLops, TouchesNoStateAndNoWordOfTheCallers) {
   EXPECT_EQ(lops.lops[0].variance, 1);
 }
 
-TEST(ReduceLops, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
+TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
   EdgeValues values(8230);
   Tally tally({"status 0", "status 1", "status 2", "status 3", "message", "not finite", "related stations"});
   std::string printed;

@@ -562,7 +562,7 @@ void ExpectInversesAsTheSecond(std::size_t n, Kind kind, std::uint32_t seed, std
   }
 }
 
-TEST(MatrixInverse, HasTheBitsOfThePlainOneAtAllSmallSizes) {
+TEST(MatrixInverseLong, HasTheBitsOfThePlainOneAtAllSmallSizes) {
   std::size_t regular = 0;
   std::uint32_t seed = 3000;
   for (std::size_t n = 1; n <= 40; ++n) {
@@ -573,7 +573,7 @@ TEST(MatrixInverse, HasTheBitsOfThePlainOneAtAllSmallSizes) {
   EXPECT_GT(regular, 1000u);
 }
 
-TEST(MatrixInverse, HasTheBitsOfThePlainOneByPanels) {
+TEST(MatrixInverseLong, HasTheBitsOfThePlainOneByPanels) {
   std::size_t regular = 0;
   std::uint32_t seed = 4000;
   for (const std::size_t n : {47u, 48u, 49u, 63u, 64u, 65u, 72u, 97u, 100u, 130u}) {
@@ -752,7 +752,7 @@ void ExpectDecompositionsAsTheSecond(std::size_t m, std::size_t n, const Doubles
   }
 }
 
-TEST(MatrixSVD, HasTheBitsOfThePlainOneAtAllSmallSizes) {
+TEST(MatrixSVDLong, HasTheBitsOfThePlainOneAtAllSmallSizes) {
   DecompositionTally tally;
   std::uint32_t seed = 5000;
   for (std::size_t n = 1; n <= 40; ++n) {

@@ -70,7 +70,7 @@ class Cases {
 
 }  // namespace
 
-TEST(PositionUpdate, TheShortWayIsTheFullOneBitForBitOrSaysNo) {
+TEST(PositionUpdateLong, TheShortWayIsTheFullOneBitForBitOrSaysNo) {
   Cases cases(8210);
   Tally tally({"short", "short, row of zeros", "not finite"});
   for (int round = 0; round < kRandomRounds; ++round) {

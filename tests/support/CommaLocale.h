@@ -8,14 +8,14 @@
 // Both the language's locale and, where the machine has one, the C library's are set to a decimal comma.
 class CommaLocale {
  public:
-  CommaLocale() : m_before(std::locale::global(std::locale(std::locale::classic(), new Comma))) {
+  CommaLocale() : m_beforeInC(std::setlocale(LC_ALL, nullptr)), m_before(std::locale::global(std::locale(std::locale::classic(), new Comma))) {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "nl_NL.UTF-8"}) {
       if (std::setlocale(LC_ALL, name) != nullptr) return;
     }
   }
   ~CommaLocale() {
-    std::setlocale(LC_ALL, "C");
     std::locale::global(m_before);
+    std::setlocale(LC_ALL, m_beforeInC.c_str());
   }
   CommaLocale(const CommaLocale&) = delete;
   CommaLocale& operator=(const CommaLocale&) = delete;
@@ -26,5 +26,6 @@ class CommaLocale {
     char do_thousands_sep() const override { return '.'; }
     std::string do_grouping() const override { return "\3"; }
   };
+  std::string m_beforeInC;
   std::locale m_before;
 };

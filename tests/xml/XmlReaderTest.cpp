@@ -343,7 +343,7 @@ TEST(XmlReader, ManyAttributesInATagAreRead) {
 
 // ---- Against the second reader ----
 
-TEST(XmlReader, RandomTextsAreReadAndWrittenAsTheSecondReaderAndWriterDo) {
+TEST(XmlReaderLong, RandomTextsAreReadAndWrittenAsTheSecondReaderAndWriterDo) {
   RandomXmlText random(71);
   int sound = 0, refused = 0, trees = 0;
   for (int i = 0; i < 12000; ++i) {
@@ -397,7 +397,7 @@ TEST(XmlReader, ASoundTextSurvivesWritingAndReadingAgain) {
 
 // ---- Depth ----
 
-TEST(XmlReader, AMillionOpenElementsAreReadCopiedComparedWrittenAndDestroyedOnASmallStack) {
+TEST(XmlReaderLong, AMillionOpenElementsAreReadCopiedComparedWrittenAndDestroyedOnASmallStack) {
   constexpr std::size_t kDepth = 1000000;
   // The text at the top keeps it all on one line: a tree of elements alone would be written with d * d tabs.
   const std::string text = "<a>x" + Repeat("<b>", kDepth - 1);
@@ -422,7 +422,7 @@ TEST(XmlReader, AMillionOpenElementsAreReadCopiedComparedWrittenAndDestroyedOnAS
   });
 }
 
-TEST(XmlReader, ADeepTreeWithManyBranchesIsDestroyedOnASmallStack) {
+TEST(XmlReaderLong, ADeepTreeWithManyBranchesIsDestroyedOnASmallStack) {
   const std::string text = "<a>" + Repeat("<b/>x<c>y</c><b><d/>", 100000);
   RunOnSmallStack([&] {
     XmlElement root;
@@ -436,7 +436,7 @@ TEST(XmlReader, ADeepTreeWithManyBranchesIsDestroyedOnASmallStack) {
   });
 }
 
-TEST(XmlReader, ARefusalDeepInsideIsClearedOnASmallStack) {
+TEST(XmlReaderLong, ARefusalDeepInsideIsClearedOnASmallStack) {
   const std::string text = Repeat("<a>", 300000) + "</b>";
   RunOnSmallStack([&] { EXPECT_TRUE(IsRefused(text)); });
 }

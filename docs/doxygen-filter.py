@@ -1,0 +1,76 @@
+#!/usr/bin/env python3
+"""Turns the plain comments of a header into Doxygen's, for scripts/docs: what stands above a declaration, behind a field, and at the top of
+the file. Words of the comments stay words: nothing in them is a command. Number of lines and their order stay as they are, but for one
+line at the top.
+
+    docs/doxygen-filter.py HEADER
+"""
+import re
+import sys
+
+# What stands indented, or in a table of the header's own, keeps its form.
+KEPT = re.compile(r"^( {2,}|\|)")
+
+
+ENTITIES = {"*": "&lowast;", "<": "&lt;", ">": "&gt;", "&": "&amp;", "$": "\\$", "`": "&#96;"}
+
+
+def words(text, has_code=True):
+    """Text without meaning to Doxygen, except for `code`, which it may show as such."""
+    parts = re.split(r"(`[^`]*`)", text) if has_code else [text]
+    for i in range(0, len(parts), 2):
+        parts[i] = re.sub(r"([\\@<>&#%*$])", lambda m: ENTITIES.get(m[1], "\\" + m[1]), parts[i])
+        parts[i] = re.sub(r"^(\s*)(\d+)\.(\s)", r"\1\2\\.\3", parts[i])
+    return "".join(parts)
+
+
+def block(lines, indent):
+    """The comment above a declaration."""
+    result, i = [], 0
+    while i < len(lines):
+        if not KEPT.match(lines[i]):
+            result.append(indent + "/// " + words(lines[i]))
+            i += 1
+            continue
+        end = i
+        while end < len(lines) and (KEPT.match(lines[end]) or (not lines[end] and end + 1 < len(lines) and KEPT.match(lines[end + 1]))):
+            end += 1
+        for n in range(i, end):
+            front = "<pre>" if n == i else ""
+            back = "</pre>" if n == end - 1 else ""
+            result.append(f"{indent}/// {front}{words(lines[n], False).replace('"', "&quot;")}{back}")
+        i = end
+    return result
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8", errors="replace") as file:
+        source = file.read().split("\n")
+    out, i, top = [], 0, True
+    while i < len(source):
+        line = source[i]
+        above = re.match(r"^(\s*)//(?!/)", line)
+        if above:
+            comment = []
+            while i < len(source) and re.match(r"^\s*//(?!/)", source[i]):
+                comment.append(re.sub(r"^\s*// ?", "", source[i]).rstrip())
+                i += 1
+            if top:
+                out.append("/// @file")
+            if not comment[0].startswith("---") and not comment[0].startswith("NOLINT"):
+                out += block(comment, above[1])
+            else:
+                out += [""] * len(comment)
+            top = False
+            continue
+        top = False
+        behind = re.match(r'^((?:[^"/]|"(?:[^"\\]|\\.)*"|/(?!/))*[,;})A-Za-z0-9_])(\s+)//(?!/) ?(.*)$', line)
+        if behind and not line.lstrip().startswith(("#", "}")) and re.search(r"[,;]$|^\s*\w+( = .*)?$", behind[1]):
+            out.append(f"{behind[1]}{behind[2]}///< {words(behind[3])}")
+        else:
+            out.append(line)
+        i += 1
+    sys.stdout.write("\n".join(out))
+
+
+main()
