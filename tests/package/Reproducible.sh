@@ -10,7 +10,7 @@ place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 some=(frame/Trim frame/detail/FixedDigits config/CRCChecksum errors/ErrorString frame/StringCompare geometry/Point xml/XmlFault)
 
-if found=$(grep -rnE '__(DATE|TIME|TIMESTAMP)__' "$source_folder/zelbase" "$source_folder/adapters"); then
+if found=$(grep -rnE '^[^/]*__(DATE|TIME|TIMESTAMP)__' "$source_folder/zelbase" "$source_folder/adapters"); then
   echo "The time of the build is compiled in: $found"
   exit 1
 fi
