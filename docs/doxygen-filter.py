@@ -3,7 +3,7 @@
 the file. Words of the comments stay words: nothing in them is a command. Number of lines and their order stay as they are, but for one
 line at the top.
 
-    docs/doxygen-filter.py HEADER
+    docs/doxygen-filter.py HEADER|PAGE
 """
 import re
 import sys
@@ -20,7 +20,9 @@ def words(text, has_code=True):
     parts = re.split(r"(`[^`]*`)", text) if has_code else [text]
     for i in range(0, len(parts), 2):
         parts[i] = re.sub(r"([\\@<>&#%*$])", lambda m: ENTITIES.get(m[1], "\\" + m[1]), parts[i])
-        parts[i] = re.sub(r"^(\s*)(\d+)\.(\s)", r"\1\2\\.\3", parts[i])
+    for i in range(1, len(parts), 2):
+        if "::" in parts[i]:  # no link
+            parts[i] = "<code>" + words(parts[i][1:-1], False).replace("::", "\\::") + "</code>"
     return "".join(parts)
 
 
@@ -38,14 +40,19 @@ def block(lines, indent):
         for n in range(i, end):
             front = "<pre>" if n == i else ""
             back = "</pre>" if n == end - 1 else ""
-            result.append(f"{indent}/// {front}{words(lines[n], False).replace('"', "&quot;")}{back}")
+            kept = words(lines[n], False).replace('"', "&quot;")
+            result.append(f"{indent}/// {front}{kept}{back}")
         i = end
     return result
 
 
 def main():
     with open(sys.argv[1], encoding="utf-8", errors="replace") as file:
-        source = file.read().split("\n")
+        text = file.read()
+    if sys.argv[1].endswith(".md"):  # a backslash as code would be taken for the escape of what follows
+        sys.stdout.write(re.sub(r"`([^`\n]*\\[^`\n]*)`", lambda m: "<code>" + words(m[1], False).replace('"', "&quot;") + "</code>", text))
+        return
+    source = text.split("\n")
     out, i, top = [], 0, True
     while i < len(source):
         line = source[i]

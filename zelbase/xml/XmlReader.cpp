@@ -336,14 +336,10 @@ void XmlReader::DropRepeatedNames() {
   const bool few = m_found.size() <= kFewAttributes;
   std::size_t kept = 0;
   for (const Found found : m_found) {
-    std::size_t place = kept;
-    if (few) {
-      const auto same = [&](const Found& other) { return IsSameName(other.name, found.name); };
-      place = static_cast<std::size_t>(
-          std::find_if(m_found.begin(), m_found.begin() + static_cast<std::ptrdiff_t>(kept), same) - m_found.begin());
-    } else {
-      place = places.emplace(found.name, kept).first->second;
-    }
+    const auto same = [&](const Found& other) { return IsSameName(other.name, found.name); };
+    const auto end = m_found.begin() + static_cast<std::ptrdiff_t>(kept);
+    const std::size_t place = few ? static_cast<std::size_t>(std::find_if(m_found.begin(), end, same) - m_found.begin())
+                                  : places.emplace(found.name, kept).first->second;
     m_found[place] = {found.name, found.value};
     if (place == kept) ++kept;
   }

@@ -30,7 +30,7 @@ void XyzTextCursor::Rewind() {
 
 // Any line, with care; true when it is a point.
 bool XyzTextCursor::ReadLine(TimePoint& point) {
-  const auto end = static_cast<const char*>(std::memchr(m_at, '\n', static_cast<std::size_t>(m_linesEnd - m_at)));
+  const auto* const end = static_cast<const char*>(std::memchr(m_at, '\n', static_cast<std::size_t>(m_linesEnd - m_at)));
   const std::string_view line(m_at, static_cast<std::size_t>(end - m_at));
   m_at = end + 1;
   ++m_summary.lines;
