@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "tests/support/InChild.h"
-#include "tests/support/SourceFolder.h"
+#include "tests/support/ProcessUse.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestModules.h"
 #include "zelbase/errors/FileError.h"
 #include "zelbase/errors/GlobalErrorList.h"
 #include "zelbase/errors/NumberedTexts.h"
@@ -415,17 +418,30 @@ TEST(LanguageModules, ManyThreadsAskWhileLanguagesAreInstalled) {
 // The title of this test program: its file name, as it has no extension of its own.
 std::string OwnTitle() { return std::filesystem::read_symlink("/proc/self/exe").filename().string(); }
 
+// A computer whose language of the program is a file of the system's own kind. For a child: it makes the current folder its own.
+class RealComputer {
+ public:
+  RealComputer() {
+    for (const char* const name : {"VESOK", "VESOK/ZELCORE", "localizations", "localizations/Deutsch"}) m_folder.MakeFolder(name);
+    m_folder.Write("VESOK/ZELCORE/zelcore.ini", "[Language]\r\nLanguage = Deutsch\r\n");
+    m_folders.SetCommonData(m_folder.InterfacePath());
+    std::filesystem::current_path(m_folder.Path());
+  }
+
+  std::string ModulePath() const { return m_folder.File("localizations/Deutsch/" + OwnTitle() + "_res.so"); }
+  void Place(const std::string& module) const { std::filesystem::copy_file(ModuleFile(module), ModulePath()); }
+  void Write(const std::string& content) const { m_folder.Write("localizations/Deutsch/" + OwnTitle() + "_res.so", content); }
+
+ private:
+  TemporaryFolder m_folder;
+  FixedFolders m_folders;
+  PlatformOverride<PlatformFolders> m_foldersInForce{m_folders};
+};
+
 TEST(LanguageModules, TheProgramLoadsARealSharedLibrary) {
   ExpectInChild([] {
-    const TemporaryFolder folder;
-    for (const char* const name : {"VESOK", "VESOK/ZELCORE", "localizations", "localizations/Deutsch"}) folder.MakeFolder(name);
-    folder.Write("VESOK/ZELCORE/zelcore.ini", "[Language]\r\nLanguage = Deutsch\r\n");
-    std::filesystem::copy_file(BinaryFolder() + "/tests/modules/LanguageModule.so",
-                               folder.File("localizations/Deutsch/" + OwnTitle() + "_res.so"));
-    FixedFolders folders;
-    folders.SetCommonData(folder.InterfacePath());
-    const PlatformOverride<PlatformFolders> guard(folders);
-    std::filesystem::current_path(folder.Path());
+    const RealComputer computer;
+    computer.Place("LanguageModule");
     EXPECT_EQ(ZELCORE::FindAPPResourceDLL(nullptr).languageModule, ".\\localizations\\Deutsch\\" + OwnTitle() + "_res");
     EXPECT_TRUE(ZELCORE::LoadAPPResourceDLL(nullptr));
     EXPECT_EQ(NumberedText(12034), "Unbekannter Fehler");
@@ -434,6 +450,59 @@ TEST(LanguageModules, TheProgramLoadsARealSharedLibrary) {
     EXPECT_EQ(NumberedText(12035), "Error opening \"%s\".");
     const ModuleHandle handle = AfxGetModuleState()->m_hCurrentResourceHandle;
     EXPECT_NE(PlatformModules::System().FindExport(handle, NUMBERED_TEXT_EXPORT), nullptr);
+  });
+}
+
+TEST(LanguageModules, WhatIsNoSharedLibraryIsSilentAndNoneOfItStays) {
+  const auto expectNone = [](const std::string& what, const std::function<void(const RealComputer&)>& prepare) {
+    ExpectInChild([&] {
+      const RealComputer computer;
+      prepare(computer);
+      EXPECT_FALSE(ZELCORE::LoadAPPResourceDLL(nullptr)) << what;
+      EXPECT_EQ(NumberedText(12034), "Unspecified Error") << what;
+      EXPECT_EQ(AfxGetModuleState()->m_hCurrentResourceHandle, nullptr) << what;
+      EXPECT_EQ(GlobalErrorList::Get().NumErrors(true), 0) << what;
+      EXPECT_FALSE(IsMapped("_res.so")) << what;
+    });
+  };
+  expectNone("a folder", [](const RealComputer& computer) { std::filesystem::create_directory(computer.ModulePath()); });
+  expectNone("empty", [](const RealComputer& computer) { computer.Write(""); });
+  expectNone("text", [](const RealComputer& computer) { computer.Write("[Texts]\n12034 = no\n"); });
+  expectNone("without the export", [](const RealComputer& computer) { computer.Place("GeodesyRegistersNothing"); });
+  expectNone("unresolved", [](const RealComputer& computer) { computer.Place("GeodesyUnresolved"); });
+  const std::string whole = ModuleContent("LanguageModule");
+  const std::size_t end = EndOfSegments(whole);
+  for (std::size_t i = 1; i <= 64; ++i) {
+    const std::size_t length = end * i / 65;
+    expectNone(std::to_string(length) + " of " + std::to_string(end) + " bytes",
+               [&](const RealComputer& computer) { computer.Write(whole.substr(0, length)); });
+  }
+}
+
+TEST(LanguageModules, ALibraryThatThrowsHasNoWords) {
+  ExpectInChild([] {
+    const RealComputer computer;
+    computer.Place("LanguageThrows");
+    EXPECT_TRUE(ZELCORE::LoadAPPResourceDLL(nullptr));
+    EXPECT_EQ(NumberedText(12034), "Unbekannter Fehler");
+    EXPECT_EQ(NumberedText(12035), "Error opening \"%s\".");
+    EXPECT_EQ(NumberedText(12039), "Unknown");
+    EXPECT_EQ(NumberedText(4711), "");
+  });
+}
+
+TEST(LanguageModules, AThousandLoadsLeaveNothing) {
+  ExpectInChild([] {
+    const RealComputer computer;
+    computer.Place("LanguageModule");
+    for (int i = 0; i < 20; ++i) EXPECT_TRUE(ZELCORE::LoadAPPResourceDLL(nullptr));
+    const ProcessUse before = UseOfThisProcess();
+    for (int i = 0; i < 1000; ++i) EXPECT_TRUE(ZELCORE::LoadAPPResourceDLL(nullptr));
+    const ProcessUse after = UseOfThisProcess();
+    EXPECT_EQ(NumberedText(12034), "Unbekannter Fehler");
+    EXPECT_EQ(after.descriptors, before.descriptors);
+    EXPECT_LE(after.mappings, before.mappings);
+    EXPECT_LE(after.allocated, before.allocated + 4096);
   });
 }
 

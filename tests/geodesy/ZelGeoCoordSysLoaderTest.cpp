@@ -1,15 +1,11 @@
 #include "zelbase/geodesy/ZelGeoCoordSysLoader.h"
 
-#include <elf.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -17,8 +13,9 @@
 #include <vector>
 
 #include "tests/support/InChild.h"
-#include "tests/support/SourceFolder.h"
+#include "tests/support/ProcessUse.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestModules.h"
 #include "zelbase/geodesy/GeoidModelList.h"
 #include "zelbase/geodesy/SpareGeoCoordSys.h"
 #include "zelbase/geodesy/ZelGeoCoordSysList.h"
@@ -219,14 +216,6 @@ TEST(ZelGeoCoordSysLoader, ThereIsOneAndItIsMadeByItselfOnly) {
 
 // --- Modules of the system's own -------------------------------------------------------------------------------------------
 
-// The file of a module of tests/modules.
-std::string ModuleFile(const std::string& module) { return BinaryFolder() + "/tests/modules/" + module + ".so"; }
-
-std::string ModuleContent(const std::string& module) {
-  std::ifstream stream(ModuleFile(module), std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 // A current folder of a child's own, with or without a plug-in.
 class PluginFolder {
  public:
@@ -347,19 +336,6 @@ TEST(ZelGeoCoordSysLoader, WhatIsNoModuleUnderTheSuitesNameLeavesTheSystems) {
   }
 }
 
-// Where the last byte of a module ends that is loaded, by its table of segments; tables for debuggers come behind.
-std::size_t EndOfSegments(const std::string& content) {
-  Elf64_Ehdr header;
-  std::memcpy(&header, content.data(), sizeof header);
-  std::size_t end = 0;
-  for (std::size_t i = 0; i < header.e_phnum; ++i) {
-    Elf64_Phdr segment;
-    std::memcpy(&segment, content.data() + header.e_phoff + i * sizeof segment, sizeof segment);
-    if (segment.p_type == PT_LOAD) end = std::max<std::size_t>(end, segment.p_offset + segment.p_filesz);
-  }
-  return end;
-}
-
 TEST(ZelGeoCoordSysLoader, AModuleCutShortIsFalseAtEveryLength) {
   const std::string whole = ModuleContent("GeodesyGood");
   ASSERT_GT(whole.size(), 4096u);
@@ -390,6 +366,17 @@ TEST(ZelGeoCoordSysLoader, APluginWithoutItsExportIsFalse) {
     EXPECT_FALSE(Load());
     EXPECT_FALSE(Load());
     EXPECT_EQ(RegisteredTypes(), 0);
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, APluginThatNeedsANameNobodyHasIsFalse) {
+  ExpectNoPlugin("unresolved", [](const PluginFolder& folder) { folder.Place("GeodesyUnresolved"); });
+  ExpectInChild([] {
+    const PluginFolder folder;
+    folder.Place("GeodesyUnresolved");
+    folder.Place("GeodesyGood", kSystemsName);  // tried: the first one has not loaded
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(RegisteredTypes(), 4);
   });
 }
 
@@ -430,6 +417,137 @@ TEST(ZelGeoCoordSysLoader, APluginThatRegistersNothingIsTrue) {
     EXPECT_TRUE(Load());
     EXPECT_EQ(RegisteredTypes(), 0);
     EXPECT_EQ(ZelGeoCoordSysList::GetCoordSysList().Create("plug-in system"), nullptr);
+  });
+}
+
+// --- Where it lies ------------------------------------------------------------------------------------------------------------
+
+TEST(ZelGeoCoordSysLoader, TheFolderMayHaveAnyName) {
+  const std::vector<std::string> names = {"a folder with blanks", " ", "in front and behind ", "H\xF6he", "25 \xB0", "\xC3\xB6",
+                                          "\x80\x81\xFE\xFF", "tab\tand\nline", "%s%n$HOME${x}$:;", "$origin", "a\\b", "\\",
+                                          "..and.so", "'\"*?", std::string(255, 'n')};
+  for (const std::string& name : names) {
+    ExpectInChild([&name] {
+      const TemporaryFolder outer;
+      std::filesystem::create_directory(outer.File(name));
+      std::filesystem::copy_file(ModuleFile("GeodesyGood"), outer.File(name) + "/" + kSuitesName);
+      std::filesystem::current_path(outer.File(name));
+      EXPECT_TRUE(Load()) << name;
+      EXPECT_EQ(RegisteredTypes(), 4) << name;
+    });
+  }
+}
+
+// The system's loader would look elsewhere.
+TEST(ZelGeoCoordSysLoader, AFolderWithAWordOfTheSystemsLoaderIsFalse) {
+  for (const char* const word : {"$ORIGIN", "$LIB", "$PLATFORM", "${ORIGIN}", "${LIB}", "${PLATFORM}"}) {
+    const std::string name = std::string("a folder ") + word + " b";
+    ExpectNoPlugin(name, [&](const PluginFolder& folder) {
+      folder.MakeFolder(name);
+      std::filesystem::copy_file(ModuleFile("GeodesyGood"), name + "/" + kSuitesName);
+      std::filesystem::current_path(name);
+    });
+  }
+}
+
+// Makes folders below the current one, each the current one of the next, until its path has this length.
+void Descend(std::size_t length) {
+  std::size_t at = std::filesystem::current_path().native().size();
+  while (at < length) {
+    // The rest is never a lone separator.
+    const std::size_t rest = length - at;
+    const std::size_t name = rest <= 201 ? rest - 1 : std::min<std::size_t>(200, rest - 3);
+    std::filesystem::create_directory(std::string(name, 'd'));
+    std::filesystem::current_path(std::string(name, 'd'));
+    at += name + 1;
+  }
+}
+
+TEST(ZelGeoCoordSysLoader, ThePathMayBeAsLongAsTheSystemTakes) {
+  for (const std::size_t length : {300u, 1024u, 4000u, 4094u, 4095u}) {
+    ExpectInChild([length] {
+      const PluginFolder folder;
+      Descend(length - 1 - kSuitesName.size());
+      std::filesystem::copy_file(ModuleFile("GeodesyGood"), kSuitesName);
+      EXPECT_TRUE(Load()) << length;
+      EXPECT_EQ(RegisteredTypes(), 4) << length;
+    });
+  }
+}
+
+TEST(ZelGeoCoordSysLoader, APathThatIsLongerThanTheSystemTakesIsFalse) {
+  for (const std::size_t length : {4096u, 4097u, 4200u, 9000u}) {
+    ExpectInChild([length] {
+      const PluginFolder folder;
+      Descend(length - 1 - kSuitesName.size());
+      std::filesystem::copy_file(ModuleFile("GeodesyGood"), kSuitesName);
+      EXPECT_FALSE(Load()) << length;
+      EXPECT_FALSE(Load()) << length;
+      EXPECT_EQ(RegisteredTypes(), 0) << length;
+    });
+  }
+}
+
+// --- A thousand times ---------------------------------------------------------------------------------------------------------
+
+// What a thousand rounds of `body` leave behind: nothing. The first ones may, as the system's own tables fill.
+template <class Body>
+void ExpectNoGrowth(const char* what, Body body) {
+  for (int i = 0; i < 20; ++i) body();
+  const ProcessUse before = UseOfThisProcess();
+  for (int i = 0; i < 1000; ++i) body();
+  const ProcessUse after = UseOfThisProcess();
+  EXPECT_EQ(after.descriptors, before.descriptors) << what;
+  EXPECT_LE(after.mappings, before.mappings) << what;
+  EXPECT_LE(after.allocated, before.allocated + 4096) << what;  // four bytes a round would be more
+}
+
+TEST(ZelGeoCoordSysLoader, AThousandLoadsAndUnloadsLeaveNothing) {
+  ExpectInChild([] {
+    PlatformModules& modules = PlatformModules::System();
+    for (const char* const name : {"GeodesyGood", "GeodesyRegistersNothing", "LanguageModule"}) {
+      ExpectNoGrowth(name, [&] {
+        const ModuleHandle module = modules.Load(ModuleFile(name));
+        ASSERT_NE(module, nullptr);
+        EXPECT_EQ(modules.FindExport(module, "an export that is not there"), nullptr);
+        modules.Unload(module);
+      });
+    }
+    EXPECT_FALSE(IsMapped("LanguageModule.so"));
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, AThousandFailedLoadsLeaveNothing) {
+  ExpectInChild([] {
+    const TemporaryFolder folder;
+    const std::string whole = ModuleContent("GeodesyGood");
+    const std::vector<std::string> paths = {folder.File("missing.so"),
+                                            folder.Path(),
+                                            folder.Write("empty.so", ""),
+                                            folder.Write("text.so", "no module"),
+                                            folder.Write("short.so", whole.substr(0, EndOfSegments(whole) - 1)),
+                                            folder.File(std::string(5000, 'x')),
+                                            ModuleFile("GeodesyUnresolved")};
+    PlatformModules& modules = PlatformModules::System();
+    for (const std::string& path : paths) {
+      ExpectNoGrowth(path.c_str(), [&] { EXPECT_EQ(modules.Load(path), nullptr) << path; });
+    }
+    EXPECT_FALSE(IsMapped("GeodesyUnresolved.so"));
+  });
+}
+
+TEST(ZelGeoCoordSysLoader, AThousandCallsOfAPluginLeaveNothing) {
+  ExpectInChild([] {
+    const PluginFolder folder;
+    folder.Place("GeodesyGood");
+    ASSERT_TRUE(Load());
+    ExpectNoGrowth("calls", [] { EXPECT_TRUE(Load("another name")); });
+    EXPECT_EQ(RegisteredTypes(), 4);
+  });
+  ExpectInChild([] {
+    const PluginFolder folder;
+    folder.Place("GeodesyWithoutExport");
+    ExpectNoGrowth("calls without the export", [] { EXPECT_FALSE(Load()); });
   });
 }
 

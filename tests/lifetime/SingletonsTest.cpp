@@ -3,16 +3,22 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <deque>
+#include <functional>
+#include <iterator>
 #include <memory>
+#include <random>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "tests/support/ChildProcess.h"
+#include "tests/support/Effort.h"
 #include "tests/support/SourceFolder.h"
+#include "zelbase/config/detail/Crc32.h"
 #include "zelbase/frame/ZelBase.h"
 
 namespace {
@@ -91,11 +97,21 @@ void UseTexts() { InstallNumberedTexts(std::make_shared<Texts>()); }
 void UseChecksums() {
   static_cast<void>(FileObjectError("file", "section", "key", FileObjectError::KeyNotFound).Signature());
 }
-void UseServices() {
-  static_cast<void>(PlatformService<PlatformClock>::Current().Counter());
-  static_cast<void>(PlatformService<PlatformFiles>::Current().IsRegularFile("C:\\a file that is not there"));
-  static_cast<void>(PlatformService<PlatformProcesses>::Current().CurrentId());
-  NameThread(PlatformThreads::kCallingThread, "a name");
+void UseClock() { static_cast<void>(PlatformService<PlatformClock>::Current().Counter()); }
+void UseFiles() { static_cast<void>(PlatformService<PlatformFiles>::Current().IsRegularFile("C:\\a file that is not there")); }
+void UseProcesses() { static_cast<void>(PlatformService<PlatformProcesses>::Current().CurrentId()); }
+void UseThreads() { NameThread(PlatformThreads::kCallingThread, "a name"); }
+void UseFolders() { static_cast<void>(GetFreeDiskSpace("C:\\a folder that is not there")); }
+void UseModules() { static_cast<void>(GetAppPath()); }
+void UseHelpService() { static_cast<void>(PlatformService<PlatformHelp>::Current().Show("a help file that is not there.chm", {})); }
+void UseSerialPorts() { static_cast<void>(PlatformService<PlatformSerialPorts>::Current().Names()); }
+void UseSystemClipboard() { static_cast<void>(PlatformService<PlatformClipboard>::Current().Get()); }
+void UseRuntimeClasses() {
+  for (const char* const name : {"CObject", "CCF_HDROP", "CCF_DispInfo", "CCF_DataInfo"}) {
+    const std::unique_ptr<CObject> made(CRuntimeClass::CreateObject(name));
+  }
+  const CCF_HDROP dropped;
+  const CCF_DataInfo data;
 }
 void UseLineDataList() {
   LineDataList& list = LineDataList::GetLineDataList();
@@ -177,21 +193,65 @@ class GeoidModels : public GeoidModelICreator {
   GeoidModel* Create() override { return nullptr; }
 };
 
-void UseGeodesyRegistries() {
-  constexpr const char* kType = "a type with a name beyond the short ones";
-  ZelGeoCoordSysLoader::Instance().LoadDLL("a name that loads nothing", nullptr);
+constexpr const char* kType = "a type with a name beyond the short ones";
+
+void UseCoordSysLoader() { ZelGeoCoordSysLoader::Instance().LoadDLL("a name that loads nothing", nullptr); }
+void UseCoordSystems() {
   ZelGeoCoordSysList& systems = ZelGeoCoordSysList::GetCoordSysList();
   systems.UnRegisterGeoCoordSys(kType);
   systems.RegisterGeoCoordSys(kType, new Systems);
+}
+void UseGeoDatabases() {
   ZelGeoDatabaseBaseList& databases = ZelGeoDatabaseBaseList::GetGeoDatabaseList();
   databases.UnRegisterGeoDatabase(kType);
   databases.RegisterGeoDatabase(kType, new Databases);
+}
+void UseGeoStaticData() {
   ZelGeoStaticDatabaseList& data = ZelGeoStaticDatabaseList::GetGeoStaticDataList();
   const std::unique_ptr<ZelGeoStaticDataBase> known(data.Create(kType));
   if (known == nullptr) data.RegisterGeoStaicDatabase(kType, new StaticData);
+}
+void UseGeoidModels() {
   std::vector<std::string> names;
   GeoidModelList::GetGeoidModelList().GetGeoidModelNames(names);
   if (names.empty()) GeoidModelList::GetGeoidModelList().RegisterGeoidModel(kType, 18, new GeoidModels);
+}
+
+// What each thread has one of, for items that are not there; callers may write to it.
+void UseSpareItems() {
+  CZelString items;
+  if (!items[7].empty()) std::abort();
+  items[7] = "a text beyond the short ones for an item that is not there";
+  CDataInfoArray infos;
+  if (!infos[7].GetUserDescription().empty()) std::abort();
+  infos[7].SetUserDescription("a description beyond the short ones for an item that is not there");
+}
+void UseGeographicText() {
+  std::string text;
+  FormatGeogs(52.5, 1, 4, 10, text, true, true);
+}
+void UseFoundFiles() {
+  const FileFinder none;
+  if (!none[7].Name(true).empty()) std::abort();
+}
+void UseMatrices() {
+  Matrix factor(40, 40);
+  factor *= 2.0;
+  static_cast<void>(factor * factor * Matrix::NULL_MATRIX);
+}
+void UseLongChecksums() {
+  const std::string bytes(1000, 'x');
+  static_cast<void>(zelbase::detail::UpdateCrc32(0, bytes.data(), bytes.size()));
+}
+void UseUnits() { static_cast<void>(CZelUnitCnv().GetUnitMnem(CZelUnitCnv::Depth)); }
+void UseThreadPool() {
+  ThreadPool pool(1);
+  pool.Close();
+  pool.Wait();
+}
+void UseLanguages() {
+  ZELCORE::LoadAPPResourceDLL(nullptr);
+  static_cast<void>(NumberedText(12034));
 }
 void UseModuleState() {
   static int place = 0;
@@ -203,28 +263,57 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr std::array<Use, 22> kUses = {{{"ErrorList", UseErrorList},
-                                        {"ErrorString", UseErrorString},
-                                        {"EmptyError", UseEmptyError},
-                                        {"Initializers", UseInitializers},
-                                        {"Time", UseTime},
-                                        {"TimeSync", UseTimeSync},
-                                        {"Settings", UseSettings},
-                                        {"Translator", UseTranslator},
-                                        {"ErrorMessageFile", UseErrorMessageFile},
-                                        {"Help", UseHelp},
-                                        {"DataErrors", UseDataErrors},
-                                        {"Wording", UseWording},
-                                        {"Texts", UseTexts},
-                                        {"Checksums", UseChecksums},
-                                        {"Services", UseServices},
-                                        {"LineDataList", UseLineDataList},
-                                        {"Clipboard", UseClipboard},
-                                        {"MessageBuilders", UseMessageBuilders},
-                                        {"Actions", UseActions},
-                                        {"Tools", UseTools},
-                                        {"GeodesyRegistries", UseGeodesyRegistries},
-                                        {"ModuleState", UseModuleState}}};
+constexpr Use kUses[] = {
+    {"ErrorList", UseErrorList},
+    {"ErrorString", UseErrorString},
+    {"EmptyError", UseEmptyError},
+    {"Initializers", UseInitializers},
+    {"Time", UseTime},
+    {"TimeSync", UseTimeSync},
+    {"Settings", UseSettings},
+    {"Translator", UseTranslator},
+    {"ErrorMessageFile", UseErrorMessageFile},
+    {"Help", UseHelp},
+    {"DataErrors", UseDataErrors},
+    {"Wording", UseWording},
+    {"Texts", UseTexts},
+    {"Checksums", UseChecksums},
+    {"Clock", UseClock},
+    {"Files", UseFiles},
+    {"Processes", UseProcesses},
+    {"Threads", UseThreads},
+    {"Folders", UseFolders},
+    {"Modules", UseModules},
+    {"HelpService", UseHelpService},
+    {"SerialPorts", UseSerialPorts},
+    {"SystemClipboard", UseSystemClipboard},
+    {"RuntimeClasses", UseRuntimeClasses},
+    {"LineDataList", UseLineDataList},
+    {"Clipboard", UseClipboard},
+    {"MessageBuilders", UseMessageBuilders},
+    {"Actions", UseActions},
+    {"Tools", UseTools},
+    {"CoordSysLoader", UseCoordSysLoader},
+    {"CoordSystems", UseCoordSystems},
+    {"GeoDatabases", UseGeoDatabases},
+    {"GeoStaticData", UseGeoStaticData},
+    {"GeoidModels", UseGeoidModels},
+    {"SpareItems", UseSpareItems},
+    {"GeographicText", UseGeographicText},
+    {"FoundFiles", UseFoundFiles},
+    {"Matrices", UseMatrices},
+    {"LongChecksums", UseLongChecksums},
+    {"Units", UseUnits},
+    {"ThreadPool", UseThreadPool},
+    {"Languages", UseLanguages},
+    {"ModuleState", UseModuleState}};
+constexpr std::size_t kUseCount = std::size(kUses);
+
+// A module's load chooses its language, and languages are chosen on one thread at a time.
+bool AreForOneThread(const Use& first, const Use& second) {
+  const auto choosesLanguage = [](const Use& use) { return use.call == UseLanguages || use.call == UseModuleState; };
+  return first.call == second.call || (choosesLanguage(first) && choosesLanguage(second));
+}
 
 void UseAll() {
   for (const Use& use : kUses) use.call();
@@ -256,68 +345,121 @@ void UseInTurn(const Use& first, const Use& second) {
 const Use* g_first = nullptr;
 const Use* g_second = nullptr;
 
-// --- The children -----------------------------------------------------------------------------------------------------------
+// One of eight statics of its own, which uses everything when it goes.
+template <int Number>
+void MakeLateUser() {
+  static const LateUser user;
+}
+constexpr void (*kMakeLateUser[])() = {MakeLateUser<0>, MakeLateUser<1>, MakeLateUser<2>, MakeLateUser<3>,
+                                       MakeLateUser<4>, MakeLateUser<5>, MakeLateUser<6>, MakeLateUser<7>};
 
-// Runs `body` in a child that ends by exit, and expects a silent end with code 0.
-template <class Body>
-void ExpectSilentEnd(const Use& first, const Use& second, Body body) {
-  ChildProcess child(
-      [&] {
-        body();
-        return 0;
-      },
-      ChildProcess::Ending::Full);
-  EXPECT_EQ(child.Wait(), 0) << first.name << ", " << second.name;
-  EXPECT_EQ(child.ErrorText(), "") << first.name << ", " << second.name;
-  EXPECT_EQ(child.OutputText(), "") << first.name << ", " << second.name;
+// Each once, in an order by `random`, with functions for the exit and statics made here and there on the way.
+void UseInAnyOrder(std::mt19937& random) {
+  g_useLate = true;
+  std::vector<const Use*> order;
+  for (const Use& use : kUses) order.push_back(&use);
+  for (std::size_t i = order.size(); i > 1; --i) std::swap(order[i - 1], order[random() % i]);
+  for (const Use* const use : order) {
+    if (random() % 8 == 0) std::atexit(UseAll);
+    if (random() % 8 == 0) kMakeLateUser[random() % std::size(kMakeLateUser)]();
+    use->call();
+  }
 }
 
-class Singletons : public testing::TestWithParam<std::size_t> {
+// --- The children -----------------------------------------------------------------------------------------------------------
+
+// Children that end by exit, each expected to do so in silence and with code 0. Some run at once, since most of their time is a
+// wait for the clock.
+class SilentEnds {
+ public:
+  ~SilentEnds() {
+    while (!m_running.empty()) Finish();
+  }
+  void Add(const std::string& name, const std::function<void()>& body) {
+    if (m_running.size() == kAtOnce) Finish();
+    const auto run = [&body] {
+      body();
+      return 0;
+    };
+    m_running.emplace_back(name, std::make_unique<ChildProcess>(run, ChildProcess::Ending::Full));
+  }
+
+ private:
+  static constexpr std::size_t kAtOnce = 8;
+
+  void Finish() {
+    const auto& [name, child] = m_running.front();
+    EXPECT_EQ(child->Wait(), 0) << name;
+    EXPECT_EQ(child->ErrorText(), "") << name;
+    EXPECT_EQ(child->OutputText(), "") << name;
+    m_running.pop_front();
+  }
+
+  std::deque<std::pair<std::string, std::unique_ptr<ChildProcess>>> m_running;
+};
+
+class SingletonsLong : public testing::TestWithParam<std::size_t> {
  protected:
   void SetUp() override {
     ASSERT_EQ(Error::g_ErrorID, 0) << "this process itself has used what the children are to use first";
     m_first = &kUses[GetParam()];
   }
+
+  // A child for each second use, or for every `stride`-th.
+  template <class Body>
+  void WithEachSecond(Body body, std::size_t stride = 1) {
+    SilentEnds ends;
+    for (std::size_t i = GetParam() % stride; i < kUseCount; i += stride) {
+      const Use& second = kUses[i];
+      ends.Add(std::string(m_first->name) + ", " + second.name, [&, this] { body(*m_first, second); });
+    }
+  }
+
   const Use* m_first = nullptr;
 };
+constexpr auto kStride = static_cast<std::size_t>(Effort(1, 6));
 
-TEST_P(Singletons, UsedFirstInMainEndWell) {
-  for (const Use& second : kUses) {
-    ExpectSilentEnd(*m_first, second, [&] { UseInTurn(*m_first, second); });
-  }
-}
+TEST_P(SingletonsLong, UsedFirstInMainEndWell) { WithEachSecond(UseInTurn); }
 
-TEST_P(Singletons, UsedFirstOnAThreadThatHasEndedEndWell) {
-  for (const Use& second : kUses) {
-    ExpectSilentEnd(*m_first, second, [&] { std::thread([&] { UseInTurn(*m_first, second); }).join(); });
-  }
+TEST_P(SingletonsLong, UsedFirstOnAThreadThatHasEndedEndWell) {
+  WithEachSecond([](const Use& first, const Use& second) { std::thread([&] { UseInTurn(first, second); }).join(); }, kStride);
 }
 
 // Two that are not one and the same: the list of initializers and the module's state belong to one thread at a time.
-TEST_P(Singletons, UsedFirstByTwoThreadsAtOnceEndWell) {
-  for (const Use& second : kUses) {
-    if (&second == m_first) continue;
-    ExpectSilentEnd(*m_first, second, [&] {
-      g_useLate = true;
-      std::thread other(second.call);
-      m_first->call();
-      other.join();
-    });
-  }
+TEST_P(SingletonsLong, UsedFirstByTwoThreadsAtOnceEndWell) {
+  WithEachSecond(
+      [](const Use& first, const Use& second) {
+        if (AreForOneThread(first, second)) return;
+        g_useLate = true;
+        std::thread other(second.call);
+        first.call();
+        other.join();
+      },
+      kStride);
 }
 
-TEST_P(Singletons, UsedFirstWhileTheProcessEndsEndWell) {
-  for (const Use& second : kUses) {
-    ExpectSilentEnd(*m_first, second, [&] {
-      g_first = m_first;
-      g_second = &second;
-      std::atexit([] { UseInTurn(*g_first, *g_second); });
-    });
-  }
+TEST_P(SingletonsLong, UsedFirstWhileTheProcessEndsEndWell) {
+  WithEachSecond(
+      [](const Use& first, const Use& second) {
+        g_first = &first;
+        g_second = &second;
+        std::atexit([] { UseInTurn(*g_first, *g_second); });
+      },
+      kStride);
 }
 
-INSTANTIATE_TEST_SUITE_P(FirstUses, Singletons, testing::Range(std::size_t{0}, kUses.size()),
+INSTANTIATE_TEST_SUITE_P(FirstUses, SingletonsLong, testing::Range(std::size_t{0}, kUseCount),
                          [](const testing::TestParamInfo<std::size_t>& use) { return kUses[use.param].name; });
+
+TEST(SingletonsInAnyOrderLong, EndWell) {
+  SilentEnds ends;
+  for (unsigned int seed = 1; seed <= 200; ++seed) {
+    ends.Add("seed " + std::to_string(seed), [seed] {
+      std::mt19937 random(seed);
+      UseInAnyOrder(random);
+    });
+  }
+}
 
 #if defined(__SANITIZE_ADDRESS__)
 // The other tests say something about leaks only because this one holds.

@@ -991,6 +991,17 @@ TEST_F(CExTimeTest, BaseAndUpdateAgeAreReadWhileOthersSetThem) {
   EXPECT_EQ(wrong, 0);
 }
 
+TEST_F(CExTimeTest, ReadingWhileAChangeIsUnderWayGoesBehindIt) {
+  SetBase(1e12, 1e12);
+  SetModel(5.0, 2.0, 1e12);
+  ++*Find(Version{});  // as between the first and the last member of a change
+  EXPECT_EQ(time.GetExTime(10.0), 25.0);
+  EXPECT_EQ(Reference(), 1e12 + 10.0);
+  EXPECT_EQ(time.GetExTime(0.0), 5.0);
+  ++*Find(Version{});
+  EXPECT_EQ(time.GetExTime(20.0), 45.0);
+}
+
 TEST_F(CExTimeTest, LockIsReentrantForItsOwner) {
   SetBase(1e12, 1e12);
   const std::lock_guard guard(*Find(ClockLock{}));

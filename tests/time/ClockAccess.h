@@ -24,6 +24,7 @@ struct Reveal {
   };                                 \
   template struct Reveal<Tag, Member>
 
+ZELBASE_REVEAL(Version, &CExTime::m_version);
 ZELBASE_REVEAL(Base, &CExTime::m_time1970Base);
 ZELBASE_REVEAL(Previous, &CExTime::m_prevZelTime);
 ZELBASE_REVEAL(A0, &CExTime::m_a0);

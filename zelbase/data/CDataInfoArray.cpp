@@ -4,6 +4,7 @@
 
 #include "zelbase/data/detail/DataImage.h"
 #include "zelbase/data/detail/EntryArchive.h"
+#include "zelbase/platform/detail/ThreadSpare.h"
 
 CDataInfoArray::CDataInfoArray() = default;
 
@@ -28,7 +29,7 @@ CDataInfoEx& CDataInfoArray::GetAt(int index) { return const_cast<CDataInfoEx&>(
 
 const CDataInfoEx& CDataInfoArray::GetAt(int index) const {
   if (HasIndex(index)) return m_items[static_cast<std::size_t>(index)];
-  thread_local CDataInfoEx none;
+  CDataInfoEx& none = zelbase::detail::ThreadSpare<CDataInfoEx>();
   none = CDataInfoEx();
   return none;
 }

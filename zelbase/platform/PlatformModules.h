@@ -30,7 +30,8 @@ class ZELBASE_API PlatformModules {
   virtual std::string LibraryEnding() = 0;
 
   // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, without a message;
-  // a library that was cut short is one.
+  // a library that was cut short is one. What a library throws while its statics are made ends the process: the system's loader
+  // lets nothing through. A path with one of the loader's own words in it ("$ORIGIN", "$LIB", "$PLATFORM") is not loaded.
   virtual ModuleHandle Load(const std::string& path) = 0;
 
   // The address of an exported name; null when there is none or `module` is null.

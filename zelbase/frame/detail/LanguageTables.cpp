@@ -50,6 +50,15 @@ LanguageTable LoadModuleTable(const std::string& path) {
   return {};
 }
 
+// Null as well when the module's own code fails: texts are asked for where nothing may be thrown, and the built-in one serves.
+const char* AskQuietly(ZelNumberedTextFunction texts, int number) {
+  try {
+    return texts(number);
+  } catch (...) {
+    return nullptr;
+  }
+}
+
 }  // namespace
 
 std::shared_ptr<const TextFileTable> TextFileTable::Read(const std::string& fileName) {
@@ -77,7 +86,7 @@ bool TextFileTable::Get(int number, std::string& text) const {
 }
 
 bool ModuleTextTable::Get(int number, std::string& text) const {
-  const char* const known = m_texts(number);
+  const char* const known = AskQuietly(m_texts, number);
   if (known == nullptr || *known == '\0') return false;
   text = known;
   return true;

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "zelbase/frame/StringCompare.h"
+#include "zelbase/platform/detail/ThreadSpare.h"
 
 namespace zelbase::detail {
 namespace {
@@ -49,7 +50,7 @@ int FindItem(const TextItems& items, const std::string& text) {
 }
 
 std::string& NoItem() {
-  thread_local std::string none;
+  std::string& none = ThreadSpare<std::string>();
   none.clear();
   return none;
 }

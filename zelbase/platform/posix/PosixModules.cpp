@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <link.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -9,7 +10,6 @@
 #include <memory>
 #include <vector>
 
-#include "zelbase/platform/PlatformFiles.h"
 #include "zelbase/platform/PlatformModules.h"
 #include "zelbase/platform/posix/LibraryFile.h"
 #include "zelbase/platform/posix/PosixPaths.h"
@@ -63,6 +63,20 @@ std::string ToAbsolute(std::string_view path) {
   std::string folder = current != nullptr ? current.get() : ".";
   if (folder.back() != '/') folder += '/';
   return folder.append(path);
+}
+
+// Of a path in this system's form.
+bool IsRegularFile(const std::string& path) {
+  struct stat status {};
+  return path.find('\0') == std::string::npos && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// Whether the loader would read something else into the path: it puts folders of its own for these words, wherever they stand.
+bool HasLoaderWord(const std::string& path) {
+  for (const char* const word : {"$ORIGIN", "$LIB", "$PLATFORM", "${ORIGIN}", "${LIB}", "${PLATFORM}"}) {
+    if (path.find(word) != std::string::npos) return true;
+  }
+  return false;
 }
 
 // A program that was replaced while it runs has this behind its name.
@@ -128,10 +142,10 @@ class PosixModules final : public PlatformModules {
 
   // Only regular files are loaded: a FIFO would be waited for. Only whole libraries: one cut short would end the process. The
   // loader searches for names without a folder in places of its own and keeps a relative name when the current folder
-  // changes; so it gets an absolute one.
+  // changes; so it gets an absolute one. The current folder's own name may hold a "\".
   ModuleHandle Load(const std::string& path) override {
     const std::string name = ToAbsolute(ToSystemPath(path));
-    if (!PlatformFiles::System().IsRegularFile(name) || !IsWholeLibrary(name)) return nullptr;
+    if (HasLoaderWord(name) || !IsRegularFile(name) || !IsWholeLibrary(name)) return nullptr;
     return ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
   }
 
