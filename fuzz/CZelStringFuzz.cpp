@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/Target.h"
 #include "zelbase/frame/CZelString.h"
 
 namespace {
@@ -216,7 +217,7 @@ void Change(CZelString& list, Model& model, Input& input) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   Input input(data, size);
   Model model;
   model.separator = static_cast<char>(input.Byte());
@@ -230,5 +231,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Ask(list, model, input);
     CheckEqual(list, model);
   }
-  return 0;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "zelbase/data/CCF_DataInfo.h"
 #include "zelbase/data/CCompOffset.h"
 #include "zelbase/data/CDataInfoArray.h"
@@ -158,7 +159,7 @@ void CheckArchive(const HGLOBAL& bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   CheckId(text);
   CheckInfo(text);
@@ -168,5 +169,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckArchive<CMapTreeitemToDatainfo>(bytes);
   CheckArchive<CMapTreeitemToOffset>(bytes);
   CheckArchive<CCF_DataInfo>(bytes);
-  return 0;
 }

@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/config/SecondDifference.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsDifference.h"
@@ -99,7 +101,7 @@ void List(const FileObject& newer, const FileObject& older, const FileObject& di
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   std::string bytes(reinterpret_cast<const char*>(data), size);
   FileObject newer;
   FileObject older;
@@ -107,13 +109,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ReadFrom(newer, TakeText(bytes));
   ReadFrom(older, TakeText(bytes));
   ReadFrom(difference, TakeText(bytes));
+  // One way or the other: an input and the same with one byte more behind it go both ways.
+  if (size % 2 == 1) std::swap(newer, older);
   Compare(newer, older);
-  Compare(older, newer);
   Carry(newer, older);
-  Carry(older, newer);
   CarryIntoAnOperand(newer, older);
   Apply(difference, newer);
-  Apply(difference, older);
   List(newer, older, difference);
-  return 0;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsReport.h"
@@ -57,8 +58,7 @@ void ReadAllTypes(const FileObject& settings, const std::string& section, const 
   Require(c <= 0xFFFFFFFFUL, "a colour has 32 bits");
 }
 
-std::string NameOf(const FileObject& settings, unsigned int choice) {
-  const std::vector<std::string> names = SectionNames(settings);
+std::string NameOf(const std::vector<std::string>& names, unsigned int choice) {
   return names.empty() ? std::string("new") : names[choice % names.size()];
 }
 
@@ -67,12 +67,13 @@ void Operate(FileObject& settings, const std::string& bytes) {
   std::string name;
   std::string key;
   std::string value;
-  for (std::size_t at = 0; at + 1 < bytes.size() && at < 400; at += 2) {
+  for (std::size_t at = 0; at + 1 < bytes.size() && at < 80; at += 2) {
     const auto operation = static_cast<unsigned char>(bytes[at]);
     const auto choice = static_cast<unsigned char>(bytes[at + 1]);
     FobjSection& cursor = cursors[operation & 1U];
-    const std::string section = NameOf(settings, choice);
-    const std::string other = NameOf(settings, choice / 7U);
+    const std::vector<std::string> names = SectionNames(settings);
+    const std::string section = NameOf(names, choice);
+    const std::string other = NameOf(names, choice / 7U);
     switch ((operation >> 1U) % 11) {
       case 0: settings.GetFirstSectionEntry(cursor, name); break;
       case 1: settings.GetNextSectionEntry(cursor, name); break;
@@ -97,11 +98,10 @@ void Operate(FileObject& settings, const std::string& bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   FileObject settings;
   CompareReaders(text, settings);
   WriteAndReadAgain(settings);
   Operate(settings, text);
-  return 0;
 }

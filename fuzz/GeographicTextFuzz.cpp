@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/Target.h"
 #include "tests/frame/LiteralCoordinate.h"
 #include "zelbase/frame/GeographicText.h"
 #include "zelbase/frame/NumberFormat.h"
@@ -82,7 +83,7 @@ void CheckShowing(double value, unsigned char choice) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   CheckReading(text);
 
@@ -96,5 +97,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckFormat(format, "aefgAEFG", value, FormatDouble(value, format));
     CheckFormat(format, "diouxXc", whole, FormatInt(whole, format));
   }
-  return 0;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/config/SettingsTextEditor.h"
 
@@ -51,8 +52,8 @@ bool Apply(FileObject& settings, const Change& change) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size < 5) return 0;
+void RunInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 5) return;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   std::size_t at = 5;
   const auto take = [&](std::uint8_t length) {
@@ -73,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(edited == editor.Reason().empty(), "a reason for every refusal and for nothing else");
   if (!edited) {
     Require(editor.Text() == text, "a refusal changes nothing");
-    return 0;
+    return;
   }
   FileObject settings;
   ReadFrom(settings, text);
@@ -82,5 +83,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ReadFrom(back, editor.Text());
   Require(PictureOf(back) == PictureOf(settings), "sections");
   Require(back.GetExtraInfo() == settings.GetExtraInfo(), "extra lines");
-  return 0;
 }

@@ -8,6 +8,7 @@
 
 #include "fuzz/MemoryFiles.h"
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "zelbase/frame/detail/NumberText.h"
 #include "zelbase/geometry/Station.h"
 #include "zelbase/platform/PlatformFiles.h"
@@ -25,7 +26,7 @@ bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   MemoryFiles memory(size == 0 ? 1 : std::size_t{1} + data[0]);
   memory.files["station"] = bytes;
@@ -48,5 +49,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(station.GetStationPos(point), "the position is valid");
   Require(SameBits(point.x, expected.x) && SameBits(point.y, expected.y) && SameBits(point.z, expected.z), "the numbers");
   Require(station.text0 == "untouched", "the texts stay");
-  return 0;
 }

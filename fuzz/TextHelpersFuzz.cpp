@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/Target.h"
 #include "zelbase/frame/ByteSize.h"
 #include "zelbase/frame/StringAppend.h"
 #include "zelbase/frame/StringBytes.h"
@@ -182,12 +183,12 @@ void CheckOrder(const std::string& a, const std::string& b) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   CheckScans(text);
   CheckPrints(text);
   CheckEscapes(text);
-  if (size < 2) return 0;
+  if (size < 2) return;
   // The first two bytes also say where the rest is cut and searched.
   const std::string rest = text.substr(2);
   const std::size_t cut = std::min<std::size_t>(data[0], rest.size());
@@ -195,5 +196,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckFind(rest.substr(cut), rest.substr(0, cut), static_cast<signed char>(data[1]));
   CheckTrims(rest, text[0]);
   CheckOrder(rest.substr(0, cut), rest.substr(cut));
-  return 0;
 }

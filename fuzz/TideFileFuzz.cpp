@@ -8,6 +8,7 @@
 
 #include "fuzz/MemoryFiles.h"
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/sonar/LiteralTide.h"
 #include "tests/sonar/TideScript.h"
 #include "zelbase/platform/PlatformFiles.h"
@@ -46,7 +47,7 @@ double PickTime(const LiteralTide& literal, unsigned int choice) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   MemoryFiles memory;
   const PlatformOverride<PlatformFiles> guard(memory);
@@ -66,5 +67,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(tide.FileSave(), "the save");
   Require(memory.files["tide"] == WritePlainly(literal), "what was saved");
   Require(memory.files.size() == 1, "the files");
-  return 0;
 }

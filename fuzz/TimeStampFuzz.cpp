@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "fuzz/Target.h"
 #include "zelbase/platform/CAtlException.h"
 #include "zelbase/time/CExTime.h"
 
@@ -91,7 +92,7 @@ void TryRecord(const CExTime& time, const tagTIME5Q& record) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const CExTime time;
   TryStamp(time, std::string(reinterpret_cast<const char*>(data), size));
   TryStamp(time, "<0x" + std::string(reinterpret_cast<const char*>(data), size));
@@ -105,5 +106,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   TryDate(time, 1965 + fields[0] % 1050, fields[1] % 16, fields[2] % 36, fields[3] % 26, fields[4] % 64, fields[5] % 64);
   TryRecord(time, source.Take<tagTIME5Q>());
   TryTime(time, static_cast<double>(source.Take<long long>()));
-  return 0;
 }

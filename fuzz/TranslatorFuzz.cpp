@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "zelbase/platform/FixedFolders.h"
@@ -66,7 +67,7 @@ void LookUp(const Translator& translator, Listener& listener, const std::string&
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   static Listener listener;
   static Translator& translator = English(listener);
   const std::string text(reinterpret_cast<const char*>(data), size);
@@ -85,5 +86,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                         : "Section (Units.uni) could not be found!";
     Require(listener.last == told, "the message");
   }
-  return 0;
 }

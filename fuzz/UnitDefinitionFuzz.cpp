@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/config/SecondSettingsReader.h"
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/units/CatalogueAnswer.h"
@@ -100,7 +101,7 @@ void CheckGroup(UnitDefinition& catalogue, int code, const Expected& items, bool
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void RunInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
   const SecondSettingsReader expected(text);
   UnitDefinition catalogue;
@@ -121,5 +122,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     UnitDefinition copy(catalogue);
     CheckGroup(copy, code, section->second, (size + static_cast<std::size_t>(code)) % 3 == 0, units);
   }
-  return 0;
 }

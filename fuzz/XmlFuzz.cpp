@@ -6,6 +6,7 @@
 #include <string>
 
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "tests/xml/LiteralXml.h"
 #include "zelbase/xml/XmlElement.h"
 #include "zelbase/xml/XmlFault.h"
@@ -32,8 +33,8 @@ void WriteAndReadAgain(const XmlElement& root, const LiteralXml& literal) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size > kLongest) return 0;
+void RunInput(const std::uint8_t* data, std::size_t size) {
+  if (size > kLongest) return;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   LiteralXml literal;
   const bool expected = LiteralXmlReader::Read(bytes, literal);
@@ -51,5 +52,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   WriteAndReadAgain(copy, literal);
   copy.Add("more");
   Require(!(copy == root), "the changed copy");
-  return 0;
 }

@@ -10,6 +10,7 @@
 
 #include "fuzz/MemoryFiles.h"
 #include "fuzz/Require.h"
+#include "fuzz/Target.h"
 #include "adapters/xyz/XyzTextSource.h"
 #include "tests/adapters/LiteralXyzReader.h"
 #include "zelbase/data/XyzImporter.h"
@@ -50,8 +51,8 @@ void CheckSummary(const XyzTextSummary& summary, const LiteralXyz& literal) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+void RunInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return;
   const std::size_t limit = data[0] / 2;
   MemoryFiles memory(limit == 0 ? SIZE_MAX : limit);
   memory.files["any"].assign(reinterpret_cast<const char*>(data) + 1, size - 1);
@@ -75,5 +76,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool any = source.GetExtents(minimum, maximum);
   Require(any == source.XYZDataSource::GetExtents(plainMinimum, plainMaximum), "the extents");
   Require(!any || (minimum == plainMinimum && maximum == plainMaximum), "the extents themselves");
-  return 0;
 }

@@ -12,10 +12,16 @@ namespace {
 
 constexpr std::string_view kMarkOfUtf8 = "\xEF\xBB\xBF";
 
+// A short file does not pay for a long buffer.
+std::size_t BufferBytesFor(long long fileSize) {
+  const auto text = static_cast<std::size_t>(std::clamp<long long>(fileSize, 0, XyzTextCursor::kBufferBytes));
+  return text + 1 + kPlainXyzBytes;
+}
+
 }  // namespace
 
 XyzTextCursor::XyzTextCursor(PlatformFile& file, long long size, const XyzTextOptions& options)
-    : m_file(file), m_size(size), m_options(options), m_buffer(kBufferBytes + 1 + kPlainXyzBytes) {
+    : m_file(file), m_size(size), m_options(options), m_buffer(BufferBytesFor(size)) {
   Rewind();
 }
 

@@ -85,7 +85,8 @@ class XyzTextCursor {
   PlatformFile& m_file;
   const long long m_size;
   const XyzTextOptions m_options;
-  std::vector<char> m_buffer;  // kBufferBytes, one for the line feed that a last line may lack, and what ReadPlainXyzLine may look at
+  // As long as the file, at most kBufferBytes; one for the line feed that a last line may lack; and what ReadPlainXyzLine may look at.
+  std::vector<char> m_buffer;
   const char* m_at = nullptr;        // the next line
   const char* m_linesEnd = nullptr;  // behind the last line of the buffer that is whole
   char* m_dataEnd = nullptr;
