@@ -25,8 +25,7 @@
 #include "zelbase/platform/ZelBaseApi.h"
 
 // The export of a language module that is a shared library, to be defined there as extern "C": the text of a number, which
-// stays valid, or null (or "") for a number it lacks; what it throws counts as null. Called from any thread, also from several
-// at once.
+// stays valid; null, "" or an exception for a number it lacks. Called from any thread, also from several at once.
 using ZelNumberedTextFunction = const char* (*)(int number);
 inline constexpr char NUMBERED_TEXT_EXPORT[] = "ZelNumberedText";
 

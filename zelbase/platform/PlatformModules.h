@@ -29,9 +29,8 @@ class ZELBASE_API PlatformModules {
   // How the names of this system's shared libraries end, with the dot.
   virtual std::string LibraryEnding() = 0;
 
-  // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, without a message;
-  // a library that was cut short is one. What a library throws while its statics are made ends the process: the system's loader
-  // lets nothing through. A path with one of the loader's own words in it ("$ORIGIN", "$LIB", "$PLATFORM") is not loaded.
+  // Loads the shared library at `path` ("\" or "/"; relative to the current folder). Null on failure, in silence: cut
+  // short, say, or with a word of the loader's own ("$LIB") in its path. What its statics throw ends the process.
   virtual ModuleHandle Load(const std::string& path) = 0;
 
   // The address of an exported name; null when there is none or `module` is null.
