@@ -11,6 +11,7 @@ what a macro wrote, and calls that only make room (reserve). A place whose choic
 
 import argparse
 import hashlib
+import inspect
 import json
 import os
 import pickle
@@ -22,6 +23,7 @@ import subprocess
 import sys
 import tempfile
 import time
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import clang.cindex
@@ -30,8 +32,10 @@ from clang.cindex import CursorKind as K, TypeKind as T
 ROOT = Path(__file__).resolve().parent.parent
 CLEAN = ROOT / "build/mutants/clean"
 NOTICED_ENOUGH = 0.9
-QUICK_SECONDS = 1.0         # of tests in the first batch of a mutant
-SHORT_SECONDS = 0.3         # of a test that runs against every survivor
+QUICK_SECONDS = 0.5         # of tests in the first batch of a mutant
+SLOW_SECONDS = 1.0          # of the processor: a test that takes longer is left out, but for --patient; so fewer are noticed, not more
+SHORT_SECONDS = 0.1         # of a test that runs against every survivor
+BUSY = 20                   # how much longer a second of the processor may take on a busy machine
 MEMORY = 8 << 30            # of one test program, in bytes
 BIGGEST_FILE = 6 << 30      # that it may write, in bytes
 COMPARISONS = {"<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="], ">=": [">", "<"], "==": ["!="], "!=": ["=="]}
@@ -56,6 +60,7 @@ SUPPORT_SOURCE = """#include <gtest/gtest.h>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 namespace { constexpr int kPlaces = 65536; unsigned char g_first[kPlaces]; }
 extern "C" { int zelbase_mutant = 0; unsigned char* zelbase_reached = g_first; }
 namespace {
@@ -66,13 +71,13 @@ __attribute__((constructor(101))) void Choose() {
 }
 struct Tracer : testing::EmptyTestEventListener {
   explicit Tracer(const char* path) : file(std::fopen(path, "w")) {}
-  void OnTestStart(const testing::TestInfo& test) override {
+  void OnTestStart(const testing::TestInfo&) override {
     if (first) Write("", "", 0);
     first = false;
-    static_cast<void>(test);
+    begun = std::clock();
   }
   void OnTestEnd(const testing::TestInfo& test) override {
-    Write(test.test_suite_name(), test.name(), static_cast<long>(test.result()->elapsed_time()));
+    Write(test.test_suite_name(), test.name(), static_cast<long>((std::clock() - begun) / (CLOCKS_PER_SEC / 1000)));
   }
   void OnTestProgramEnd(const testing::UnitTest&) override { Write("", "", 0); }
   void Write(const char* suite, const char* name, long milliseconds) {
@@ -84,6 +89,7 @@ struct Tracer : testing::EmptyTestEventListener {
   }
   std::FILE* file;
   bool first = true;
+  std::clock_t begun = 0;
 };
 [[maybe_unused]] const bool g_traced = [] {
   const char* const path = std::getenv("ZELBASE_MUTANT_TRACE");
@@ -396,6 +402,8 @@ class Folder:
     self.copy = self.build / "copy"
     self.program = self.build / f"{name}_tests"
     self.dropped = set()
+    self.patience = SLOW_SECONDS
+    self.jobs = os.cpu_count() or 1
 
   # ---- What is built ----
 
@@ -404,7 +412,7 @@ class Folder:
       sys.exit(f"scripts/mutate: no such folder: {self.name}")
     self.build.mkdir(parents=True, exist_ok=True)
     self.must(["cmake", "--preset", "debug", "-B", str(CLEAN), "-DZELBASE_BUILD_APPS=OFF", "-DZELBASE_BUILD_ADAPTERS=OFF"])
-    self.must(["cmake", "--build", str(CLEAN), "-j1", "--target", f"{self.name}_tests"])
+    self.must(["cmake", "--build", str(CLEAN), "--target", f"{self.name}_tests"])
     commands = json.loads((CLEAN / "compile_commands.json").read_text())
     self.commands = {str(Path(c["file"]).relative_to(ROOT)): c["command"] for c in commands
                      if Path(c["file"]).is_relative_to(ROOT)}
@@ -423,13 +431,14 @@ class Folder:
   # ---- The places ----
 
   def find(self):
-    digest = hashlib.sha1(Path(__file__).read_bytes())
+    digest = hashlib.sha1((inspect.getsource(Finder) + inspect.getsource(Place)).encode())
     for file in sorted((ROOT / "zelbase").rglob("*.h")) + [ROOT / f for f in self.files()]:
       digest.update(file.read_bytes())
+    self.digest = digest.hexdigest()
     cache = self.build / "places.pickle"
     if cache.exists():
       known, places = pickle.loads(cache.read_bytes())
-      if known == digest.hexdigest():
+      if known == self.digest:
         return places
     found, texts = {}, {}
     index = clang.cindex.Index.create()
@@ -439,7 +448,7 @@ class Folder:
       unit = index.parse(str(ROOT / file), args=arguments)
       Finder(self.name, found, texts).unit(unit.cursor)
     places = list(found.values())
-    cache.write_bytes(pickle.dumps((digest.hexdigest(), places)))
+    cache.write_bytes(pickle.dumps((self.digest, places)))
     return places
 
   @staticmethod
@@ -485,7 +494,7 @@ class Folder:
 
   def compile_all(self, places):
     """The chosen places, compiled: those that do not compile gave way to others."""
-    (self.build / "mutant.h").write_text(SUPPORT_HEADER)
+    self.write_header()
     (self.build / "mutant.cpp").write_text(SUPPORT_SOURCE)
     for _ in range(40):
       chosen = self.choose(places)
@@ -516,21 +525,45 @@ class Folder:
         ready = str(self.object_of(test))
       self.test_objects.append(ready)
 
+  # With the standard headers of the folder, compiled beforehand: they are most of what there is to compile.
+  def write_header(self):
+    standard = {h for f in self.files() for h in re.findall(r"^#include (<[a-z_]+>)", text_of(ROOT / f), flags=re.M)}
+    content = SUPPORT_HEADER + "".join(f"#include {h}\n" for h in sorted(standard))
+    header = self.build / "mutant.h"
+    ready = self.build / "mutant.h.gch"
+    if ready.exists() and header.exists() and header.read_text() == content:
+      return
+    header.write_text(content)
+    words = self.words(self.sources[0])
+    self.must_in_clean(words + ["-x", "c++-header", str(header), "-o", str(ready)])
+
+  # The command of a file without its source and target.
+  def words(self, file):
+    words = shlex.split(self.commands[file])
+    at = words.index("-o")
+    words = words[:at] + words[at + 2:]
+    return [w for w in words if w not in ("-c", "-g", "-Werror", str(ROOT / file))] + ["-w"]
+
   def object_of(self, file):
     return self.build / "objects" / (file + ".o")
 
   def compile(self, file, source, must=False):
-    words = shlex.split(self.commands[file])
-    at = words.index("-o")
     target = self.object_of(file)
     target.parent.mkdir(parents=True, exist_ok=True)
-    words = words[:at] + words[at + 2:]
-    words = [w for w in words if w not in ("-c", "-g", "-Werror", str(ROOT / file))]
-    copy = ["-I", str(self.copy), "-include", str(self.build / "mutant.h")]
+    words = self.words(file)
     compiler = next(i for i, w in enumerate(words) if re.search(r"(g\+\+|c\+\+|clang\+\+)[-\d.]*$", w)) + 1
-    optimise = ["-O1"] if file.startswith("zelbase/") else []
-    words = words[:compiler] + copy + words[compiler:] + optimise + ["-w", "-c", str(source), "-o", str(target)]
+    copy = ["-I", str(self.copy), "-include", str(self.build / "mutant.h")]
+    words = words[:compiler] + copy + words[compiler:] + ["-c", str(source), "-o", str(target)]
+    headers = self.copied_headers() + (self.test_headers() if file in self.tests else b"")
+    key = self.digest + hashlib.sha1(repr(words).encode() + Path(source).read_bytes() + headers).hexdigest()
+    stamp = target.with_suffix(".key")
+    if target.exists() and stamp.exists() and stamp.read_text() == key:
+      return subprocess.CompletedProcess(words, 0, "", "")
     result = run(words, cwd=CLEAN)
+    if result.returncode == 0:
+      stamp.write_text(key)
+    else:
+      stamp.unlink(missing_ok=True)
     if must and result.returncode != 0:
       sys.exit(f"scripts/mutate: {file} does not compile:\n{result.stderr[-3000:]}")
     return result
@@ -543,11 +576,20 @@ class Folder:
     self.commands[self.headers] = self.commands[plain].replace(str(ROOT / plain), str(ROOT / self.headers)) + " -fkeep-inline-functions"
     (self.copy / self.headers).write_text(included)
 
+  def copied_headers(self):
+    return b"".join(p.read_bytes() for p in sorted(self.copy.rglob("*.h")))
+
+  @staticmethod
+  def test_headers():
+    return b"".join(p.read_bytes() for p in sorted((ROOT / "tests").rglob("*.h")))
+
   def compile_sources(self, ranges):
     refused = []
     self.write_headers()
-    for file in self.sources + [self.headers]:
-      result = self.compile(file, self.copy / file)
+    files = self.sources + [self.headers]
+    with ThreadPoolExecutor(self.jobs) as pool:
+      results = list(pool.map(lambda file: self.compile(file, self.copy / file), files))
+    for file, result in zip(files, results):
       if result.returncode == 0:
         continue
       here = self.blamed(result.stderr, ranges)
@@ -601,10 +643,10 @@ class Folder:
   # ---- The runs ----
 
   def start(self, number, tests, seconds, trace=None):
-    """True if all of `tests` pass within the time; None for "all but the long ones"."""
+    """True if all of `tests` pass within the time; with a trace, all but those and the long ones."""
     with tempfile.TemporaryDirectory(prefix="mutant") as place:
       flags = Path(place) / "flags"
-      chosen = ":".join(tests) if tests is not None else "-*Long.*:*Long/*"
+      chosen = ":".join(tests) if trace is None else ":".join(["-*Long.*", "*Long/*"] + tests)
       flags.write_text(f"--gtest_filter={chosen}\n--gtest_brief=1\n" + ("--gtest_fail_fast\n" if trace is None else ""))
       work = Path(place) / "work"
       work.mkdir()
@@ -623,7 +665,7 @@ class Folder:
       process = subprocess.Popen([str(self.program), f"--gtest_flagfile={flags}"], cwd=work, env=environment, stdout=log,
                                  stderr=log, stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=limit)
       try:
-        return process.wait(timeout=4 * seconds + 10) == 0
+        return process.wait(timeout=BUSY * seconds + 60) == 0
       except subprocess.TimeoutExpired:
         return False
       finally:
@@ -634,24 +676,26 @@ class Folder:
         process.wait()
         log.close()
 
+  # Notes which test comes by which places. Tests that an earlier run saw to be slow are not asked again.
   def clean_run(self):
-    trace = self.build / "trace"
-    begun = time.time()
-    if not self.start(0, None, 1800, trace):
+    trace, known = self.build / "trace", self.build / "costs.json"
+    costs = json.loads(known.read_text()) if known.exists() else {}
+    slow = [name for name, seconds in costs.items() if seconds > self.patience]
+    if not self.start(0, slow, 1800, trace):
       sys.exit(f"scripts/mutate: the tests fail without a mutant:\n{(self.build / 'last.log').read_text(errors='replace')[-3000:]}")
-    self.whole = time.time() - begun
-    self.by_place, self.cost, self.always = {}, {}, set()
+    self.by_place, self.cost = {}, {}
     for line in trace.read_text().splitlines():
       name, milliseconds, *reached = line.split()
       if name == ".":
-        self.always |= set(map(int, reached))
         continue
       self.cost[name] = int(milliseconds) / 1000
       for number in reached:
         self.by_place.setdefault(int(number), []).append(name)
+    known.write_text(json.dumps({**costs, **self.cost}))
 
   def noticed(self, place):
-    reaching = sorted(self.by_place.get(place.number, []), key=lambda t: (self.cost[t], t))
+    tests = [t for t in self.by_place.get(place.number, []) if self.cost[t] <= self.patience]
+    reaching = sorted(tests, key=lambda t: (self.cost[t], t))
     stem = Path(place.file).stem
     reaching.sort(key=lambda t: stem not in t.split(".")[0] or self.cost[t] > QUICK_SECONDS)
     quick, spent = [], 0.0
@@ -695,21 +739,27 @@ def main():
   parser.add_argument("count", nargs="?", type=int, default=300)
   parser.add_argument("--survivors", action="store_true", help="those only that the last run did not see noticed")
   parser.add_argument("--one", type=int, help="this mutant only, all tests that are not long, with their output")
+  parser.add_argument("--build", action="store_true", help="compiles only")
+  parser.add_argument("--patient", action="store_true", help="with the tests that take more than a second, too")
   options = parser.parse_args()
   folder = Folder(options.folder, options.count)
+  if options.patient:
+    folder.patience = float("inf")
   folder.prepare()
   places = folder.find()
   print(f"{options.folder}: {len(places)} possible changes; compiling {options.count}", flush=True)
   chosen = folder.compile_all(places)
   if options.one is not None:
     show(next(p for p in chosen if p.number == options.one))
-    passed = folder.start(options.one, None, 600)
+    passed = folder.start(options.one, ["*"], 600)
     print((folder.build / "last.log").read_text(errors="replace")[-3000:], "passed" if passed else "noticed")
+    return 0
+  if options.build:
     return 0
   folder.clean_run()
   results = folder.build / "results.json"
   before = set(map(tuple, json.loads(results.read_text()))) if options.survivors and results.exists() else None
-  print(f"  the tests take {folder.whole:.1f} s; {len(chosen)} mutants", flush=True)
+  print(f"  the tests take {sum(folder.cost.values()):.1f} s; {len(chosen)} mutants", flush=True)
   survivors, begun = [], time.time()
   for at, place in enumerate(chosen, 1):
     if before is not None and place.key() not in before:
