@@ -403,7 +403,7 @@ class Folder:
     self.program = self.build / f"{name}_tests"
     self.dropped = set()
     self.patience = SLOW_SECONDS
-    self.jobs = os.cpu_count() or 1
+    self.jobs = 1
 
   # ---- What is built ----
 
@@ -411,8 +411,9 @@ class Folder:
     if not (ROOT / "zelbase" / self.name).is_dir() or not (ROOT / "tests" / self.name).is_dir():
       sys.exit(f"scripts/mutate: no such folder: {self.name}")
     self.build.mkdir(parents=True, exist_ok=True)
-    self.must(["cmake", "--preset", "debug", "-B", str(CLEAN), "-DZELBASE_BUILD_APPS=OFF", "-DZELBASE_BUILD_ADAPTERS=OFF"])
-    self.must(["cmake", "--build", str(CLEAN), "--target", f"{self.name}_tests"])
+    if not (CLEAN / "build.ninja").exists():
+      self.must(["cmake", "--preset", "debug", "-B", str(CLEAN), "-DZELBASE_BUILD_APPS=OFF", "-DZELBASE_BUILD_ADAPTERS=OFF"])
+    self.must(["cmake", "--build", str(CLEAN), f"-j{self.jobs}", "--target", f"{self.name}_tests"])
     commands = json.loads((CLEAN / "compile_commands.json").read_text())
     self.commands = {str(Path(c["file"]).relative_to(ROOT)): c["command"] for c in commands
                      if Path(c["file"]).is_relative_to(ROOT)}
@@ -739,10 +740,12 @@ def main():
   parser.add_argument("count", nargs="?", type=int, default=300)
   parser.add_argument("--survivors", action="store_true", help="those only that the last run did not see noticed")
   parser.add_argument("--one", type=int, help="this mutant only, all tests that are not long, with their output")
+  parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 1, help="compilers at a time")
   parser.add_argument("--build", action="store_true", help="compiles only")
   parser.add_argument("--patient", action="store_true", help="with the tests that take more than a second, too")
   options = parser.parse_args()
   folder = Folder(options.folder, options.count)
+  folder.jobs = options.jobs
   if options.patient:
     folder.patience = float("inf")
   folder.prepare()
