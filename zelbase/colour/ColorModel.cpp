@@ -112,6 +112,7 @@ void ColorTable::RGBtoHSL(COLORREF color, double& h, double& s, double& l) {
     h = 2.0 / 3.0 + distance(green) - distance(red);
   }
   if (h < 0) h += 1;
+  // Unreached: two distances differ by a sixth at the most, so that no hue comes above five sixths.
   if (h > 1) h -= 1;
 }
 

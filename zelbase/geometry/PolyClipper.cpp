@@ -32,6 +32,7 @@ bool PolyClipper::FillPolygon(const Point* points, long count) {
 }
 
 bool PolyClipper::FillPolygon(const std::vector<Point>& points) {
+  // Unreached: so many points take 48 GB.
   if (points.size() > kMostPoints) return false;
   return FillPolygon(points.data(), static_cast<long>(points.size()));
 }
@@ -42,6 +43,7 @@ void PolyClipper::ResetOutputList() {
 }
 
 bool PolyClipper::StoreOutputPoint(const Point& point, bool newRing) {
+  // Unreached: so many points take 48 GB.
   if (m_outputPoints.size() >= kMostPoints) return true;
   m_outputPoints.push_back(point);
   m_outputFlags.push_back(newRing ? 1 : 0);

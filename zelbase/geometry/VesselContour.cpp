@@ -84,6 +84,7 @@ VesselPoint PointOfText(std::string_view text) {
 
 template <class Bits>
 bool Pack(Bits bits, char*& at, std::size_t& left) {
+  // Unreached: SaveToString has made room for all.
   if (left < sizeof bits) return false;
   for (std::size_t i = 0; i < sizeof bits; ++i) *at++ = static_cast<char>((bits >> (8 * i)) & 0xFF);
   left -= sizeof bits;
@@ -92,6 +93,7 @@ bool Pack(Bits bits, char*& at, std::size_t& left) {
 
 template <class Bits>
 bool UnPack(Bits& bits, const char*& at, std::size_t& left) {
+  // Unreached: LoadFromString asks for whole records only.
   if (left < sizeof bits) return false;
   bits = 0;
   for (std::size_t i = 0; i < sizeof bits; ++i) {
@@ -319,6 +321,7 @@ bool VesselContour::PackBool(bool value, char*& at, std::size_t& left) {
 
 bool VesselContour::UnPackDouble(double& value, const char*& at, std::size_t& left) {
   std::uint64_t bits = 0;
+  // Unreached: as in UnPack.
   if (!UnPack(bits, at, left)) return false;
   value = std::bit_cast<double>(bits);
   return true;
@@ -326,6 +329,7 @@ bool VesselContour::UnPackDouble(double& value, const char*& at, std::size_t& le
 
 bool VesselContour::UnPackLong(int& value, const char*& at, std::size_t& left) {
   std::uint32_t bits = 0;
+  // Unreached: as in UnPack.
   if (!UnPack(bits, at, left)) return false;
   value = static_cast<int>(bits);
   return true;
@@ -333,6 +337,7 @@ bool VesselContour::UnPackLong(int& value, const char*& at, std::size_t& left) {
 
 bool VesselContour::UnPackBool(bool& value, const char*& at, std::size_t& left) {
   std::uint8_t bits = 0;
+  // Unreached: as in UnPack.
   if (!UnPack(bits, at, left)) return false;
   value = bits != 0;  // Kept: any byte but 0 is true
   return true;

@@ -128,6 +128,7 @@ bool ColorLookup::HasVectors() { return false; }
 #endif
 
 void ColorLookup::ColorsOf(std::span<const double> values, COLORREF* colors) const {
+  // Unreached: a processor either has the vectors or not. The other way is tried by itself.
   const std::size_t done = HasVectors() ? ColorsByVectors(values, colors) : 0;
   ColorsOfPortably(values.subspan(done), colors + done);
 }

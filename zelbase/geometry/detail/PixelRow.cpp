@@ -151,7 +151,9 @@ std::size_t PixelsByVectors(const CoordinateSystem& system, std::span<const Poin
 
 PixelRow::Way PixelRow::BestWay() {
   __builtin_cpu_init();
+  // Unreached: a processor has these or not. Every way is tried by itself.
   if (__builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0) return Way::kFour;
+  // Unreached: likewise.
   return __builtin_cpu_supports("avx2") != 0 ? Way::kTwo : Way::kSingle;
 }
 
