@@ -495,6 +495,7 @@ class Folder:
 
   def compile_all(self, places):
     """The chosen places, compiled: those that do not compile gave way to others."""
+    self.remember_dropped()
     self.write_header()
     (self.build / "mutant.cpp").write_text(SUPPORT_SOURCE)
     for _ in range(40):
@@ -506,6 +507,7 @@ class Folder:
       if not refused:
         break
       self.dropped |= {self.identity(p) for p in refused}
+      (self.build / "dropped.json").write_text(json.dumps([self.digest, sorted(self.dropped)]))
       print(f"  {len(refused)} places do not compile as a choice; others take their turn", flush=True)
     else:
       sys.exit("scripts/mutate: the places do not come to compile")
@@ -525,6 +527,12 @@ class Folder:
         self.compile(test, ROOT / test, must=True)
         ready = str(self.object_of(test))
       self.test_objects.append(ready)
+
+  def remember_dropped(self):
+    known = self.build / "dropped.json"
+    if known.exists():
+      digest, dropped = json.loads(known.read_text())
+      self.dropped = set(map(tuple, dropped)) if digest == self.digest else set()
 
   # With the standard headers of the folder, compiled beforehand: they are most of what there is to compile.
   def write_header(self):
