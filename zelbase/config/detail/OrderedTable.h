@@ -129,8 +129,7 @@ class OrderedTable {
 
   // Adds an entry at the end, for the caller to fill in. Its key must not be there yet.
   Entry& Append(std::uint32_t hash) {
-    // Unreached: four billion entries, more than 100 GB
-    if (m_entries.size() >= PositionIndex::kNone) throw std::length_error("settings table");
+    if (m_entries.size() >= PositionIndex::kNone) throw std::length_error("settings table");  // Unreached: four billion entries
     if (m_entries.capacity() == 0) m_entries.reserve(kFirstRoom);
     Entry& entry = m_entries.emplace_back();
     try {
