@@ -2,25 +2,21 @@
 
 #include <malloc.h>
 
+#include <cstddef>
 #include <fstream>
 #include <string>
 
-#include "tests/support/Effort.h"
 #include "tests/support/ThisProcess.h"
 
-#ifdef ZELBASE_TESTS_SANITIZED
-#include <sanitizer/allocator_interface.h>
-#endif
+// There under a sanitizer only, which has an allocator of its own.
+extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace {
 
 std::size_t AllocatedBytes() {
-#ifdef ZELBASE_TESTS_SANITIZED
-  return __sanitizer_get_current_allocated_bytes();
-#else
+  if (__sanitizer_get_current_allocated_bytes != nullptr) return __sanitizer_get_current_allocated_bytes();
   const auto use = ::mallinfo2();
   return use.uordblks + use.hblkhd;
-#endif
 }
 
 }  // namespace
