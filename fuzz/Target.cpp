@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -18,7 +19,9 @@
 #endif
 
 #ifdef ZELBASE_FUZZ_COUNTS_BYTES
-#include <sanitizer/allocator_interface.h>
+// As the sanitizer's header has them, which g++ does not bring.
+extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void* place);
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*took)(const volatile void*, std::size_t), void (*gaveBack)(const volatile void*));
 #endif
 
 namespace {
