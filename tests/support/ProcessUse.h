@@ -10,6 +10,9 @@ struct ProcessUse {
   std::size_t allocated = 0;  // bytes asked for and not given back, the system's libraries' too
 };
 
+// So many mappings a heap may gain in a thousand rounds of whatever; rounds that left one each would be more.
+inline constexpr int kMappingsOfTheHeap = 100;
+
 // As it is now. Nothing else may run in the process.
 ProcessUse UseOfThisProcess();
 
