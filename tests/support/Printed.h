@@ -1,13 +1,32 @@
 // What the C library prints, for tests that hold a text of ours against it.
 #pragma once
 
+#include <locale.h>
+
 #include <cstddef>
 #include <cstdio>
 #include <string>
 
-// The C library's print, of any length, in the "C" locale that a test process starts with. Zero bytes count.
+// Puts the calling thread into the "C" locale for a scope, whatever locale the process is in.
+class CLocale {
+ public:
+  CLocale() : m_locale(newlocale(LC_ALL_MASK, "C", nullptr)), m_before(uselocale(m_locale)) {}
+  ~CLocale() {
+    uselocale(m_before);
+    freelocale(m_locale);
+  }
+  CLocale(const CLocale&) = delete;
+  CLocale& operator=(const CLocale&) = delete;
+
+ private:
+  locale_t m_locale;
+  locale_t m_before;
+};
+
+// The C library's print, of any length, in the "C" locale. Zero bytes count.
 template <class... Values>
 std::string Printed(const char* format, Values... values) {
+  const CLocale locale;
   char small[512];
   const int length = std::snprintf(small, sizeof small, format, values...);
   if (length < static_cast<int>(sizeof small)) return std::string(small, static_cast<std::size_t>(length));
