@@ -3,13 +3,13 @@
 
 #include <clocale>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <random>
 #include <string>
 #include <string_view>
 
 #include "tests/config/SettingsTestHelp.h"
+#include "tests/support/Printed.h"
 
 namespace {
 
@@ -181,9 +181,7 @@ TEST(FileObjectItems, DoublesAgreeWithTheFormatTheyAreNamedAfter) {
       const double r = std::fmod(v, 1);
       if (!(e < r) || !(r < 1 - e)) break;
     }
-    char text[400];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    ASSERT_EQ(Stored(value), text) << i;
+    ASSERT_EQ(Stored(value), Printed("%.*f", decimals, value)) << i;
   }
 }
 

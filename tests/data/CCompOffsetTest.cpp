@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <random>
 #include <string>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/CommaLocale.h"
+#include "tests/support/Printed.h"
 
 namespace {
 
@@ -75,10 +75,9 @@ TEST(CCompOffset, NumbersOfAnyLengthAreWritten) {
   CCompOffset offset;
   offset.SetOffset(1e308, -1e308, std::numeric_limits<double>::denorm_min());
   const std::string text = offset.GenerateString();
-  char expected[400];
-  std::snprintf(expected, sizeof expected, "%f", 1e308);
-  EXPECT_EQ(std::string(expected).size(), 316u);
-  EXPECT_EQ(text, "2,1,,0,0,0,0," + std::string(expected) + ",-" + expected + ",0.000000");
+  const std::string expected = Printed("%f", 1e308);
+  EXPECT_EQ(expected.size(), 316u);
+  EXPECT_EQ(text, "2,1,,0,0,0,0," + expected + ",-" + expected + ",0.000000");
   CCompOffset back;
   EXPECT_TRUE(back.SetFromString(text));
   EXPECT_EQ(FieldsOf(back), Fields(0, 2, 1, "", "0,0,0,0", 1e308, -1e308, 0.0));
