@@ -8,7 +8,8 @@ line at the top.
 import re
 import sys
 
-# What stands indented, or in a table of the header's own, keeps its form.
+# What stands indented behind an empty line, or in a table of the header's own, keeps its form; indented lines that go on from an ordinary
+# one are text.
 KEPT = re.compile(r"^( {2,}|\|)")
 
 
@@ -26,12 +27,21 @@ def words(text, has_code=True):
     return "".join(parts)
 
 
+def flowing(line):
+    """A line of text; numbered points and dashes begin on lines of their own."""
+    text = line.strip()
+    if re.match(r"\(\d+\) ", text):
+        return "<br>" + words(text)
+    return "<br>&bull; " + words(text[2:]) if text.startswith("- ") and line.startswith("  ") else words(text)
+
+
 def block(lines, indent):
     """The comment above a declaration."""
     result, i = [], 0
     while i < len(lines):
-        if not KEPT.match(lines[i]):
-            result.append(indent + "/// " + words(lines[i]))
+        goes_on = lines[i].startswith("  ") and (lines[i].lstrip().startswith("- ") or (i > 0 and lines[i - 1]))
+        if goes_on or not KEPT.match(lines[i]):
+            result.append(indent + "/// " + flowing(lines[i]))
             i += 1
             continue
         end = i
