@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 
@@ -53,6 +54,13 @@ inline std::string Grouped(std::size_t count) {
   std::string text = std::to_string(count);
   for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
   return text;
+}
+
+// Measures a subject at each of its sizes; `compare` tells of one whether it met its bars. The exit code of the program.
+inline int AtEachSize(std::initializer_list<int> sizes, bool (*compare)(int size)) {
+  bool allMet = true;
+  for (const int size : sizes) allMet = compare(size) && allMet;
+  return allMet ? 0 : 1;
 }
 
 class Comparison {

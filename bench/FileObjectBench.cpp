@@ -4,7 +4,6 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <random>
 #include <string>
@@ -12,36 +11,14 @@
 #include <vector>
 
 #include "bench/Compare.h"
+#include "bench/MemoryFile.h"
 #include "zelbase/config/FileObject.h"
 #include "zelbase/platform/CArchive.h"
-#include "zelbase/platform/CFile.h"
 
 namespace {
 
 constexpr int kBarSections = 200;
 constexpr int kKeys = 200;
-
-// A file in memory.
-class MemoryFile : public CFile {
- public:
-  explicit MemoryFile(std::string text = {}) : m_text(std::move(text)) {}
-
-  unsigned int Read(void* buffer, unsigned int count) override {
-    const std::size_t taken = std::min<std::size_t>(count, m_text.size() - m_position);
-    std::memcpy(buffer, m_text.data() + m_position, taken);
-    m_position += taken;
-    return static_cast<unsigned int>(taken);
-  }
-
-  void Write(const void* buffer, unsigned int count) override { m_text.append(static_cast<const char*>(buffer), count); }
-
-  void Rewind() { m_position = 0; }
-  void Cut() { m_text.clear(); }
-
- private:
-  std::string m_text;
-  std::size_t m_position = 0;
-};
 
 std::string SectionName(int section) { return "Section " + std::to_string(section); }
 std::string KeyName(int key) { return "Key of item " + std::to_string(key); }
@@ -174,7 +151,5 @@ bool Compare(int sections) {
 }  // namespace
 
 int main() {
-  bool allMet = true;
-  for (const int sections : {2, 20, kBarSections, 2000}) allMet = Compare(sections) && allMet;
-  return allMet ? 0 : 1;
+  return AtEachSize({2, 20, kBarSections, 2000}, Compare);
 }

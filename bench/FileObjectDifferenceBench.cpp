@@ -1,40 +1,18 @@
-// What it takes to compare two settings files of 200 sections of 200 keys, beside the reading of both from
+// What it takes to compare two settings files of 2 to 2,000 sections of 200 keys, beside the reading of both from
 // memory: a tenth of the values is changed, some keys and sections are new and some gone.
 
-#include <algorithm>
-#include <cstring>
 #include <string>
-#include <utility>
 
 #include "bench/Compare.h"
+#include "bench/MemoryFile.h"
 #include "zelbase/config/FileObject.h"
 #include "zelbase/config/SettingsDifference.h"
 #include "zelbase/platform/CArchive.h"
-#include "zelbase/platform/CFile.h"
 
 namespace {
 
 constexpr int kBarSections = 200;
 constexpr int kKeys = 200;
-
-// A file in memory, read again and again.
-class MemoryFile : public CFile {
- public:
-  explicit MemoryFile(std::string text) : m_text(std::move(text)) {}
-
-  unsigned int Read(void* buffer, unsigned int count) override {
-    const std::size_t taken = std::min<std::size_t>(count, m_text.size() - m_position);
-    std::memcpy(buffer, m_text.data() + m_position, taken);
-    m_position += taken;
-    return static_cast<unsigned int>(taken);
-  }
-
-  void Rewind() { m_position = 0; }
-
- private:
-  std::string m_text;
-  std::size_t m_position = 0;
-};
 
 // The newer file lacks every fiftieth key and the first three sections, and has as many others.
 std::string MakeText(int sections, bool newer) {
@@ -106,7 +84,5 @@ bool Compare(int sections) {
 }  // namespace
 
 int main() {
-  bool allMet = true;
-  for (const int sections : {2, 20, kBarSections, 2000}) allMet = Compare(sections) && allMet;
-  return allMet ? 0 : 1;
+  return AtEachSize({2, 20, kBarSections, 2000}, Compare);
 }

@@ -165,7 +165,5 @@ bool Compare(int records) {
 }  // namespace
 
 int main() {
-  bool allMet = true;
-  for (const int records : {100000, 1000000, kBarRecords}) allMet = Compare(records) && allMet;
-  return allMet ? 0 : 1;
+  return AtEachSize({100000, 1000000, kBarRecords}, Compare);
 }

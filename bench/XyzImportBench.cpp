@@ -168,7 +168,5 @@ bool Compare(int lines) {
 }  // namespace
 
 int main() {
-  bool allMet = true;
-  for (const int lines : {10000, 100000, kBarLines}) allMet = Compare(lines) && allMet;
-  return allMet ? 0 : 1;
+  return AtEachSize({10000, 100000, kBarLines}, Compare);
 }
