@@ -548,6 +548,41 @@ TEST(ColorTable, ACopyAndAMovedTableHaveAnIndexOfTheirOwn) {
   EXPECT_EQ(moved.GetColor(1.5), 0u);
 }
 
+TEST(ColorTable, ATableAssignedToItselfKeepsItsEntries) {
+  ColorTable table = TableOf({0, 1, 2});
+  LookUpOften(table);
+  const ColorTable& same = table;
+  table = same;
+  ExpectSameLookUp(table, SecondColorTable(TableOf({0, 1, 2})));
+}
+
+// Whatever is left of its entries: no index of others answers for them.
+TEST(ColorTable, ATableMovedToItselfAnswersByTheEntriesThatItHas) {
+  ColorTable table = TableOf({0, 1, 2});
+  LookUpOften(table);
+  ColorTable& same = table;
+  table = std::move(same);
+  ExpectSameLookUp(table, SecondColorTable(table));
+}
+
+// Beyond a million entries no index is made; what is found is the same.
+TEST(ColorTable, ATableOfMoreEntriesThanAnIndexHoldsIsSearched) {
+  ColorTable table;
+  constexpr int kEntries = (1 << 20) + 1;
+  table.SetLowColor(77);
+  for (int i = 0; i < kEntries; ++i) table.AddEntry(i, static_cast<unsigned int>(i + 1), false, "");
+  ASSERT_EQ(table.NumEntries(), kEntries);
+  const SecondColorTable second(table);
+  std::vector<double> values = {-1, 0, 0.5, 1, 524288, 524288.75, kEntries - 1.5, kEntries - 1.0, kEntries + 5.0};
+  const std::size_t asked = values.size();
+  values.resize(1'100'000, 3.25);  // more than make an index worth having
+  std::vector<unsigned int> colors(values.size());
+  table.GetColors(values, colors);
+  for (std::size_t i = 0; i < asked; ++i) EXPECT_EQ(colors[i], second.Color(values[i])) << values[i];
+  EXPECT_EQ(colors.back(), 4u);
+  EXPECT_EQ(table.GetColor(524288.75), 524289u);
+}
+
 TEST(ColorTable, TablesOfEverySizeAndSpacingGiveTheStatedColours) {
   std::mt19937_64 random(14);
   for (const int size : {2, 3, 4, 5, 63, 64, 65, 300, 5000}) {

@@ -24,15 +24,14 @@ class ZELBASE_API ColorLookupSlot {
   ColorLookupSlot() = default;
   ColorLookupSlot(const ColorLookupSlot&) noexcept {}
   ColorLookupSlot(ColorLookupSlot&& other) noexcept { TakeFrom(other); }
-  ColorLookupSlot& operator=(const ColorLookupSlot& other) noexcept {
-    if (this != &other) Forget();
+  ColorLookupSlot& operator=(const ColorLookupSlot&) noexcept {
+    Forget();
     return *this;
   }
+  // Moved to itself it is empty: the lists of a table that is moved to itself may be so, too.
   ColorLookupSlot& operator=(ColorLookupSlot&& other) noexcept {
-    if (this != &other) {
-      Forget();
-      TakeFrom(other);
-    }
+    Forget();
+    TakeFrom(other);
     return *this;
   }
   ~ColorLookupSlot() { Forget(); }
@@ -46,6 +45,7 @@ class ZELBASE_API ColorLookupSlot {
     // Those that come later only read, so that readers of a table that has no index do not share a line they write.
     if (m_numLookups.load(std::memory_order_relaxed) > bound) return false;
     const std::size_t before = m_numLookups.fetch_add(numLookups, std::memory_order_relaxed);
+    // Unreached: that another thread has counted past between the two lines, but by chance.
     return before <= bound && numLookups > bound - before;
   }
 
