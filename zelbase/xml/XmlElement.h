@@ -61,7 +61,7 @@ class ZELBASE_API XmlElement {
   static bool HasText(const XmlElement* element) { return element != nullptr && element->HasText(); }
   // Copies the text. Kept: true for an empty text as well; false, with `text` left alone, only through null.
   bool GetText(std::string& text) const;
-  static bool GetText(const XmlElement* element, std::string& text) { return element != nullptr && element->GetText(text); }
+  static bool GetText(const XmlElement* element, std::string& text) { return element == nullptr ? false : element->GetText(text); }
 
   // ---- Attributes ----
 
