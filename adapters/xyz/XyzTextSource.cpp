@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "adapters/xyz/detail/XyzTextCursor.h"
 #include "zelbase/platform/PlatformFiles.h"
@@ -24,14 +25,12 @@ bool XyzTextSource::Open(const std::string& fileName) {
   }
   FileOpenRequest request;
   request.path = fileName;
-  m_file = PlatformService<PlatformFiles>::Current().Open(request, m_result);
-  if (m_file == nullptr) return false;
-  m_result = m_file->GetSize(m_size);
-  if (m_result != FileResult::Ok) {
-    m_file.reset();
-    return false;
-  }
-  m_cursor = std::make_unique<XyzTextCursor>(*m_file, m_size, m_options);
+  std::unique_ptr<PlatformFile> file = PlatformService<PlatformFiles>::Current().Open(request, m_result);
+  if (file == nullptr) return false;
+  m_result = file->GetSize(m_size);
+  if (m_result != FileResult::Ok) return false;
+  m_cursor = std::make_unique<XyzTextCursor>(*file, m_size, m_options);
+  m_file = std::move(file);  // both or none, also without memory
   return true;
 }
 

@@ -21,6 +21,12 @@ void Compact(Vector& items, const std::vector<bool>& dropped) {
   items.resize(kept);
 }
 
+// So that an entry comes into all four lists or, without memory, into none.
+template <class List>
+void MakeRoom(List& list) {
+  if (list.size() == list.capacity()) list.reserve(2 * list.size() + 8);
+}
+
 }  // namespace
 
 // --- Fields --------------------------------------------------------------------------------------------------------
@@ -127,6 +133,9 @@ int ColorTable::InsertEntry(double value, COLORREF color, bool locked) {
   // is not a binary search: values that are not numbers stop it.
   const auto at = std::find_if(m_values.begin(), m_values.end(), [value](double entry) { return !(entry < value); });
   const int index = static_cast<int>(at - m_values.begin());
+  MakeRoom(m_colors);
+  MakeRoom(m_locked);
+  MakeRoom(m_names);
   m_values.insert(at, value);
   m_colors.insert(m_colors.begin() + Offset(index), color);
   m_locked.insert(m_locked.begin() + Offset(index), locked);
@@ -143,6 +152,9 @@ bool ColorTable::AddEntry(double value, COLORREF color, bool locked, std::string
 }
 
 void ColorTable::PushEntry(double value, COLORREF color, bool locked, std::string name) {
+  MakeRoom(m_colors);
+  MakeRoom(m_locked);
+  MakeRoom(m_names);
   m_values.push_back(value);
   m_colors.push_back(color);
   m_locked.push_back(locked);

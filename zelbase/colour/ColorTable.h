@@ -53,6 +53,13 @@ inline constexpr COLORREF LOWCOLOR_DEFAULT = 0;
 // FileSave counts as a change, for it sets HasOpened.
 class ZELBASE_API ColorTable {
  public:
+  ColorTable() = default;
+  ColorTable(const ColorTable&) = default;
+  ColorTable(ColorTable&&) = default;
+  ColorTable& operator=(ColorTable&&) = default;
+  // Without memory std::bad_alloc passes and the table is as it was.
+  ColorTable& operator=(const ColorTable& other) { return *this = ColorTable(other); }
+
   // The most entries that one run of a generator makes, and the most colours of one band or of MakeFileColors.
   static constexpr int MOST_RUN_ENTRIES = 65536;
 

@@ -134,6 +134,11 @@ void ColorTable::InsertRun(Run run) {
   }
 
   ColorTable merged;
+  const std::size_t most = m_values.size() + run.size();
+  merged.m_values.reserve(most);
+  merged.m_colors.reserve(most);
+  merged.m_locked.reserve(most);
+  merged.m_names.reserve(most);  // so that no name is on its way when the memory runs out
   const auto push = [&merged](const RunEntry& entry) { merged.PushEntry(entry.value, entry.color, false, {}); };
   std::for_each(run.begin(), rest, push);
   for (std::size_t i = 0; i < m_values.size(); ++i) {

@@ -379,6 +379,7 @@ bool SettingsTextEditor::ReplaceItems(const Lines& lines, const std::string& sec
 
 bool SettingsTextEditor::FileOpen(const std::string& fileName) {
   std::string text;
+  std::string name = fileName;  // text and name change together or not at all
   try {
     CFile file;
     if (!file.Open(fileName, CFile::modeRead | CFile::shareDenyNone, nullptr)) {
@@ -390,7 +391,7 @@ bool SettingsTextEditor::FileOpen(const std::string& fileName) {
     return Fail("cannot read " + Quoted(fileName));
   }
   m_text.swap(text);
-  m_fileName = fileName;
+  m_fileName.swap(name);
   m_reason.clear();
   return true;
 }

@@ -31,8 +31,9 @@ bool ErrorMessageFile::Open(const std::string& fileName) {
   Exchange(std::make_unique<FileObject>());  // Kept: what was open is gone before the new file is tried
   auto file = std::make_unique<FileObject>();
   if (!file->FileOpen(fileName, CFile::modeRead | CFile::shareDenyWrite)) return false;
+  auto wording = std::make_shared<FileWording>();
   Exchange(std::move(file));
-  ErrorWording::Install(std::make_shared<FileWording>());
+  ErrorWording::Install(std::move(wording));
   return true;
 }
 

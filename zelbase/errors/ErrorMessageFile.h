@@ -30,7 +30,7 @@ class ZELBASE_API ErrorMessageFile {
 
   // Reads `fileName`, others denied writing meanwhile, and makes errors ask here (ErrorWording::Install). What was open is
   // gone whatever comes of it. False: an empty name; or a file that does not open, which enters a FileError under "General",
-  // formatted with no file open. Throws the CFileException of a read that fails midway; nothing is open then.
+  // formatted with no file open. Throws the CFileException of a read that fails midway, and std::bad_alloc; nothing is open then.
   bool Open(const std::string& fileName);
 
   // Whether a file is open; one without any section is.

@@ -41,6 +41,7 @@ std::unique_ptr<PlatformFile> OpenFile(const std::string& name, FileDisposition 
 // Kept: a byte counts as a signed character made an int, four bytes of the checksum, lowest first; stored values were made so.
 std::uint32_t FourBytesOf(unsigned char byte) {
   const auto number = static_cast<std::uint32_t>(static_cast<int>(static_cast<signed char>(byte)));
+  // Unreached: false, on a machine with the least byte first.
   if constexpr (std::endian::native == std::endian::little) return number;
   return number << 24 | (number & 0xFF00u) << 8 | (number >> 8 & 0xFF00u) | number >> 24;
 }
@@ -69,11 +70,11 @@ HugeFileStream& HugeFileStream::operator=(const HugeFileStream&) = default;
 HugeFileStream::~HugeFileStream() = default;
 
 bool HugeFileStream::Open(const char* name, bool create, bool readWrite) {
-  const std::string wanted = name != nullptr ? name : "";  // may be our own FileName()
+  std::string wanted = name != nullptr ? name : "";  // may be our own FileName()
   Close();
   m_handle = OpenFile(wanted, create ? FileDisposition::CreateAlways : FileDisposition::OpenExisting, readWrite, nullptr);
   if (m_handle == nullptr) return false;
-  m_fileName = wanted;
+  m_fileName = std::move(wanted);
   m_readWrite = readWrite;
   return true;
 }

@@ -152,6 +152,7 @@ bool VesselContour::OpenFile(const std::string& fileName) {
 }
 
 void VesselContour::SetDefaultContour() {
+  m_points.reserve(m_points.size() + 6);  // so that the hull is added whole or not at all
   m_penColor = 0;
   m_penWidth = 0;  // Kept: 0, and not the 1 of a file that says nothing of the pen
   // Kept: behind the points that are held, so that a second failure makes twelve of six.

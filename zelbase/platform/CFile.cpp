@@ -1,6 +1,7 @@
 #include "zelbase/platform/CFile.h"
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -73,9 +74,10 @@ FileResult CFile::OpenThrough(const std::string& fileName, unsigned int openFlag
   request.sharing = SharingOf(openFlags);
   request.disposition = DispositionOf(openFlags);
   FileResult result = FileResult::IoFailed;
+  std::string path = fileName;  // before the file is open, so that it is under this name or not at all
   m_file = PlatformService<PlatformFiles>::Current().Open(request, result);
   if (m_file == nullptr) return result;
-  m_path = fileName;
+  m_path = std::move(path);
   return FileResult::Ok;
 }
 

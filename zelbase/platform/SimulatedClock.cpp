@@ -354,6 +354,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     }
   }
 
+  // Unreached: nobody awake and something due, since MoveOn, under the same hold of the mutex, deals with that.
   bool IsSettled() const ZELBASE_REQUIRES(m_mutex) {
     return m_awake == 0 && !m_acting && EarliestLimit() > m_now && NextAction() > m_now;
   }

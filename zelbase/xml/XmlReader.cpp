@@ -124,17 +124,23 @@ bool XmlReader::ReadData(const char* data, unsigned int length) {
   m_begin = data;
   m_cursor = data;
   m_end = data + length;
+  // Whatever is half read goes, also when there is no memory for the rest.
+  struct Leave {
+    XmlReader& reader;
+    bool complete = false;
+    ~Leave() {
+      reader.Forget();
+      if (!complete) reader.m_root.Clear();
+    }
+  } leave{*this};
   for (std::string_view tag; FindNextTag();) {
     if (TakePlainTag()) continue;
     if (!CutTag(tag)) break;
-    if (ParseTag(tag)) continue;
-    Forget();
-    m_root.Clear();
-    return false;
+    if (!ParseTag(tag)) return false;
   }
   NoteTheEnd();
   while (!m_open.empty()) CloseInnermost();
-  Forget();
+  leave.complete = true;
   return true;  // Kept: also when the text ended in the middle, or its reading did
 }
 

@@ -39,6 +39,8 @@
 // attributes in a tag. The tree of a hostile text takes at most 200 bytes for each of its bytes while it is read. Apart from
 // both stand attribute names that run into each other: those of a tag may sum to 64 MiB, and more is refused.
 //
+// Without memory std::bad_alloc passes, and the target is empty.
+//
 // The target must outlive the reader. A reader may be used again; each reading clears the target first. The text must not
 // lie in the target. One thread at a time.
 class ZELBASE_API XmlReader {

@@ -23,7 +23,13 @@ std::string NameBeside(const std::string& target) {
 
 }  // namespace
 
-ReplacingFile::~ReplacingFile() { Discard(); }
+ReplacingFile::~ReplacingFile() {
+  try {
+    Discard();
+  } catch (...) {
+    // Without memory for its name the temporary stays; a destructor has nobody to tell.
+  }
+}
 
 bool ReplacingFile::Begin(const std::string& fileName) {
   Discard();
@@ -54,10 +60,12 @@ bool ReplacingFile::OpenTemporary(bool ownerOnly) {
   request.ownerOnly = ownerOnly;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
     request.path = NameBeside(m_target);
+    // Before there is a file of that name, so that none is left behind without the memory to remember it.
+    std::string temporary = request.path;
     FileResult result = FileResult::Ok;
     m_written = m_files->Open(request, result);
     if (m_written != nullptr) {
-      m_temporary = request.path;
+      m_temporary = std::move(temporary);
       return true;
     }
     if (result != FileResult::FileExists) return false;
@@ -91,8 +99,8 @@ bool ReplacingFile::Commit() {
 void ReplacingFile::Discard() {
   m_written.reset();
   if (m_temporary.empty()) return;
-  m_files->Remove(m_temporary);
-  m_temporary.clear();
+  const std::string temporary = std::exchange(m_temporary, std::string());
+  m_files->Remove(temporary);
 }
 
 }  // namespace zelbase::detail

@@ -230,7 +230,7 @@ class SharingClaims {
 
   void Release(Claim claim) {
     struct flock lock = LockOn(claim, F_UNLCK);
-    ::fcntl(m_descriptor, F_OFD_SETLK, &lock);
+    WithoutInterruption([&] { return ::fcntl(m_descriptor, F_OFD_SETLK, &lock); });
   }
 
  private:
@@ -248,7 +248,8 @@ class SharingClaims {
 
   bool IsHeldByOthers(Claim claim) const {
     struct flock lock = LockOn(claim, F_WRLCK);
-    return ::fcntl(m_descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    const int result = WithoutInterruption([&] { return ::fcntl(m_descriptor, F_OFD_GETLK, &lock); });
+    return result == 0 && lock.l_type != F_UNLCK;
   }
 
   void ReleaseAll() {
@@ -300,9 +301,9 @@ FileResult ForceOut(int descriptor) {
 
 class PosixFile final : public PlatformFile {
  public:
-  PosixFile(Descriptor descriptor, FileRights access, FileRights sharing)
-      : m_descriptor(std::move(descriptor)), m_access(access), m_sharing(sharing) {}
+  PosixFile(FileRights access, FileRights sharing) : m_access(access), m_sharing(sharing) {}
 
+  void Take(Descriptor descriptor) { m_descriptor = std::move(descriptor); }
   int Number() const { return m_descriptor.Number(); }
   Wanted Claims() const { return WantedFor(m_access, m_sharing); }
 
@@ -535,10 +536,17 @@ FileResult ReadFolder(DIR* folder, std::vector<FolderEntry>& entries) {
 class PosixFiles final : public PlatformFiles {
  public:
   std::unique_ptr<PlatformFile> Open(const FileOpenRequest& request, FileResult& result) override {
+    // Made first: a file that is new must not be left behind without the memory to hold it.
+    auto file = std::make_unique<PosixFile>(request.access, request.sharing);
     Descriptor descriptor;
     result = OpenChecked(request, descriptor);
-    if (result != FileResult::Ok) return nullptr;
-    return std::make_unique<PosixFile>(std::move(descriptor), request.access, request.sharing);
+    if (result != FileResult::Ok) {
+      // What this opening has made, and nobody else can have taken for his, goes again.
+      if (descriptor.IsOpen() && request.disposition == FileDisposition::CreateNew) ::unlink(ToSystemPath(request.path).c_str());
+      return nullptr;
+    }
+    file->Take(std::move(descriptor));
+    return file;
   }
 
   FileResult Replace(const std::string& from, const std::string& to) override {

@@ -46,6 +46,7 @@ class PosixFolders final : public PlatformFolders {
   // A folder that has gone, or lies outside the process's root, has no name that leads to it.
   bool Current(std::string& folder) override {
     const std::unique_ptr<char, void (*)(void*)> path(::getcwd(nullptr, 0), std::free);
+    // Unreached: a path that is not absolute, which the C library of this system no longer gives.
     if (path == nullptr || *path != '/') return false;
     folder = HandOut(path.get());
     return true;
@@ -58,6 +59,7 @@ class PosixFolders final : public PlatformFolders {
     const unsigned long long blocks = status.f_bavail;
     const unsigned long long size = status.f_frsize;
     constexpr unsigned long long kMost = std::numeric_limits<unsigned long long>::max();
+    // Unreached: a size of 0 and more bytes than a number holds, which no mounted file system has.
     bytes = size != 0 && blocks > kMost / size ? kMost : blocks * size;
     return true;
   }

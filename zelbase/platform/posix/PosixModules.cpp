@@ -104,6 +104,7 @@ const link_map* EntryAt(const void* address) {
 std::vector<const void*> ModuleAddresses() {
   std::vector<const void*> addresses;
   const auto collect = [](dl_phdr_info* module, std::size_t, void* result) {
+    // Unreached: the end of the walk, since every module has something to load.
     for (int i = 0; i < module->dlpi_phnum; ++i) {
       if (module->dlpi_phdr[i].p_type != PT_LOAD) continue;
       const std::uintptr_t address = module->dlpi_addr + module->dlpi_phdr[i].p_vaddr;
@@ -124,6 +125,7 @@ class PosixModules final : public PlatformModules {
   std::string ModulePath(const void* address) override {
     const link_map* const entry = EntryAt(address);
     if (entry == nullptr) return {};
+    // Unreached: null, which the loader leaves in none of its entries.
     const std::string_view path = entry->l_name != nullptr ? entry->l_name : "";
     return path.empty() ? ProgramPath() : HandOut(ToAbsolute(path), LibraryFileName);
   }

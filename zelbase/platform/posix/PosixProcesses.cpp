@@ -18,8 +18,9 @@ struct FolderCloser {
   void operator()(DIR* folder) const { closedir(folder); }
 };
 
+// Of the name of an entry, which is never empty.
 bool IsNumber(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+  return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 std::string ReadSmallFile(const std::string& path) {
@@ -48,8 +49,9 @@ std::string ShortName(const std::string& folder) {
   const std::string status = ReadSmallFile(folder + "/stat");
   const std::size_t begin = status.find('(');
   const std::size_t end = status.rfind(')');
-  if (begin == std::string::npos || end == std::string::npos || end < begin || end + 2 >= status.size()) return {};
+  if (begin == std::string::npos || end == std::string::npos || end + 2 >= status.size()) return {};
   const char state = status[end + 2];
+  // Unreached: 'X', which a process shows for the moment between its end and its being gone.
   if (state == 'Z' || state == 'X') return {};
   return status.substr(begin + 1, end - begin - 1);
 }
@@ -76,7 +78,7 @@ class PosixProcesses final : public PlatformProcesses {
 
   unsigned long LogicalProcessors() override {
     const long online = sysconf(_SC_NPROCESSORS_ONLN);
-    return online > 0 ? static_cast<unsigned long>(online) : 0;
+    return online > 0 ? static_cast<unsigned long>(online) : 0;  // Unreached: no answer, which this system always has
   }
 
   bool HasProcessorRecords() override { return false; }

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "zelbase/platform/LockGuard.h"
@@ -122,12 +123,15 @@ class ThreadState {
 
 class PosixThread final : public PlatformThread {
  public:
-  PosixThread(std::shared_ptr<ThreadState> state, pthread_t thread) : m_state(std::move(state)), m_thread(thread) {}
+  explicit PosixThread(std::shared_ptr<ThreadState> state) : m_state(std::move(state)) {}
 
   ~PosixThread() override {
     m_state->Drop();
-    if (!m_joined) pthread_detach(m_thread);
+    if (m_thread.has_value() && !m_joined) pthread_detach(*m_thread);
   }
+
+  // Before anybody else has the object.
+  void Take(pthread_t thread) { m_thread = thread; }
 
   void Resume() override { m_state->Start(); }
   void SetPriority(int priority) override { m_state->SetPriority(priority); }
@@ -137,13 +141,13 @@ class PosixThread final : public PlatformThread {
     if (EnsureId() == m_state->Id()) return false;
     if (!m_state->AwaitFinish(milliseconds)) return false;
     const LockGuard guard(m_joining);
-    if (!m_joined) m_joined = pthread_join(m_thread, nullptr) == 0;
+    if (!m_joined) m_joined = pthread_join(*m_thread, nullptr) == 0;
     return true;
   }
 
  private:
   const std::shared_ptr<ThreadState> m_state;
-  const pthread_t m_thread;
+  std::optional<pthread_t> m_thread;
   zelbase::detail::Mutex m_joining;
   bool m_joined ZELBASE_GUARDED_BY(m_joining) = false;  // by nobody once the object goes
 };
@@ -176,6 +180,8 @@ class PosixThreads final : public PlatformThreads {
 
     const auto state = std::make_shared<ThreadState>(std::move(function), priority);
     auto argument = std::make_unique<std::shared_ptr<ThreadState>>(state);
+    // Made before the thread: that would wait for its start for ever without the memory for this.
+    auto result = std::make_unique<PosixThread>(state);
     pthread_attr_t attributes;
     if (pthread_attr_init(&attributes) != 0) return nullptr;
     pthread_t thread{};
@@ -184,7 +190,8 @@ class PosixThreads final : public PlatformThreads {
     pthread_attr_destroy(&attributes);
     if (!made) return nullptr;
     argument.release();  // the thread's now
-    return std::make_unique<PosixThread>(state, thread);
+    result->Take(thread);
+    return result;
   }
 
   unsigned long CurrentId() override { return EnsureId(); }
