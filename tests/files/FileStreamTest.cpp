@@ -465,4 +465,62 @@ TEST(FileStream, GoesOnAfterAFailedOperation) {
   EXPECT_EQ(Take(stream, 2), "ab");
 }
 
+TEST(FileStream, NothingGoesToAndFromNowhere) {
+  const TemporaryFolder folder;
+  FileStream stream(folder.File("a").c_str(), true, false);
+  EXPECT_TRUE(stream.Write(nullptr, 0));
+  EXPECT_TRUE(stream.Read(nullptr, 0));
+  EXPECT_FALSE(stream.Write(nullptr, 1));
+  EXPECT_FALSE(stream.Read(nullptr, 1));
+}
+
+// What is written waits in the buffer; the device takes none of it.
+class FileStreamOnAFullDisk : public testing::Test {
+ protected:
+  FileStreamOnAFullDisk() {
+    stream.Open(folder.Write("a", std::string(10000, 'a')).c_str(), false, false);
+    files.FillUpAfter(0);
+    EXPECT_TRUE(Put(stream, "xyz"));
+  }
+
+  const TemporaryFolder folder;
+  FaultInjectionFiles files;
+  PlatformOverride<PlatformFiles> guard{files};
+  FileStream stream;
+};
+
+TEST_F(FileStreamOnAFullDisk, ReadingSeekingAndALongWriteFailFirst) {
+  EXPECT_EQ(Take(stream, 2), "!");
+  EXPECT_FALSE(stream.Seek(0, 0));
+  EXPECT_FALSE(Put(stream, std::string(4095, 'x')));
+  EXPECT_FALSE(stream.Sync());
+  EXPECT_EQ(stream.Position(), 3);
+  files.Reset();
+  EXPECT_TRUE(stream.Sync());
+  EXPECT_EQ(folder.Read("a").substr(0, 4), "xyza");
+}
+
+TEST(FileStream, AReadThatFailsBehindItsFrontIsFalse) {
+  const TemporaryFolder folder;
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  FileStream stream(folder.Write("a", std::string(10000, 'a')).c_str(), false, true);
+  files.FailAt(FileOperation::Read, 1);
+  files.BytesBeforeFailure(7);
+  EXPECT_EQ(Take(stream, 9000), "!aaaaaaa");
+}
+
+TEST(FileStream, AWriteThatCannotGoBackToTheReadersPlaceFails) {
+  const TemporaryFolder folder;
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  FileStream stream(folder.Write("a", "abcdef").c_str(), false, false);
+  EXPECT_EQ(Take(stream, 2), "ab");
+  files.FailAt(FileOperation::Seek, 1);
+  EXPECT_FALSE(Put(stream, "x"));
+  EXPECT_TRUE(Put(stream, "y"));
+  EXPECT_TRUE(stream.Sync());
+  EXPECT_EQ(folder.Read("a"), "abydef");
+}
+
 }  // namespace

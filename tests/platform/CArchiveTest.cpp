@@ -432,4 +432,11 @@ TEST(CArchive, NullFileReadsAsEmptyAndRefusesWriting) {
   EXPECT_NO_THROW(storing.Close());
 }
 
+TEST(CArchive, AStoringArchiveHasNoLines) {
+  CArchive archive(nullptr, CArchive::store);
+  std::string_view line = "as before";
+  EXPECT_FALSE(archive.ReadLine(line));
+  EXPECT_EQ(line, "as before");
+}
+
 }  // namespace

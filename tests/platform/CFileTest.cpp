@@ -296,4 +296,13 @@ TEST(CFileException, CausesOfEveryNumber) {
   }
 }
 
+TEST(CFile, NothingGoesToOrFromNowhere) {
+  const TemporaryFolder folder;
+  CFile file(folder.Write("a", "abc").c_str(), CFile::modeReadWrite);
+  EXPECT_EQ(file.Read(nullptr, 2), 0u);
+  file.Write(nullptr, 2);
+  EXPECT_EQ(file.GetPosition(), 0u);
+  EXPECT_EQ(folder.Read("a"), "abc");
+}
+
 }  // namespace

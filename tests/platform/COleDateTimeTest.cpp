@@ -156,4 +156,17 @@ TEST(COleDateTime, KnowsItsStatus) {
   EXPECT_EQ(date.m_status, 2);
 }
 
+TEST(COleDateTime, TheDayBeforeTheFirstIsRefused) {
+  SYSTEMTIME time;
+  time.wYear = 100;
+  time.wMonth = 1;
+  double days = 7.0;
+  time.wDay = 0;  // the last of the year 99
+  EXPECT_FALSE(SystemTimeToVariantTime(time, days));
+  EXPECT_EQ(days, 7.0);
+  time.wDay = 1;
+  EXPECT_TRUE(SystemTimeToVariantTime(time, days));
+  EXPECT_EQ(days, -657434.0);
+}
+
 }  // namespace

@@ -38,4 +38,10 @@ TEST(CPoint, EndsAtTheNearestIntInsteadOfOverflowing) {
   EXPECT_EQ(CPoint(kHighest, kLowest) - CPoint(kLowest, kHighest), CSize(kHighest, kLowest));
 }
 
+TEST(CPoint, EqualsOnlyInBoth) {
+  EXPECT_TRUE(CPoint(1, 2) == CPoint(1, 2));
+  EXPECT_FALSE(CPoint(1, 2) == CPoint(1, 3));
+  EXPECT_FALSE(CPoint(1, 2) == CPoint(3, 2));
+}
+
 }  // namespace

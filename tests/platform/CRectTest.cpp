@@ -97,4 +97,13 @@ TEST(CRect, EndsAtTheNearestIntInsteadOfOverflowing) {
   EXPECT_EQ(CRect(0, 0, 0, 0) - CSize(kLowest, kLowest), CRect(kHighest, kHighest, kHighest, kHighest));
 }
 
+TEST(CRect, EqualsOnlyInAllFourEdges) {
+  const CRect rect(1, 2, 3, 4);
+  EXPECT_TRUE(rect == CRect(1, 2, 3, 4));
+  EXPECT_FALSE(rect == CRect(0, 2, 3, 4));
+  EXPECT_FALSE(rect == CRect(1, 0, 3, 4));
+  EXPECT_FALSE(rect == CRect(1, 2, 0, 4));
+  EXPECT_FALSE(rect == CRect(1, 2, 3, 0));
+}
+
 }  // namespace

@@ -27,4 +27,10 @@ TEST(CSize, EndsAtTheNearestIntInsteadOfOverflowing) {
   EXPECT_EQ(-CSize(kLowest, kHighest), CSize(kHighest, -kHighest));
 }
 
+TEST(CSize, EqualsOnlyInBoth) {
+  EXPECT_TRUE(CSize(1, 2) == CSize(1, 2));
+  EXPECT_FALSE(CSize(1, 2) == CSize(1, 3));
+  EXPECT_FALSE(CSize(1, 2) == CSize(3, 2));
+}
+
 }  // namespace

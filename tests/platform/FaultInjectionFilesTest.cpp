@@ -284,4 +284,17 @@ TEST_F(FaultInjectionFilesTest, StandsInFrontOfAnother) {
   EXPECT_EQ(m_files.OpenFiles(), 1);
 }
 
+TEST_F(FaultInjectionFilesTest, ADroppedConnectionThatLetsFilesOpenLetsThemBeMovedAndRemoved) {
+  m_files.DropConnection(false);
+  EXPECT_EQ(m_files.Replace(m_path, m_folder.File("b")), FileResult::Ok);
+  EXPECT_EQ(m_files.Remove(m_folder.File("b")), FileResult::Ok);
+  EXPECT_FALSE(m_files.IsRegularFile(m_folder.File("b")));
+}
+
+TEST_F(FaultInjectionFilesTest, LinksLeadNowhereWithoutAConnection) {
+  const std::string link = m_folder.MakeLink("link", "a");
+  m_files.DropConnection();
+  EXPECT_EQ(m_files.FollowLinks(link), link);
+}
+
 }  // namespace

@@ -89,4 +89,14 @@ TEST(FixedModules, ExportsBelongToTheirLibrary) {
   EXPECT_EQ(modules.FindExport(other, "RegisterAll"), nullptr);
 }
 
+TEST(FixedModules, CountsEachLibraryByItself) {
+  FixedModules modules;
+  modules.AddLibrary("a.dll");
+  const ModuleHandle second = modules.AddLibrary("b.dll");
+  int stranger = 0;
+  modules.Load("b.dll");
+  EXPECT_EQ(modules.LoadCount(second), 1);
+  EXPECT_EQ(modules.LoadCount(&stranger), 0);
+}
+
 }  // namespace

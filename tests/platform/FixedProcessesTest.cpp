@@ -54,4 +54,11 @@ TEST(FixedProcesses, TellHowMuchRoomTheirRecordsNeed) {
   EXPECT_EQ(processes.ReadProcessorRecords(room, count), 5);
 }
 
+TEST(FixedProcesses, WithoutRecordsThereIsNothingToRead) {
+  FixedProcesses processes;
+  std::size_t count = 3;
+  EXPECT_EQ(processes.ReadProcessorRecords(nullptr, count), PROCESSOR_RECORDS_READ);
+  EXPECT_EQ(count, 3u);
+}
+
 }  // namespace

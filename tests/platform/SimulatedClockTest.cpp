@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <mutex>
@@ -12,6 +13,9 @@
 #include <string>
 #include <thread>
 #include <utility>
+
+#include "tests/support/InChild.h"
+#include "tests/support/ThisProcess.h"
 
 namespace {
 
@@ -713,5 +717,66 @@ TEST_P(SimulatedClockThreads, DestructionEndsEverySleepAndWait) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Counts, SimulatedClockThreads, testing::Values(2, 4, 10));
+
+TEST(SimulatedClock, ASuspensionRunsOnlyTheActionsOfItsTime) {
+  SimulatedClock clock;
+  int runs = 0;
+  clock.At(50.0, [&] { ++runs; });
+  clock.At(5000.0, [&] { ++runs; });
+  clock.Suspend(1000.0, SimulatedClock::Suspended::Both);
+  EXPECT_EQ(runs, 1);
+  clock.Advance(10000.0);
+  EXPECT_EQ(runs, 2);
+}
+
+TEST(SimulatedClock, ARunToNowWaitsForWhoIsAwake) {
+  SimulatedClock clock;
+  const int runner = ThisThread();
+  std::atomic<bool> done{false};
+  std::thread worker([&] {
+    clock.Sleep(10);
+    AwaitWaiting(runner);  // awake meanwhile, and holding the run up
+    done = true;
+  });
+  clock.WaitForSleepers(1);
+  clock.Advance(10.0);
+  EXPECT_EQ(clock.RunUntil(10.0), 0u);
+  EXPECT_TRUE(done);
+  worker.join();
+}
+
+TEST(SimulatedClock, ARunToNowWaitsForAnActionOfAnother) {
+  SimulatedClock clock;
+  const int runner = ThisThread();
+  std::atomic<bool> begun{false};
+  std::atomic<bool> done{false};
+  clock.At(10.0, [&] {
+    begun = true;
+    AwaitWaiting(runner);
+    done = true;
+  });
+  std::thread other([&] { clock.RunUntil(10.0); });
+  while (!begun) std::this_thread::yield();
+  clock.RunUntil(10.0);
+  EXPECT_TRUE(done);
+  other.join();
+}
+
+// The destructors of what belongs to a thread have run by then, and the clock that they tell keeps nobody for them.
+TEST(SimulatedClock, ASleepAtTheEndOfTheProcessIsOneOfNobody) {
+  ExpectInChild(
+      [] {
+        static SimulatedClock& clock = *new SimulatedClock;
+        clock.LetRunUntil(1000.0);
+        clock.Sleep(10);
+        EXPECT_EQ(clock.Elapsed(), 10.0);
+        EXPECT_EQ(std::atexit([] {
+                    clock.Sleep(10);
+                    if (clock.Elapsed() != 20.0) std::_Exit(3);
+                  }),
+                  0);
+      },
+      ChildProcess::Ending::Full);
+}
 
 }  // namespace

@@ -9,6 +9,9 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -45,6 +48,19 @@ int CountInheritableDescriptors() {
 bool HasChildren() {
   siginfo_t ignored{};
   return ::waitid(P_ALL, 0, &ignored, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+int ThisThread() { return ::gettid(); }
+
+void AwaitWaiting(int thread) {
+  const std::string name = "/proc/self/task/" + std::to_string(thread) + "/stat";
+  for (;;) {
+    std::ifstream stream(name);
+    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    const std::size_t end = text.rfind(')');
+    if (end != std::string::npos && text.substr(end + 2, 1) == "S") return;
+    std::this_thread::yield();
+  }
 }
 
 void LimitFileSize(unsigned long long bytes) {

@@ -11,6 +11,10 @@ int CountInheritableDescriptors();
 // Whether this process has a child, running or ended, that it has not yet waited for.
 bool HasChildren();
 
+// The system's number of the calling thread; and comes back when the thread of that number, of this process, waits for something.
+int ThisThread();
+void AwaitWaiting(int thread);
+
 // No file grows beyond `bytes` from now on; an attempt fails instead of ending the process.
 void LimitFileSize(unsigned long long bytes);
 
