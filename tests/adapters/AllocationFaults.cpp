@@ -1,0 +1,2 @@
+// The operator new of tests/faults/AllocationFaults.h, for the test program of this folder.
+#include "tests/faults/AllocationFaults.cpp"
