@@ -2,11 +2,11 @@
 // makes the thread; CWnd.h, the receiver of a message after every pass.
 #pragma once
 
-#include <atomic>
 #include <memory>
 #include <string>
 
 #include "zelbase/concurrency/Locker.h"
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/platform/CWnd.h"
 #include "zelbase/platform/PlatformThreads.h"
 #include "zelbase/platform/ThreadSafety.h"
@@ -79,7 +79,7 @@ class ZELBASE_API BaseWorkerThread {
 
   mutable Locker m_threadLock;
   std::shared_ptr<PlatformThread> m_thread ZELBASE_GUARDED_BY(m_threadLock);  // null: not started
-  std::atomic<CWnd*> m_notifyWnd{nullptr};
-  std::atomic<int> m_endThread{0};
-  std::atomic<unsigned int> m_error{WORKER_NO_ERROR};
+  zelbase::detail::Atomic<CWnd*> m_notifyWnd{nullptr};
+  zelbase::detail::Atomic<int> m_endThread{0};
+  zelbase::detail::Atomic<unsigned int> m_error{WORKER_NO_ERROR};
 };

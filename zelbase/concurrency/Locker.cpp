@@ -25,17 +25,20 @@ bool Locker::TryLock() noexcept {
     return false;
   }
   m_owner.store(caller, std::memory_order_relaxed);
+  zelbase::detail::NoteLockHeld(this);
   return true;
 }
 
 // Whoever has waited takes the lock with the mark set, since it cannot know whether others still sleep; the Unlock that
 // finds the mark wakes one of them.
 bool Locker::Lock() noexcept {
+  zelbase::detail::NoteLockWanted(this);
   if (TryLock()) return true;
   while (m_state.exchange(kHeldAndWanted, std::memory_order_acquire) != kFree) {
     m_state.wait(kHeldAndWanted, std::memory_order_relaxed);
   }
   m_owner.store(CallingThread(), std::memory_order_relaxed);
+  zelbase::detail::NoteLockHeld(this);
   return true;
 }
 
@@ -45,6 +48,7 @@ void Locker::Unlock() noexcept {
     --m_again;
     return;
   }
+  zelbase::detail::NoteLockGivenBack(this);
   m_owner.store(nullptr, std::memory_order_relaxed);
   // Waking uses the address alone: whoever has the lock by now may already have destroyed it.
   if (m_state.exchange(kFree, std::memory_order_seq_cst) == kHeldAndWanted) m_state.notify_one();

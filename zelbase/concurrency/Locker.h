@@ -2,10 +2,10 @@
 // thread; LockGuard.h, which holds a lock for a scope.
 #pragma once
 
-#include <atomic>
-
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
+#include "zelbase/platform/detail/LockOrder.h"
 
 // The same thread may lock again (2^32 - 1 times) and unlocks as often. Usable as a constant-initialised static that is never
 // destroyed: it holds plain atomics only, so that destructors of other statics may still lock it. It may be destroyed as soon
@@ -13,10 +13,12 @@
 //
 // Copying an object that owns a Locker leaves both locks as they are: a held target stays held, and a held source does not
 // hold the target.
+//
+// Debug and sanitized builds tell of locks that are taken in two orders (LockOrder.h of platform/detail).
 class ZELBASE_CAPABILITY("lock") ZELBASE_API Locker {
  public:
-  constexpr Locker() noexcept = default;
-  constexpr Locker(const Locker&) noexcept {}
+  constexpr Locker() noexcept { zelbase::detail::NoteLockBegins(this); }
+  constexpr Locker(const Locker&) noexcept : Locker() {}
   Locker& operator=(const Locker&) noexcept { return *this; }
 
   // Waits until the calling thread holds the lock. Always true.
@@ -40,7 +42,7 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API Locker {
 
   bool TakeAgain(const void* caller) noexcept;
 
-  std::atomic<unsigned int> m_state{kFree};
-  std::atomic<const void*> m_owner{nullptr};
+  zelbase::detail::Atomic<unsigned int> m_state{kFree};
+  zelbase::detail::Atomic<const void*> m_owner{nullptr};
   unsigned int m_again = 0;  // locks of the owner beyond its first; guarded by the lock itself
 };

@@ -2,11 +2,11 @@
 // ParallelProcessor.h, which runs several at once; BaseWorkerThread.h, a job that repeats until it is ended.
 #pragma once
 
-#include <atomic>
 #include <string>
 #include <vector>
 
 #include "zelbase/concurrency/Locker.h"
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
 
@@ -81,9 +81,9 @@ class ZELBASE_API Processor {
   static double ClampProgress(double value);
 
  private:
-  std::atomic<bool> m_stopped{false};
-  std::atomic<bool> m_allowStop{true};
-  std::atomic<Processor*> m_progressParent{nullptr};  // changed under a lock of all processors, so that no circle closes
+  zelbase::detail::Atomic<bool> m_stopped{false};
+  zelbase::detail::Atomic<bool> m_allowStop{true};
+  zelbase::detail::Atomic<Processor*> m_progressParent{nullptr};  // changed under a lock of all processors, so that no circle closes
   mutable Locker m_lock;
   std::string m_errorMessage ZELBASE_GUARDED_BY(m_lock);
   std::vector<ProgressPart> m_progressParts ZELBASE_GUARDED_BY(m_lock);

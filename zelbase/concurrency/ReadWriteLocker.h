@@ -2,10 +2,10 @@
 // time, which may lock again; RecursionLock.h against re-entry on one thread.
 #pragma once
 
-#include <atomic>
-
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
+#include "zelbase/platform/detail/LockOrder.h"
 
 // What always holds:
 //   (1) A writer is inside alone; readers are inside together.
@@ -26,21 +26,24 @@
 // thread that locks again waits for itself: for writing while it reads or writes, for reading while it writes, and for
 // reading while it reads when a writer has come between.
 //
+// Debug and sanitized builds tell of locks that are taken in two orders (LockOrder.h of platform/detail).
+//
 // It holds plain atomics only: usable as a constant-initialised static that is never destroyed. May be destroyed as soon as
 // nobody is inside or waits. Up to 2^30 - 1 readers. Not copyable.
 class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
  public:
-  constexpr ReadWriteLocker() noexcept = default;
+  constexpr ReadWriteLocker() noexcept { zelbase::detail::NoteLockBegins(this); }
   ReadWriteLocker(const ReadWriteLocker&) = delete;
   ReadWriteLocker& operator=(const ReadWriteLocker&) = delete;
 
   // Waits until the caller reads. Always true.
   bool LockRead() const noexcept ZELBASE_ACQUIRE_SHARED() {
+    zelbase::detail::NoteLockWanted(this);
     unsigned int state = 0;
-    if (m_state.compare_exchange_strong(state, kReader, std::memory_order_acquire, std::memory_order_relaxed)) {
-      return true;
+    if (!m_state.compare_exchange_strong(state, kReader, std::memory_order_acquire, std::memory_order_relaxed)) {
+      LockReadSlowly();
     }
-    LockReadSlowly();
+    zelbase::detail::NoteLockHeld(this);
     return true;
   }
   void UnlockRead() const noexcept ZELBASE_RELEASE_SHARED() {
@@ -49,19 +52,23 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
       if (state < kReader) return;
     } while (!m_state.compare_exchange_weak(state, state - kReader, std::memory_order_seq_cst,
                                             std::memory_order_relaxed));
+    zelbase::detail::NoteLockGivenBack(this);
     if (((state - kReader) & ~kWaiting) == kWriter) WakeAll();
   }
 
   // Waits until the caller writes. Always true.
   bool LockWrite() noexcept ZELBASE_ACQUIRE() {
+    zelbase::detail::NoteLockWanted(this);
     unsigned int nobody = 0;
-    if (m_state.compare_exchange_strong(nobody, kWriter, std::memory_order_acquire, std::memory_order_relaxed)) {
-      return true;
+    if (!m_state.compare_exchange_strong(nobody, kWriter, std::memory_order_acquire, std::memory_order_relaxed)) {
+      LockWriteSlowly();
     }
-    LockWriteSlowly();
+    zelbase::detail::NoteLockHeld(this);
     return true;
   }
-  void UnlockWrite() noexcept ZELBASE_RELEASE() { EndWriting(0); }
+  void UnlockWrite() noexcept ZELBASE_RELEASE() {
+    if (EndWriting(0)) zelbase::detail::NoteLockGivenBack(this);
+  }
 
   // The writer goes on as a reader, and gives back by UnlockRead.
   void ChangeWriteToRead() noexcept ZELBASE_RELEASE() ZELBASE_ACQUIRE_SHARED() { EndWriting(kReader); }
@@ -82,12 +89,14 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
   static constexpr unsigned int kWaiting = 2;  // somebody may be asleep until the writer has gone
   static constexpr unsigned int kReader = 4;   // one reader inside; the count is the rest of the word
 
-  void EndWriting(unsigned int left) noexcept {
+  // False when nobody writes.
+  bool EndWriting(unsigned int left) noexcept {
     unsigned int state = kWriter;
     do {
-      if ((state & ~kWaiting) != kWriter) return;
+      if ((state & ~kWaiting) != kWriter) return false;
     } while (!m_state.compare_exchange_weak(state, left, std::memory_order_seq_cst, std::memory_order_relaxed));
     if ((state & kWaiting) != 0) WakeAll();
+    return true;
   }
 
   void LockReadSlowly() const noexcept;
@@ -95,5 +104,5 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
   unsigned int AwaitNoWriter() const noexcept;
   void WakeAll() const noexcept;
 
-  mutable std::atomic<unsigned int> m_state{0};
+  mutable zelbase::detail::Atomic<unsigned int> m_state{0};
 };

@@ -2,13 +2,13 @@
 // on; ParallelProcessor.h for a few long jobs, each on a thread of its own; BaseWorkerThread.h for one job that repeats.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "zelbase/concurrency/Locker.h"
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/concurrency/detail/TaskQueue.h"
 #include "zelbase/concurrency/thread.h"
 #include "zelbase/platform/ThreadSafety.h"
@@ -86,6 +86,6 @@ class ZELBASE_API ThreadPool {
 
   Locker m_waitLock;  // one Wait at a time; the next finds nothing left to wait for
   std::vector<std::unique_ptr<tmp::thread>> m_threads ZELBASE_GUARDED_BY(m_waitLock);
-  std::atomic<std::size_t> m_running{0};  // size of m_threads, for those who do not wait
+  zelbase::detail::Atomic<std::size_t> m_running{0};  // size of m_threads, for those who do not wait
   zelbase::detail::TaskQueue m_queue;     // the first to go: tasks may call the pool as they are destroyed
 };

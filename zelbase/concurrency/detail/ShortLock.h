@@ -2,10 +2,10 @@
 // for every other use; TaskQueue.h, which needs this one.
 #pragma once
 
-#include <atomic>
-
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
+#include "zelbase/platform/detail/LockOrder.h"
 
 namespace zelbase::detail {
 
@@ -14,18 +14,21 @@ namespace zelbase::detail {
 // soon as nobody holds it or waits, even while the unlock that let the last one in is on its way out. Not copyable.
 class ZELBASE_CAPABILITY("lock") ZELBASE_API ShortLock {
  public:
-  constexpr ShortLock() noexcept = default;
+  constexpr ShortLock() noexcept { NoteLockBegins(this); }
   ShortLock(const ShortLock&) = delete;
   ShortLock& operator=(const ShortLock&) = delete;
 
   void lock() noexcept ZELBASE_ACQUIRE() {
+    NoteLockWanted(this);
     unsigned int state = kFree;
     if (!m_state.compare_exchange_strong(state, kHeld, std::memory_order_acquire, std::memory_order_relaxed)) {
       LockSlowly();
     }
+    NoteLockHeld(this);
   }
 
   void unlock() noexcept ZELBASE_RELEASE() {
+    NoteLockGivenBack(this);
     // Waking uses the address alone: whoever has the lock by now may already have destroyed it.
     if (m_state.exchange(kFree, std::memory_order_seq_cst) == kHeldAndWanted) m_state.notify_one();
   }
@@ -37,7 +40,7 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API ShortLock {
 
   void LockSlowly() noexcept;
 
-  std::atomic<unsigned int> m_state{kFree};
+  Atomic<unsigned int> m_state{kFree};
 };
 
 }  // namespace zelbase::detail

@@ -2,7 +2,7 @@
 // for a moment and then wait for a wake-up.
 #pragma once
 
-#include <thread>
+#include "zelbase/concurrency/detail/Primitives.h"
 
 namespace zelbase::detail {
 
@@ -22,7 +22,7 @@ inline void RelaxProcessor() noexcept {
 //   }
 class Spin {
  public:
-  constexpr Spin(int close, int patient) noexcept : m_close(close), m_patient(patient) {}
+  constexpr Spin(int close, int patient) noexcept : m_close(Looks(close)), m_patient(Looks(patient)) {}
 
   // Waits a little; false when all looks have been taken.
   bool Again() noexcept {
@@ -33,7 +33,7 @@ class Spin {
     }
     if (m_patient <= 0) return false;
     --m_patient;
-    std::this_thread::yield();
+    GiveWay();
     return true;
   }
 

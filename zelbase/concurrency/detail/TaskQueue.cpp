@@ -1,7 +1,6 @@
 #include "zelbase/concurrency/detail/TaskQueue.h"
 
 #include <chrono>
-#include <thread>
 #include <utility>
 
 #include "zelbase/concurrency/detail/Spin.h"
@@ -18,7 +17,6 @@ namespace {
 
 // A worker without a task takes a few close looks, for a microsecond or two, and then sleeps: waking it takes some thirty
 // microseconds. One worker at a time, the first to be idle, looks for longer before it does.
-using Clock = std::chrono::steady_clock;
 constexpr int kCloseLooks = 50;
 constexpr std::chrono::microseconds kPatience(80);
 
@@ -149,10 +147,10 @@ bool TaskQueue::LookClosely() const noexcept {
 }
 
 bool TaskQueue::LookPatiently() const noexcept {
-  const auto end = Clock::now() + kPatience;
-  while (Clock::now() < end) {
+  const auto end = PatienceClock::now() + kPatience;
+  while (PatienceClock::now() < end) {
     if (HasNews()) return true;
-    std::this_thread::yield();
+    GiveWay();
   }
   return false;
 }

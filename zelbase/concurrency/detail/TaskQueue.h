@@ -2,11 +2,11 @@
 // Neighbours: ThreadPool.h, whose queue it is; ShortLock.h, the lock at either end.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <functional>
 #include <memory>
 
+#include "zelbase/concurrency/detail/Primitives.h"
 #include "zelbase/concurrency/detail/ShortLock.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/ZelBaseApi.h"
@@ -80,20 +80,20 @@ class ZELBASE_API TaskQueue {
   std::unique_ptr<Block> m_first ZELBASE_GUARDED_BY(m_front);
   std::size_t m_firstUsed ZELBASE_GUARDED_BY(m_front) = 0;  // tasks of m_first that have been taken
   std::size_t m_seen ZELBASE_GUARDED_BY(m_front) = 0;       // m_pushed, as last looked at
-  std::atomic<std::size_t> m_taken{0};
+  Atomic<std::size_t> m_taken{0};
 
   // The end where tasks are added.
   alignas(kCacheLine) mutable ShortLock m_back;
   Block* m_last ZELBASE_GUARDED_BY(m_back) = nullptr;
   std::size_t m_lastUsed ZELBASE_GUARDED_BY(m_back) = 0;  // tasks that m_last has had
   std::size_t m_sleepers ZELBASE_GUARDED_BY(m_back) = 0;  // workers asleep that nobody has woken
-  std::atomic<std::size_t> m_pushed{0};
-  std::atomic<bool> m_closed{false};
+  Atomic<std::size_t> m_pushed{0};
+  Atomic<bool> m_closed{false};
 
   // What workers wait at.
-  alignas(kCacheLine) std::atomic<unsigned int> m_wakeUps{0};  // given to sleepers and not yet taken by one
-  std::atomic<std::size_t> m_lookers{0};                       // workers that are awake and look for a task
-  std::atomic<Block*> m_spare{nullptr};                        // owned
+  alignas(kCacheLine) Atomic<unsigned int> m_wakeUps{0};  // given to sleepers and not yet taken by one
+  Atomic<std::size_t> m_lookers{0};                       // workers that are awake and look for a task
+  Atomic<Block*> m_spare{nullptr};                        // owned
 };
 
 }  // namespace zelbase::detail

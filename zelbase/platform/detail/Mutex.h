@@ -8,17 +8,25 @@
 #include <mutex>
 
 #include "zelbase/platform/ThreadSafety.h"
+#include "zelbase/platform/detail/LockOrder.h"
 
 namespace zelbase::detail {
 
 class ZELBASE_CAPABILITY("mutex") Mutex {
  public:
-  constexpr Mutex() noexcept = default;
+  constexpr Mutex() noexcept { NoteLockBegins(this); }
   Mutex(const Mutex&) = delete;
   Mutex& operator=(const Mutex&) = delete;
 
-  void lock() ZELBASE_ACQUIRE() { m_mutex.lock(); }
-  void unlock() ZELBASE_RELEASE() { m_mutex.unlock(); }
+  void lock() ZELBASE_ACQUIRE() {
+    NoteLockWanted(this);
+    m_mutex.lock();
+    NoteLockHeld(this);
+  }
+  void unlock() ZELBASE_RELEASE() {
+    NoteLockGivenBack(this);
+    m_mutex.unlock();
+  }
 
  private:
   friend class Condition;
