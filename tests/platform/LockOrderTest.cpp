@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <functional>
 #include <new>
 #include <thread>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -293,14 +294,15 @@ TEST_F(LockOrderTest, ThreadsNoteTheirOrdersTogether) {
 }
 
 TEST_F(LockOrderTest, WithoutAHookALineGoesToStandardError) {
-  ChildProcess child([] {
+  const std::function<int()> body = [] {
     LockOrder::SetHook(nullptr);
     Locker first, second;
     TakeBoth(first, second);
     TakeBoth(second, first);
     TakeBoth(second, first);
     return static_cast<int>(LockOrder::Circles());
-  });
+  };
+  ChildProcess child(body, ChildProcess::Ending::Full);
   EXPECT_EQ(child.Wait(), 1);
   EXPECT_NE(child.ErrorText().find("another time it was the other way round"), std::string::npos) << child.ErrorText();
   EXPECT_EQ(child.ErrorText().find('\n'), child.ErrorText().size() - 1) << "one line";

@@ -124,7 +124,7 @@ void Note(const Order& order) {
   bool circle = false;
   {
     const std::unique_lock<std::mutex> lock(g_record.mutex, std::try_to_lock);
-    if (!lock) return;
+    if (!lock) return;  // Unreached: only when two threads note a new order at the very same moment
     if (IsStray(order.held)) {
       t_held.Remove(order.held);
     } else if (!IsNoted(order) && !IsStray(order.wanted)) {
