@@ -21,6 +21,7 @@ struct Held {
   std::size_t count;
 
   bool Contains(const void* lock) const { return std::find(locks, locks + count, lock) != locks + count; }
+  // Once, however often it is held: the latest.
   bool Remove(const void* lock) {
     for (std::size_t i = count; i-- > 0;) {
       if (locks[i] != lock) continue;
@@ -29,6 +30,10 @@ struct Held {
       return true;
     }
     return false;
+  }
+  template <class Condition>
+  void RemoveIf(Condition condition) {
+    count = static_cast<std::size_t>(std::remove_if(locks, locks + count, condition) - locks);
   }
 };
 constinit thread_local Held t_held{};
@@ -126,7 +131,7 @@ void Note(const Order& order) {
     const std::unique_lock<std::mutex> lock(g_record.mutex, std::try_to_lock);
     if (!lock) return;  // Unreached: only when two threads note a new order at the very same moment
     if (IsStray(order.held)) {
-      t_held.Remove(order.held);
+      t_held.RemoveIf(&IsStray);
     } else if (!IsNoted(order) && !IsStray(order.wanted)) {
       circle = Leads(order.wanted, order.held);
       Append(order);
@@ -147,7 +152,7 @@ void Forget(const void* lock) {
 }  // namespace
 
 void LockOrder::Begins(const void* lock) noexcept {
-  t_held.Remove(lock);
+  t_held.RemoveIf([lock](const void* held) { return held == lock; });
   if (!Touched(lock).load(std::memory_order_relaxed)) return;
   const std::lock_guard<std::mutex> guard(g_record.mutex);
   Forget(lock);
@@ -162,6 +167,10 @@ void LockOrder::Wants(const void* lock) noexcept {
 }
 
 void LockOrder::Has(const void* lock) noexcept {
+  if (t_held.count == kMostHeld) {
+    const std::lock_guard<std::mutex> guard(g_record.mutex);
+    t_held.RemoveIf(&IsStray);
+  }
   if (t_held.count < kMostHeld) t_held.locks[t_held.count++] = lock;
 }
 
