@@ -232,7 +232,11 @@ TEST_F(LockOrderTest, ALockGivenBackByAnotherThreadIsNotFollowed) {
   Locker locker;
   ReadWriteLocker shared;
   shared.LockRead();
-  std::thread([&] { shared.UnlockRead(); }).join();
+  shared.LockRead();
+  std::thread([&] {
+    shared.UnlockRead();
+    shared.UnlockRead();
+  }).join();
   locker.Lock();  // as the recorder sees it, the lock is still held here
   locker.Unlock();
   Reading reading{shared};
@@ -248,11 +252,34 @@ TEST_F(LockOrderTest, ManyLocksMayBeHeld) {
   for (Locker& lock : locks) lock.Lock();
   last.Lock();
   last.Unlock();
-  for (Locker& lock : locks) lock.Unlock();
+  for (std::size_t i = locks.size(); i-- > 0;) locks[i].Unlock();
   TakeBoth(last, locks[39]);
   EXPECT_EQ(Said(), Told{});
   TakeBoth(last, locks[31]);
   EXPECT_EQ(Said(), (Told{{&last, &locks[31]}}));
+}
+
+TEST_F(LockOrderTest, SeveralWaysToOneLockAreNoCircle) {
+  Locker top, left, right, bottom, last, other;
+  TakeBoth(top, left);
+  TakeBoth(top, right);
+  TakeBoth(left, bottom);
+  TakeBoth(right, bottom);
+  TakeBoth(bottom, last);
+  TakeBoth(other, top);
+  EXPECT_EQ(Said(), Told{});
+  TakeBoth(last, other);
+  EXPECT_EQ(Said(), (Told{{&last, &other}}));
+}
+
+TEST_F(LockOrderTest, ManyOrdersMayBeSeenAgain) {
+  std::vector<Locker> outer(40), inner(40);
+  for (int round = 0; round < 2; ++round) {
+    for (Locker& first : outer) {
+      for (Locker& second : inner) TakeBoth(first, second);
+    }
+  }
+  EXPECT_EQ(Said(), Told{});
 }
 
 // 4096 orders are noted, then they start afresh.
