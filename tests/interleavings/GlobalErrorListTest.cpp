@@ -257,7 +257,7 @@ TEST(GlobalErrorListInterleavingsLong, ReportersComeAndGoWithThreeThreadsByTwoHu
         while (scheduler.StepsOfThisThread() < 200) {
           const unsigned int what = random() % 8;
           if (what < 4) {
-            const unsigned int signature = random() % 10;
+            const unsigned int signature = static_cast<unsigned int>(random() % 10);
             ++reported[signature];
             const ProbeError error(signature, static_cast<long long>(100 + random() % 5));
             ids.push_back(error.ID());
