@@ -131,7 +131,7 @@ void TakeInTwoOrders(Scheduler& scheduler) {
 }
 
 TEST(Scheduler, FindsADeadlockAndItsChoicesLeadToItAgain) {
-  AllSchedules all;
+  AllSchedules all(1);
   std::vector<std::size_t> choices;
   std::string report;
   do {
