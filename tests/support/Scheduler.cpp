@@ -1,5 +1,7 @@
 #include "tests/support/Scheduler.h"
 
+#include <sched.h>
+
 #include <algorithm>
 #include <atomic>
 #include <map>
@@ -87,9 +89,37 @@ struct Traced {
   const void* where;
 };
 
+// Keeps the calling thread, and those that it makes meanwhile, on one processor: the turn goes from thread to thread many
+// times faster there than it wakes another processor.
+class OneProcessor {
+ public:
+  OneProcessor() {
+    CPU_ZERO(&m_former);
+    if (sched_getaffinity(0, sizeof m_former, &m_former) != 0) return;
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    for (int processor = 0; processor < CPU_SETSIZE; ++processor) {
+      if (!CPU_ISSET(processor, &m_former)) continue;
+      CPU_SET(processor, &one);
+      break;
+    }
+    m_kept = sched_setaffinity(0, sizeof one, &one) == 0;
+  }
+  ~OneProcessor() {
+    if (m_kept) sched_setaffinity(0, sizeof m_former, &m_former);
+  }
+  OneProcessor(const OneProcessor&) = delete;
+  OneProcessor& operator=(const OneProcessor&) = delete;
+
+ private:
+  cpu_set_t m_former;
+  bool m_kept = false;
+};
+
 }  // namespace
 
 struct Scheduler::State {
+  const OneProcessor processor;
   Chooser& chooser;
   const Grain grain;
   std::unique_ptr<PlatformThreads> library;

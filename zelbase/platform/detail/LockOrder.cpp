@@ -177,7 +177,11 @@ void LockOrder::Has(const void* lock) noexcept {
 void LockOrder::GivesBack(const void* lock) noexcept {
   if (t_held.Remove(lock) || t_held.count == kMostHeld) return;
   const std::lock_guard<std::mutex> guard(g_record.mutex);
-  if (IsStray(lock) || g_record.strayCount == kMostStrays) return;
+  if (IsStray(lock)) return;
+  if (g_record.strayCount == kMostStrays) {
+    std::copy(g_record.strays + 1, g_record.strays + kMostStrays, g_record.strays);
+    --g_record.strayCount;
+  }
   g_record.strays[g_record.strayCount++] = lock;
   Forget(lock);
   Touched(lock).store(true, std::memory_order_relaxed);

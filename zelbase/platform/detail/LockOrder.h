@@ -34,8 +34,8 @@ namespace zelbase::detail {
 // constant-initialised, or made in memory where a lock lay that ended while it was held, may inherit an order. A lock that is
 // given back on another thread than took it, as ReadWriteLocker allows, is not followed from then on.
 //
-// Bounds: 32 locks held by a thread, 4096 orders, 64 locks that are not followed. What is beyond is not noted, or the orders
-// start afresh. It asks for no memory, and a thread that finds another at it does not wait: the order will be seen again.
+// Bounds: 32 locks held by a thread, 4096 orders, 64 locks that are not followed. What is beyond is not noted, the orders
+// start afresh, and the lock that was given back elsewhere longest ago is followed again. It asks for no memory, and a thread that finds another at it does not wait: the order will be seen again.
 class ZELBASE_API LockOrder {
  public:
   // Called when a circle is closed: the lock that is held and the one that is wanted.
