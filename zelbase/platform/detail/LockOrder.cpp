@@ -129,7 +129,7 @@ void Note(const Order& order) {
   bool circle = false;
   {
     const std::unique_lock<std::mutex> lock(g_record.mutex, std::try_to_lock);
-    if (!lock) return;  // Unreached: only when two threads note a new order at the very same moment
+    if (!lock) return;  // Unreached: by chance only, when two threads note a new order at the very same moment
     if (IsStray(order.held)) {
       t_held.RemoveIf(&IsStray);
     } else if (!IsNoted(order) && !IsStray(order.wanted)) {

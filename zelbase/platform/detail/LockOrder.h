@@ -2,8 +2,9 @@
 // wait for each other for good, even if none has so far. Neighbours: Mutex.h, and Locker.h, ReadWriteLocker.h and ShortLock.h
 // of concurrency, which say here what they do.
 //
-// They say it in debug builds (without NDEBUG) and under the address and thread sanitizer; ZELBASE_LOCK_ORDER as 1 or 0 decides
-// otherwise. Where it is 0 the functions at the end of this file are empty, and a lock is as fast as if they were not called.
+// They say it where ZELBASE_LOCK_ORDER is 1: in debug builds of the library and under a sanitizer, unless its CMake option of that
+// name decides otherwise. The library's own build settles it for its users, whatever NDEBUG is to them, since locks are partly
+// inline. Where it is 0 the functions at the end of this file are empty, and a lock is as fast as if they were not called.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +12,6 @@
 
 #include "zelbase/platform/ZelBaseApi.h"
 
-#ifndef ZELBASE_LOCK_ORDER
-#if !defined(NDEBUG) || defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ZELBASE_LOCK_ORDER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define ZELBASE_LOCK_ORDER 1
-#endif
-#endif
-#endif
 #ifndef ZELBASE_LOCK_ORDER
 #define ZELBASE_LOCK_ORDER 0
 #endif
@@ -35,7 +27,8 @@ namespace zelbase::detail {
 // given back on another thread than took it, as ReadWriteLocker allows, is not followed from then on.
 //
 // Bounds: 32 locks held by a thread, 4096 orders, 64 locks that are not followed. What is beyond is not noted, the orders
-// start afresh, and the lock that was given back elsewhere longest ago is followed again. It asks for no memory, and a thread that finds another at it does not wait: the order will be seen again.
+// start afresh, and the lock that was given back elsewhere longest ago is followed again. It asks for no memory,
+// and a thread that finds another at it does not wait: the order will be seen again.
 class ZELBASE_API LockOrder {
  public:
   // Called when a circle is closed: the lock that is held and the one that is wanted.
