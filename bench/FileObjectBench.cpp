@@ -150,6 +150,4 @@ bool Compare(int sections) {
 
 }  // namespace
 
-int main() {
-  return AtEachSize({2, 20, kBarSections, 2000}, Compare);
-}
+int main() { return AtEachSize({2, 20, kBarSections, 2000}, Compare); }

@@ -164,6 +164,4 @@ bool Compare(int records) {
 
 }  // namespace
 
-int main() {
-  return AtEachSize({100000, 1000000, kBarRecords}, Compare);
-}
+int main() { return AtEachSize({100000, 1000000, kBarRecords}, Compare); }

@@ -167,6 +167,4 @@ bool Compare(int lines) {
 
 }  // namespace
 
-int main() {
-  return AtEachSize({10000, 100000, kBarLines}, Compare);
-}
+int main() { return AtEachSize({10000, 100000, kBarLines}, Compare); }

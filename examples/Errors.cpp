@@ -21,8 +21,7 @@ int main() {
   list.Lock();
   for (bool more = list.FirstContext(); more; more = list.NextContext()) {
     for (int i = 0; i < list.NumErrors(false); ++i) {
-      std::printf("%s: %s: %s\n", list.CurrentContext().c_str(), list[i].Type().c_str(),
-                  list[i].Format().c_str());
+      std::printf("%s: %s: %s\n", list.CurrentContext().c_str(), list[i].Type().c_str(), list[i].Format().c_str());
     }
   }
   list.Unlock();

@@ -29,8 +29,7 @@ int main() {
   double factor = 0.0;
   if (system->GetLinearUnit(factor)) std::printf("a unit is %.4f m\n", factor);
   std::printf("unknown types give %s\n", list.Create("Elsewhere") == nullptr ? "null" : "something");
-  std::printf("only one name loads a plug-in: %s\n",
-              ZelGeoCoordSysLoader::Instance().LoadDLL("Another", nullptr) ? "loaded" : "no");
+  std::printf("only one name loads a plug-in: %s\n", ZelGeoCoordSysLoader::Instance().LoadDLL("Another", nullptr) ? "loaded" : "no");
   return 0;
 }
 

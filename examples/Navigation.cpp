@@ -18,8 +18,7 @@ int main() {
     fixes += noise * noise;
     filtered += (x - trueX) * (x - trueX);
   }
-  std::printf("status %d; the filtered track is %s\n", status,
-              filtered < 0.5 * fixes ? "smoother" : "no better");
+  std::printf("status %d; the filtered track is %s\n", status, filtered < 0.5 * fixes ? "smoother" : "no better");
   return 0;
 }
 

@@ -18,8 +18,7 @@ int main() {
   std::printf("%.0f s later\n", (time.GetCurTime() - begun) / 1000.0);
   std::printf("Julian day %d\n", time.ConvertToJulian(5, 12, 2026));
   const double sent = time.TimeStampStringToTime(time.GetTimeStampString(begun));
-  std::printf("a stamp gives its time back: %s\n",
-              sent - begun < 0.001 && begun - sent < 0.001 ? "yes" : "no");
+  std::printf("a stamp gives its time back: %s\n", sent - begun < 0.001 && begun - sent < 0.001 ? "yes" : "no");
   return 0;
 }
 

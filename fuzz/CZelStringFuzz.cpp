@@ -94,8 +94,7 @@ struct Model {
     const std::string all = separator + std::string(text.c_str()) + separator;
     const auto place = all.find(separator + part + separator);
     if (place == std::string::npos) return -1;
-    return static_cast<int>(
-        std::count(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(place), separator));
+    return static_cast<int>(std::count(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(place), separator));
   }
 };
 
@@ -141,8 +140,7 @@ void Ask(const CZelString& list, const Model& model, Input& input) {
   CheckGet(list, index, 7.5f);
   CheckGet(list, index, std::string("before"));
   Check(list.Left(index) == model.Parts(0, index));
-  Check(list.Right(index) ==
-        (index < 0 ? "" : model.Parts(model.Size() - std::min(index, model.Size()), model.Size())));
+  Check(list.Right(index) == (index < 0 ? "" : model.Parts(model.Size() - std::min(index, model.Size()), model.Size())));
   int place = -7;
   const bool found = list.HasSubString(input.Text(), place);
   Check(found ? place >= 0 && place < model.Size() : place == -7);
@@ -184,8 +182,7 @@ void Change(CZelString& list, Model& model, Input& input) {
     case 4: {
       const int count = input.Index();
       list.Erase(index, count);
-      for (int i = 0; inside && i < count && index < model.Size(); ++i)
-        model.items.erase(model.items.begin() + index);
+      for (int i = 0; inside && i < count && index < model.Size(); ++i) model.items.erase(model.items.begin() + index);
       break;
     }
     case 5: {

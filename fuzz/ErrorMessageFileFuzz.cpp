@@ -88,8 +88,7 @@ void CheckErrors(const Wordings& wordings, const std::string& name) {
   const FileObjectError section(path, "Part", FileObjectError::SectionNotFound);
   const FileObjectError key(path, "Part", "Key", FileObjectError::KeyNotFound);
   const std::string noSection = wordings.Of(settings, "SectionNotFound", "Section \"%s\" could not be found in \"%s\".");
-  const std::string noKey =
-      wordings.Of(settings, "KeyNotFound", "The key \"%s\" could not be found in section \"%s\" of \"%s\".");
+  const std::string noKey = wordings.Of(settings, "KeyNotFound", "The key \"%s\" could not be found in section \"%s\" of \"%s\".");
   Require(section.Type() == wordings.Of(settings, "Type", "Configuration File Error"), "the title of a settings error");
   Require(section.Format() == Filled(noSection, {"Part", name}), "a section");
   Require(key.Format() == Filled(noKey, {"Key", "Part", name}), "a key");

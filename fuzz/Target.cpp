@@ -21,7 +21,8 @@
 #ifdef ZELBASE_FUZZ_COUNTS_BYTES
 // As the sanitizer's header has them, which g++ does not bring.
 extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void* place);
-extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*took)(const volatile void*, std::size_t), void (*gaveBack)(const volatile void*));
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*took)(const volatile void*, std::size_t),
+                                                         void (*gaveBack)(const volatile void*));
 #endif
 
 namespace {
@@ -70,8 +71,8 @@ void CheckLimits(std::size_t size, double seconds) {
   const long long mostBytes = kBytesAnInputByte * static_cast<long long>(size) + kBytesBesides;
   const double mostSeconds = kSecondsAnInputByte * static_cast<double>(size) + kSecondsBesides;
   if (bytes <= mostBytes && (seconds <= mostSeconds || !kJudgesTime)) return;
-  std::fprintf(stderr, "beyond the limits of a run: %zu bytes of input took %lld bytes (at most %lld) and %.3f s (at most %.3f s)\n",
-               size, bytes, mostBytes, seconds, mostSeconds);
+  std::fprintf(stderr, "beyond the limits of a run: %zu bytes of input took %lld bytes (at most %lld) and %.3f s (at most %.3f s)\n", size,
+               bytes, mostBytes, seconds, mostSeconds);
   std::abort();
 }
 

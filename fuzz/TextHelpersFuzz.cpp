@@ -141,8 +141,7 @@ void CheckEscapes(const std::string& text) {
   const std::string escaped = XMLEscape(text);
   Check(std::count(escaped.begin(), escaped.end(), '>') == std::count(text.begin(), text.end(), '>'));
   Check(escaped.find_first_of("'\"\\\xB3\xB2\xB0") == std::string::npos);
-  Check(escaped.rfind('<') == std::string::npos ||
-        escaped.find('>', escaped.rfind('<')) != std::string::npos);
+  Check(escaped.rfind('<') == std::string::npos || escaped.find('>', escaped.rfind('<')) != std::string::npos);
   Check(XMLEscape(text.c_str()) == XMLEscape(std::string(text.c_str())));
 
   std::string plain = text;
@@ -159,8 +158,7 @@ void CheckFind(const std::string& text, const std::string& pattern, int start) {
   }
   try {
     Check(CStringFind(text, pattern, start) == expected && start >= 0);
-    if (pattern.size() == 1)
-      Check(CStringFind(text, static_cast<unsigned char>(pattern[0]), start) == expected);
+    if (pattern.size() == 1) Check(CStringFind(text, static_cast<unsigned char>(pattern[0]), start) == expected);
   } catch (const std::invalid_argument&) {
     Check(start < 0);
   }

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "adapters/xyz/XyzTextSource.h"
 #include "fuzz/MemoryFiles.h"
 #include "fuzz/Require.h"
 #include "fuzz/Target.h"
-#include "adapters/xyz/XyzTextSource.h"
 #include "tests/adapters/LiteralXyzReader.h"
 #include "zelbase/data/XyzImporter.h"
 #include "zelbase/platform/PlatformFiles.h"
@@ -21,8 +21,8 @@ namespace {
 bool SameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 
 bool Same(const TimePoint& a, const TimePoint& b) {
-  return SameBits(a.position.x, b.position.x) && SameBits(a.position.y, b.position.y) &&
-         SameBits(a.position.z, b.position.z) && SameBits(a.time, b.time);
+  return SameBits(a.position.x, b.position.x) && SameBits(a.position.y, b.position.y) && SameBits(a.position.z, b.position.z) &&
+         SameBits(a.time, b.time);
 }
 
 class Collector : public XyzImporter {

@@ -64,9 +64,7 @@ void SetSource(cairo_t* context, COLORREF color) {
   cairo_set_source_rgb(context, part(0), part(8), part(16));
 }
 
-void AddRectangle(cairo_t* context, const CRect& rect) {
-  cairo_rectangle(context, rect.left, rect.top, rect.Width(), rect.Height());
-}
+void AddRectangle(cairo_t* context, const CRect& rect) { cairo_rectangle(context, rect.left, rect.top, rect.Width(), rect.Height()); }
 
 int WidthOf(const LOGPEN& pen) { return std::max(pen.lopnWidth.x, 1); }
 
@@ -412,7 +410,8 @@ void CairoSurface::FillDots(std::span<const CPoint> points, std::span<const COLO
     const PixelInk ink = PixelInk::Make(color, m_body->rop2);
     if (!stamp) {
       const int reach = SaturatedAdd(radius, 1);
-      const CRect box(SaturatedSubtract(at.x, radius), SaturatedSubtract(at.y, radius), SaturatedAdd(at.x, reach), SaturatedAdd(at.y, reach));
+      const CRect box(SaturatedSubtract(at.x, radius), SaturatedSubtract(at.y, radius), SaturatedAdd(at.x, reach),
+                      SaturatedAdd(at.y, reach));
       canvas.Ellipse(EllipseRows(box), &ink, &ink);
     } else if (isSmooth) {
       stamp->PaintSmooth(canvas, at.x, at.y, zelbase::detail::ToPixel(color));

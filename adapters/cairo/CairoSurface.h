@@ -37,8 +37,8 @@ enum class CairoFormat : int { Png = 0, Svg = 1, Pdf = 2 };
 //       them whose centres are in the ellipse. Pens wider than a pixel reach beyond, by half of what they are wider.
 // (4) SetPixel and all that a pen or a brush paints obey the raster mode (SetROP2) on images: a line that is drawn twice with
 //     R2_XORPEN or R2_NOT leaves no trace. FillSolidRect and texts copy. A sheet has no pixels to read and copies always.
-// (5) On sheets, and on images for smooth pens and wide ones with gaps, lines that go on from each other are stroked in one piece. A line stops a
-//     step before its end there, too, until SetPixel sets the end in the pen's colour or the next line goes on from it.
+// (5) On sheets, and on images for smooth pens and wide ones with gaps, lines that go on from each other are stroked in one piece.
+//     A line stops a step before its end there, too, until SetPixel sets the end in the pen's colour or the next line goes on from it.
 //
 // At the beginning: black pen, white brush, SYSTEM_FONT (ten points), black text at its top left (TA_LEFT | TA_TOP) with a
 // background (OPAQUE) of white, R2_COPYPEN, not smooth, no clip.
@@ -57,7 +57,7 @@ class CairoSurface : public CDC {
   // False when it could not be made, when memory ran out while drawing, and for a sheet after Save: nothing is painted then.
   bool IsGood() const;
   CairoFormat Format() const;
-  int Width() const;   // pixels; what was asked for, also when it could not be made
+  int Width() const;  // pixels; what was asked for, also when it could not be made
   int Height() const;
 
   // Hands the whole file to `write`, piece by piece in order, until that gives false. False then and when the surface is not good;

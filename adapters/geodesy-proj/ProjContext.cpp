@@ -113,7 +113,8 @@ bool SplitCode(std::string_view text, std::string& authority, std::string& code)
   const std::string_view front = text.substr(0, colon), back = text.substr(colon + 1);
   if (!IsCodeText(front) || !IsCodeText(back)) return false;
   authority = front;
-  std::transform(authority.begin(), authority.end(), authority.begin(), [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+  std::transform(authority.begin(), authority.end(), authority.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
   code = back;
   return true;
 }

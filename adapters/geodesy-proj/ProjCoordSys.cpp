@@ -122,12 +122,12 @@ struct ProjCoordSys::System {
   GeoCoordSysKind kind = GeoCoordSysKind::None;
   GeoArea area;
   bool hasArea = false;
-  PjPointer horizontal;          // what conversions go from and to
-  PjPointer fromBase;            // from the datum's longitude and latitude
+  PjPointer horizontal;  // what conversions go from and to
+  PjPointer fromBase;    // from the datum's longitude and latitude
   AxisTurn turn;
-  double factor = 1.0;           // metres or radians a unit
-  double baseUnit = kDegree;     // radians a unit of the datum's longitude and latitude
-  double baseMeridian = 0.0;     // degrees east of Greenwich
+  double factor = 1.0;        // metres or radians a unit
+  double baseUnit = kDegree;  // radians a unit of the datum's longitude and latitude
+  double baseMeridian = 0.0;  // degrees east of Greenwich
 
   double ToBase(double degrees) const { return baseUnit == kDegree ? degrees : degrees * (kDegree / baseUnit); }
   double FromBase(double units) const { return baseUnit == kDegree ? units : units * (baseUnit / kDegree); }

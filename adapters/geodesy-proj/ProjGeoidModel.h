@@ -49,7 +49,7 @@ class ProjGeoidModel final : public GeoidModel {
 
   Positions m_positions;
   GeoCoordSys* m_system = nullptr;  // not owned; the coordinate system, when it can be asked for positions
-  std::string m_path;         // of the open grid; PROJ is led to it by its address
+  std::string m_path;               // of the open grid; PROJ is led to it by its address
   ProjContext m_context;
   PjPointer m_grid;
 };

@@ -9,17 +9,20 @@ constexpr double kDegree = 3.14159265358979323846 / 180.0;  // in radians
 
 std::vector<GeoEllipsoid> ReadEllipsoids(const ProjContext& context) {
   return EntriesOf<GeoEllipsoid>(context, PJ_TYPE_ELLIPSOID, PJ_CATEGORY_ELLIPSOID, [&context](const PJ* object, GeoEllipsoid& ellipsoid) {
-    return proj_ellipsoid_get_parameters(context.Get(), object, &ellipsoid.semiMajor, &ellipsoid.semiMinor, nullptr, &ellipsoid.inverseFlattening) != 0;
+    return proj_ellipsoid_get_parameters(context.Get(), object, &ellipsoid.semiMajor, &ellipsoid.semiMinor, nullptr,
+                                         &ellipsoid.inverseFlattening) != 0;
   });
 }
 
 std::vector<GeoPrimeMeridian> ReadMeridians(const ProjContext& context) {
-  return EntriesOf<GeoPrimeMeridian>(context, PJ_TYPE_PRIME_MERIDIAN, PJ_CATEGORY_PRIME_MERIDIAN, [&context](const PJ* object, GeoPrimeMeridian& meridian) {
-    double longitude = 0.0, unit = kDegree;
-    if (!proj_prime_meridian_get_parameters(context.Get(), object, &longitude, &unit, nullptr)) return false;
-    meridian.longitude = longitude * (unit / kDegree);
-    return true;
-  });
+  return EntriesOf<GeoPrimeMeridian>(context, PJ_TYPE_PRIME_MERIDIAN, PJ_CATEGORY_PRIME_MERIDIAN,
+                                     [&context](const PJ* object, GeoPrimeMeridian& meridian) {
+                                       double longitude = 0.0, unit = kDegree;
+                                       if (!proj_prime_meridian_get_parameters(context.Get(), object, &longitude, &unit, nullptr))
+                                         return false;
+                                       meridian.longitude = longitude * (unit / kDegree);
+                                       return true;
+                                     });
 }
 
 std::vector<GeoUnit> ReadUnits(const ProjContext& context, const char* category) {

@@ -11,9 +11,7 @@ using zelbase::detail::XyzTextCursor;
 
 XyzTextSource::XyzTextSource(const XyzTextOptions& options) : m_options(options) {}
 
-XyzTextSource::XyzTextSource(const std::string& fileName, const XyzTextOptions& options) : m_options(options) {
-  Open(fileName);
-}
+XyzTextSource::XyzTextSource(const std::string& fileName, const XyzTextOptions& options) : m_options(options) { Open(fileName); }
 
 XyzTextSource::~XyzTextSource() = default;
 

@@ -14,12 +14,12 @@ struct XyzLineProblem {
 };
 
 struct XyzTextSummary {
-  long long lines = 0;        // all, blank ones and comments included
+  long long lines = 0;  // all, blank ones and comments included
   long long points = 0;
   long long timedPoints = 0;  // those that had a time of their own
   long long brokenLines = 0;
-  bool hasNames = false;      // the names of the columns stand before the first point
-  Point minimum;              // of x, y and z over all points; zeros when there is none
+  bool hasNames = false;  // the names of the columns stand before the first point
+  Point minimum;          // of x, y and z over all points; zeros when there is none
   Point maximum;
   std::vector<XyzLineProblem> problems;  // the first of the broken lines, in order
 };

@@ -38,9 +38,7 @@ class PrintTextAction : public ZelAction, public Telling {
     file.GetItem(GetSectionName(), "Text", m_text);
     return loaded;
   }
-  bool Save(FileObject& file) override {
-    return ZelAction::Save(file) && file.SetItem(GetSectionName(), "Text", m_text, true);
-  }
+  bool Save(FileObject& file) override { return ZelAction::Save(file) && file.SetItem(GetSectionName(), "Text", m_text, true); }
   bool Execute() override {
     std::cout << ToTerminal(m_text, DetectEncoding(m_text)) << '\n';
     return true;
@@ -128,9 +126,7 @@ class RunProgramAction : public ZelAction, public Telling {
     return ZelAction::Save(file) && file.SetItem(GetSectionName(), "Program", m_program, true) &&
            file.SetItem(GetSectionName(), "Arguments", m_arguments, true);
   }
-  bool Validate() override {
-    return !FindProgram(ToShownPath(m_program)).empty() || Fault("there is no program " + Quoted(m_program));
-  }
+  bool Validate() override { return !FindProgram(ToShownPath(m_program)).empty() || Fault("there is no program " + Quoted(m_program)); }
   bool Execute() override {
     const int code = RunAndWait(FindProgram(ToShownPath(m_program)), Words(m_arguments));
     if (code == 0) return true;

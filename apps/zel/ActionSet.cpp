@@ -35,8 +35,8 @@ MadeAction ActionSet::Make(const std::string& id) {
   made.faults = m_journal->faults;
   if (made.action != nullptr) return made;
   const std::string group = GroupOf(id);
-  made.faults.push_back("[" + Shown(id, id) + "]: " +
-                        (group.empty() ? "names no group" : "its group \"" + Shown(id, group) + "\" is unknown") +
+  made.faults.push_back("[" + Shown(id, id) +
+                        "]: " + (group.empty() ? "names no group" : "its group \"" + Shown(id, group) + "\" is unknown") +
                         ", so nothing can make it");
   return made;
 }

@@ -14,10 +14,10 @@ namespace zel {
 
 // One section of a file.
 struct ListedAction {
-  FileObject* file;                  // the list's
-  std::string path;                  // as typed
+  FileObject* file;  // the list's
+  std::string path;  // as typed
   Encoding encoding;
-  std::vector<std::string> alsoIn;   // later files that have the id as well, and do not count
+  std::vector<std::string> alsoIn;  // later files that have the id as well, and do not count
 };
 
 struct MadeAction {

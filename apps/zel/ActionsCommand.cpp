@@ -129,9 +129,8 @@ void PrintGroups(ActionSet& set) {
 }
 
 std::size_t CountCustom(const ActionSet& set) {
-  return static_cast<std::size_t>(std::count_if(set.Actions().begin(), set.Actions().end(), [&set](const auto& action) {
-    return set.FieldsOf(action.first).GetCustom();
-  }));
+  return static_cast<std::size_t>(std::count_if(set.Actions().begin(), set.Actions().end(),
+                                                [&set](const auto& action) { return set.FieldsOf(action.first).GetCustom(); }));
 }
 
 // What a file loses in reading, an action may lack. UTF-8 is no loss here, as it is shown as it is meant, nor is a file without
@@ -226,8 +225,7 @@ int ShowSaved(const std::string& path, const std::vector<std::string>& files, co
   for (const std::string& file : files) {
     if (!set.AddFile(file, reason)) return Fail(reason);
   }
-  std::cout << Counted(ids.size(), "custom action", "custom actions") << " saved in " << path
-            << (ids.empty() ? "\n" : " and read back:\n");
+  std::cout << Counted(ids.size(), "custom action", "custom actions") << " saved in " << path << (ids.empty() ? "\n" : " and read back:\n");
   Complaints complaints;
   for (const std::string& id : ids) PrintAction(set, id, complaints);
   return complaints.Tell();
@@ -278,11 +276,12 @@ void AddActionsCommand(CLI::App& program, int& exitCode) {
       ->excludes(run);
   app->add_option("--application", arguments->application, "Application whose file of custom actions is meant; zel by default")
       ->check(NotAFilesName);
-  app->footer("Examples:\n  zel actions samples/actions/DefaultActions.ini\n"
-              "  zel actions samples/actions/DefaultActions.ini --run StartOfLine\n\n"
-              "The groups are BaseAction, CompositeAction (key Actions), PrintText (key Text) and RunProgram (keys Program,\n"
-              "Arguments). Running an action runs the programs that the file names.\n\n"
-              "Exit code: 0, or 1 when an action cannot be made, is not valid, fails, or is not saved.\n");
+  app->footer(
+      "Examples:\n  zel actions samples/actions/DefaultActions.ini\n"
+      "  zel actions samples/actions/DefaultActions.ini --run StartOfLine\n\n"
+      "The groups are BaseAction, CompositeAction (key Actions), PrintText (key Text) and RunProgram (keys Program,\n"
+      "Arguments). Running an action runs the programs that the file names.\n\n"
+      "Exit code: 0, or 1 when an action cannot be made, is not valid, fails, or is not saved.\n");
   app->callback([arguments, &exitCode] { exitCode = Act(*arguments); });
 }
 

@@ -12,12 +12,23 @@ struct NamedColour {
   std::string_view name;
   int red, green, blue;
 };
-constexpr std::array<NamedColour, 17> kNames = {{{"black", 0, 0, 0},        {"white", 255, 255, 255}, {"red", 255, 0, 0},
-                                                 {"green", 0, 255, 0},      {"blue", 0, 0, 255},      {"yellow", 255, 255, 0},
-                                                 {"cyan", 0, 255, 255},     {"magenta", 255, 0, 255}, {"orange", 255, 165, 0},
-                                                 {"brown", 165, 42, 42},    {"gray", 128, 128, 128},  {"grey", 128, 128, 128},
-                                                 {"navy", 0, 0, 128},       {"maroon", 128, 0, 0},    {"darkgreen", 0, 100, 0},
-                                                 {"lightblue", 173, 216, 230}, {"purple", 128, 0, 128}}};
+constexpr std::array<NamedColour, 17> kNames = {{{"black", 0, 0, 0},
+                                                 {"white", 255, 255, 255},
+                                                 {"red", 255, 0, 0},
+                                                 {"green", 0, 255, 0},
+                                                 {"blue", 0, 0, 255},
+                                                 {"yellow", 255, 255, 0},
+                                                 {"cyan", 0, 255, 255},
+                                                 {"magenta", 255, 0, 255},
+                                                 {"orange", 255, 165, 0},
+                                                 {"brown", 165, 42, 42},
+                                                 {"gray", 128, 128, 128},
+                                                 {"grey", 128, 128, 128},
+                                                 {"navy", 0, 0, 128},
+                                                 {"maroon", 128, 0, 0},
+                                                 {"darkgreen", 0, 100, 0},
+                                                 {"lightblue", 173, 216, 230},
+                                                 {"purple", 128, 0, 128}}};
 
 // 0 to 255; palettes that a program has computed have fractions.
 bool TakeChannel(std::string_view& rest, int& value) {

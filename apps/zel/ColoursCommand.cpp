@@ -27,7 +27,7 @@ struct Arguments {
   std::string legend;
   std::string title;
   std::string low = "blue", mid = "white", high = "red";
-  std::string under, tolerance, over;   // "MIN MAX COUNT" of a dredge band
+  std::string under, tolerance, over;  // "MIN MAX COUNT" of a dredge band
   std::vector<std::string> lookUp;
   double min = 0.0, max = 0.0, step = 0.0;
   double underLimit = 0.5, overLimit = -0.5;
@@ -46,8 +46,7 @@ std::string Number(double value) {
 // ---- listing ----
 
 std::string Row(const Palette& palette, const std::string& label, COLORREF color, const std::string& name, bool locked) {
-  const std::string channels =
-      std::to_string(RedOf(color)) + ", " + std::to_string(GreenOf(color)) + ", " + std::to_string(BlueOf(color));
+  const std::string channels = std::to_string(RedOf(color)) + ", " + std::to_string(GreenOf(color)) + ", " + std::to_string(BlueOf(color));
   std::string row = ToColumn(label, 16) + palette.Swatch(RedOf(color), GreenOf(color), BlueOf(color)) + ColourText(color) + "  " +
                     ToColumn(channels, 15) + (locked ? "locked  " : "        ") + ToTerminal(name, Encoding::Windows1252);
   row.erase(row.find_last_not_of(' ') + 1);
@@ -65,8 +64,8 @@ void PrintDredge(const ColorTable& table) {
   std::cout << "\nDredge differences: over dredged below " << Number(over) << ", under dredged from " << Number(under)
             << (sync ? ", limits from the design\n" : "\n");
   const auto print = [&](const char* name) {
-    std::cout << "  " << ToColumn(name, 14) << ColourText(low) << " to " << ColourText(high) << ", "
-              << Counted(count, "colour", "colours") << '\n';
+    std::cout << "  " << ToColumn(name, 14) << ColourText(low) << " to " << ColourText(high) << ", " << Counted(count, "colour", "colours")
+              << '\n';
   };
   table.GetUnderDredgeColorRange(low, high, count);
   print("under dredged");
@@ -149,9 +148,7 @@ int Convert(const Arguments& arguments) {
 struct RunColours {
   COLORREF low = 0, mid = 0, high = 0;
 
-  bool Read(const Arguments& arguments) {
-    return Read(arguments.low, low) && Read(arguments.mid, mid) && Read(arguments.high, high);
-  }
+  bool Read(const Arguments& arguments) { return Read(arguments.low, low) && Read(arguments.mid, mid) && Read(arguments.high, high); }
 
   static bool Read(const std::string& text, COLORREF& color) {
     if (ToColour(text, color)) return true;
@@ -272,7 +269,9 @@ void AddLookUp(CLI::App& app, const Shared& arguments) {
 }
 
 void AddSteps(CLI::App& app, const Shared& arguments) {
-  app.add_option("--steps", arguments->steps, "Entries for each slice of a .cpt between two colours")->check(CLI::Range(1, 256))->capture_default_str();
+  app.add_option("--steps", arguments->steps, "Entries for each slice of a .cpt between two colours")
+      ->check(CLI::Range(1, 256))
+      ->capture_default_str();
 }
 
 CLI::App* AddMaker(CLI::App& make, const Shared& arguments, const char* name, const char* what) {

@@ -36,9 +36,10 @@ class Listing {
 
   void Print(const SettingsChanges& changes) {
     for (const auto& change : changes) PrintChange(change);
-    if (!changes.empty()) std::cout << '\n' << Count(SettingsChangeKind::Added) << " added, "
-                                    << Count(SettingsChangeKind::Changed) << " changed, "
-                                    << Count(SettingsChangeKind::Removed) << " removed\n";
+    if (!changes.empty())
+      std::cout << '\n'
+                << Count(SettingsChangeKind::Added) << " added, " << Count(SettingsChangeKind::Changed) << " changed, "
+                << Count(SettingsChangeKind::Removed) << " removed\n";
   }
 
  private:
@@ -56,12 +57,10 @@ class Listing {
   std::string Line(const SettingsChange& change, const std::string& key) const {
     switch (change.kind) {
       case SettingsChangeKind::Added: return m_palette.Paint(Tone::Added, "+ " + key + " = " + m_new.Shown(change.newValue));
-      case SettingsChangeKind::Removed:
-        return m_palette.Paint(Tone::Removed, "- " + key + " = " + m_old.Shown(change.oldValue));
+      case SettingsChangeKind::Removed: return m_palette.Paint(Tone::Removed, "- " + key + " = " + m_old.Shown(change.oldValue));
       case SettingsChangeKind::Changed: break;
     }
-    return m_palette.Paint(Tone::Changed, "~ " + key + " = " + m_old.Shown(change.oldValue) + " -> " +
-                                              m_new.Shown(change.newValue));
+    return m_palette.Paint(Tone::Changed, "~ " + key + " = " + m_old.Shown(change.oldValue) + " -> " + m_new.Shown(change.newValue));
   }
 
   int Count(SettingsChangeKind kind) const { return m_counts[static_cast<std::size_t>(kind)]; }
@@ -138,8 +137,7 @@ SettingsChanges RealChanges(const SettingsFile& before, const SettingsFile& afte
     const bool was = before.store.GetItem(change.section, change.key, oldValue);
     const bool is = after.store.GetItem(change.section, change.key, newValue);
     if (was == is && oldValue == newValue) continue;
-    const SettingsChangeKind kind = !is ? SettingsChangeKind::Removed
-                                        : (was ? SettingsChangeKind::Changed : SettingsChangeKind::Added);
+    const SettingsChangeKind kind = !is ? SettingsChangeKind::Removed : (was ? SettingsChangeKind::Changed : SettingsChangeKind::Added);
     const SettingsChange real{kind, change.section, change.key, oldValue, newValue};
     if (std::find(changes.begin(), changes.end(), real) == changes.end()) changes.push_back(real);
   }
@@ -182,9 +180,10 @@ void AddDifferenceCommands(CLI::App& settings, int& exitCode) {
   app->add_option("NEW", arguments->newFile, "The newer file")->required();
   app->add_option("-o,--output", arguments->difference, "Write the difference to this file, for \"zel settings apply\"");
   arguments->palette.AddOption(*app);
-  app->footer("Example:\n  zel settings diff vessel.ini vessel-next.ini -o refit.ini\n\n"
-              "+ added, ~ changed, - removed. Comments, empty sections and checksums do not count.\n"
-              "Exit code: 0 the same, 1 different, 2 trouble.\n");
+  app->footer(
+      "Example:\n  zel settings diff vessel.ini vessel-next.ini -o refit.ini\n\n"
+      "+ added, ~ changed, - removed. Comments, empty sections and checksums do not count.\n"
+      "Exit code: 0 the same, 1 different, 2 trouble.\n");
   app->callback([arguments, &exitCode] { exitCode = Diff(*arguments); });
 
   app = settings.add_subcommand("apply", "Apply a difference to a settings file; comments and order stay");
@@ -192,8 +191,9 @@ void AddDifferenceCommands(CLI::App& settings, int& exitCode) {
   app->add_option("DIFFERENCE", arguments->difference, "What \"zel settings diff -o\" has written")->required();
   app->add_flag("-n,--dry-run", arguments->dryRun, "Tell what would change and leave the file alone");
   arguments->palette.AddOption(*app);
-  app->footer("Example:\n  zel settings apply my-vessel.ini refit.ini\n\n"
-              "Exit code: 0 applied, 1 it does not fit the file, which is then as it was, 2 trouble.\n");
+  app->footer(
+      "Example:\n  zel settings apply my-vessel.ini refit.ini\n\n"
+      "Exit code: 0 applied, 1 it does not fit the file, which is then as it was, 2 trouble.\n");
   app->callback([arguments, &exitCode] { exitCode = Apply(*arguments); });
 }
 

@@ -33,8 +33,7 @@ int Show(const std::string& path) {
   if (!good && error.code == 1) return Fail("cannot open \"" + path + "\"");
 
   const Encoding encoding = DetectEncoding(ReadBytes(path));
-  std::cout << path << ": " << displays.GetNumSections()
-            << (displays.GetNumSections() == 1 ? " section\n" : " sections\n");
+  std::cout << path << ": " << displays.GetNumSections() << (displays.GetNumSections() == 1 ? " section\n" : " sections\n");
   PrintViews(displays, encoding);
   if (good) return kDone;
   return Fail("\"" + path + "\": no view type has the name \"" + ToTerminal(error.name, encoding) + "\"");
@@ -52,8 +51,9 @@ void AddDisplaysCommand(CLI::App& program, int& exitCode) {
   CLI::App* const app = program.add_subcommand("displays", "Show which displays a displays file asks for");
   const auto paths = std::make_shared<std::vector<std::string>>();
   app->add_option("FILE", *paths, "Displays files")->required();
-  app->footer("Example:\n  zel displays samples/displays/Displays.ini\n\n"
-              "Exit code: 0, or 1 when a file cannot be opened or has a section that is no view type.\n");
+  app->footer(
+      "Example:\n  zel displays samples/displays/Displays.ini\n\n"
+      "Exit code: 0, or 1 when a file cannot be opened or has a section that is no view type.\n");
   app->callback([paths, &exitCode] { exitCode = ShowAll(*paths); });
 }
 

@@ -150,8 +150,9 @@ void AddFilesCommands(CLI::App& program, int& exitCode) {
   app = program.add_subcommand("crc", "The suite's checksum of files");
   app->add_option("FILE", arguments->files, "Files to sum up");
   app->add_option("--check", arguments->list, "Compare with the checksums that this file lists, as this command writes them");
-  app->footer("It is a checksum of the suite's own, which puts four bytes for each byte of the file through a CRC-32.\n\n"
-              "Example:\n  zel crc *.tid > sums.txt\n  zel crc --check sums.txt\n");
+  app->footer(
+      "It is a checksum of the suite's own, which puts four bytes for each byte of the file through a CRC-32.\n\n"
+      "Example:\n  zel crc *.tid > sums.txt\n  zel crc --check sums.txt\n");
   app->callback([arguments, &exitCode] { exitCode = Checksums(*arguments); });
 
   app = program.add_subcommand("ports", "The serial ports of this computer");

@@ -170,7 +170,8 @@ int ConvertArguments(const Arguments& arguments, Conversion& conversion) {
     if (!ReadPair(conversion.From(), arguments.positions[i], arguments.positions[i + 1], pairs.emplace_back())) return kFoundWrong;
   }
   const Columns from(conversion.From(), arguments.style), to(conversion.To(), arguments.style);
-  std::cout << "from  " << SystemText(conversion.From()) << ": " << from.Head() << "\nto    " << SystemText(conversion.To()) << ": " << to.Head() << '\n';
+  std::cout << "from  " << SystemText(conversion.From()) << ": " << from.Head() << "\nto    " << SystemText(conversion.To()) << ": "
+            << to.Head() << '\n';
   for (const Pair& pair : pairs) {
     Pair result;
     const bool done = conversion.Convert(pair, result);
@@ -283,7 +284,8 @@ int Geoid(const Arguments& arguments) {
   const bool onGlobe = arguments.system.empty();
   const std::unique_ptr<GeoCoordSys> system = plugin.Select(onGlobe ? "EPSG:4326" : arguments.system);
   if (system == nullptr) return Fail(plugin.Reason());
-  if (!onGlobe && IsGeographic(*system)) return Fail(SystemText(*system) + " has no eastings and northings; without --system positions are latitude and longitude");
+  if (!onGlobe && IsGeographic(*system))
+    return Fail(SystemText(*system) + " has no eastings and northings; without --system positions are latitude and longitude");
   const std::unique_ptr<GeoidModel> model = OpenModel(arguments.grid, onGlobe ? nullptr : system.get());
   if (model == nullptr) return kFoundWrong;
   double unit = 1.0;
@@ -307,11 +309,12 @@ void AddConvert(CLI::App& geodesy, const std::shared_ptr<Arguments>& arguments, 
   app->add_option("POSITION", arguments->positions, "Pairs: latitude longitude, or easting northing");
   app->add_option("-i,--input", arguments->input, "A file of lines that begin with a pair of numbers, - for standard input");
   AddStyle(*app, *arguments);
-  app->footer("Latitude and longitude are degrees from Greenwich; with letters they may stand in either order. What stands behind the pair on\n"
-              "a line of a file goes along. A conversion between datums without a known way is refused, and its accuracy is told.\n\nExamples:\n"
-              "  zel geodesy convert --from EPSG:4326 --to EPSG:32631 \"52 30 45 N\" \"4 15 30 E\"\n"
-              "  zel geodesy convert --from EPSG:28992 --to EPSG:4326 --style seconds 155000 463000\n\n"
-              "Exit code: 0, or 1 when a position has no counterpart or lies outside the area of use of a system.\n");
+  app->footer(
+      "Latitude and longitude are degrees from Greenwich; with letters they may stand in either order. What stands behind the pair on\n"
+      "a line of a file goes along. A conversion between datums without a known way is refused, and its accuracy is told.\n\nExamples:\n"
+      "  zel geodesy convert --from EPSG:4326 --to EPSG:32631 \"52 30 45 N\" \"4 15 30 E\"\n"
+      "  zel geodesy convert --from EPSG:28992 --to EPSG:4326 --style seconds 155000 463000\n\n"
+      "Exit code: 0, or 1 when a position has no counterpart or lies outside the area of use of a system.\n");
   app->callback([arguments, &exitCode] { exitCode = Convert(*arguments); });
 }
 

@@ -34,9 +34,7 @@ struct Arguments {
 // To a thousandth, where a rounded -0.0 is 0.
 double Rounded(double value) { return std::abs(value) < 0.0005 ? 0.0 : value; }
 
-void PrintRow(const Point& point) {
-  std::printf("%14.3f %14.3f %10.3f\n", Rounded(point.x), Rounded(point.y), Rounded(point.z));
-}
+void PrintRow(const Point& point) { std::printf("%14.3f %14.3f %10.3f\n", Rounded(point.x), Rounded(point.y), Rounded(point.z)); }
 
 Places ToPlaces(const std::vector<Point>& points) {
   Places places;
@@ -202,8 +200,8 @@ class SideCheck {
     if (contour.GetSize() == 0) return Tell("no points");
     const int items = m_file.store.GetNumItems(m_side.section);
     if (items > contour.GetSize()) {
-      Tell(Counted(static_cast<std::size_t>(items - contour.GetSize()), "item", "items") + " not read; the numbers have a gap behind Point(" +
-           std::to_string(contour.GetSize()) + ")");
+      Tell(Counted(static_cast<std::size_t>(items - contour.GetSize()), "item", "items") +
+           " not read; the numbers have a gap behind Point(" + std::to_string(contour.GetSize()) + ")");
     }
     for (int i = 1; i <= contour.GetSize(); ++i) CheckRow(i);
     VesselPoint first;
@@ -229,8 +227,7 @@ class SideCheck {
     m_file.store.GetItem(m_side.section, key, value);
     double x = 0.0, y = 0.0;
     int code = 0, length = -1;
-    const bool whole = std::sscanf(value.c_str(), "%lf,%lf,%d%n", &x, &y, &code, &length) == 3 &&
-                       length == static_cast<int>(value.size());
+    const bool whole = std::sscanf(value.c_str(), "%lf,%lf,%d%n", &x, &y, &code, &length) == 3 && length == static_cast<int>(value.size());
     if (!whole) Tell(key + " = \"" + m_file.Shown(value) + "\" is not \"x, y, code\"");
   }
 
@@ -252,8 +249,8 @@ int Contour(const Arguments& arguments) {
     contour.Create(ToSuitePath(arguments.file), static_cast<int>(i));
     const auto strokes = StrokesOf(contour);
     const bool drawn = contour.GetBoundingPage(page);
-    std::printf("%-7s %3d points, %s, %.2f by %.2f\n", kSides[i].name, contour.GetSize(), Counted(strokes.size(), "stroke", "strokes").c_str(),
-                drawn ? page.Width() : 0.0, drawn ? page.Height() : 0.0);
+    std::printf("%-7s %3d points, %s, %.2f by %.2f\n", kSides[i].name, contour.GetSize(),
+                Counted(strokes.size(), "stroke", "strokes").c_str(), drawn ? page.Width() : 0.0, drawn ? page.Height() : 0.0);
     good = SideCheck(file, kSides[i]).Run(contour, strokes) && good;
     if (!drawn) continue;
     anything = true;
@@ -301,8 +298,9 @@ void AddGeometryCommand(CLI::App& program, int& exitCode) {
   app = geometry->add_subcommand("contour", "A vessel's outline, side by side");
   app->add_option("FILE", arguments->file, "Contour file")->required();
   addPicture(*app);
-  app->footer("Example:\n  zel geometry contour samples/geometry/vessel-contour.con\n\n"
-              "Exit code: 0, or 1 when a side has no points, a row does not read, or the numbers have a gap.\n");
+  app->footer(
+      "Example:\n  zel geometry contour samples/geometry/vessel-contour.con\n\n"
+      "Exit code: 0, or 1 when a side has no points, a row does not read, or the numbers have a gap.\n");
   app->callback([arguments, &exitCode] { exitCode = Contour(*arguments); });
 }
 

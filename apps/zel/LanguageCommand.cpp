@@ -86,8 +86,9 @@ void PrintSettings(const Translator& translator) {
   }
   const LanguageModuleChoice choice = ZELCORE::FindAPPResourceDLL(nullptr);
   if (!choice.languageModule.empty()) {
-    std::cout << "Numbers       \"" << ToShownPath(choice.languageModule) << "\" with .dll, .ini or .so: "
-              << (LanguageTextsInstalled() ? "installed" : "none in this folder; the built-in texts serve") << '\n';
+    std::cout << "Numbers       \"" << ToShownPath(choice.languageModule)
+              << "\" with .dll, .ini or .so: " << (LanguageTextsInstalled() ? "installed" : "none in this folder; the built-in texts serve")
+              << '\n';
   }
   const std::string messages = MessagesFile();
   std::cout << "Messages      " << (ErrorMessageFile::Get().IsOpen() ? "\"" + messages + "\"" : "built-in texts; no \"" + messages + "\"")
@@ -131,9 +132,7 @@ int Status(bool all) {
 
 // ---- the wording of errors ----
 
-void PrintError(const Error& error) {
-  std::cout << ToColumn(error.Type(), 26) << Shown(error.Format()) << '\n';
-}
+void PrintError(const Error& error) { std::cout << ToColumn(error.Type(), 26) << Shown(error.Format()) << '\n'; }
 
 int Errors() {
   for (const auto code : {FileError::Open, FileError::Read, FileError::Write}) PrintError(FileError("C:\\survey\\tide.tid", code));
@@ -152,8 +151,9 @@ void AddLanguageCommand(CLI::App& program, int& exitCode) {
   CLI::App* const language = program.add_subcommand("language", "Tell which language is chosen, and which texts it lacks");
   const auto all = std::make_shared<bool>(false);
   language->add_flag("--all", *all, "List every text that was not found");
-  language->footer("Example:\n  zel --common samples/common language\n\n"
-                   "Exit code: 0, or 1 when a text has no translation.\n");
+  language->footer(
+      "Example:\n  zel --common samples/common language\n\n"
+      "Exit code: 0, or 1 when a text has no translation.\n");
   language->require_subcommand(0, 1);
   language->callback([all, language, &exitCode] {
     if (language->get_subcommands().empty()) exitCode = Status(*all);

@@ -15,15 +15,16 @@ namespace {
 constexpr double kMargin = 24.0;
 constexpr double kHead = 56.0;
 constexpr double kSwatch = 90.0;
-constexpr double kMostHeight = 900.0;   // of all swatches
+constexpr double kMostHeight = 900.0;  // of all swatches
 constexpr double kBestRow = 28.0;
-constexpr double kTextRow = 18.0;       // the least distance of two labels
+constexpr double kTextRow = 18.0;  // the least distance of two labels
 constexpr double kBandNames = 130.0;
 constexpr double kBandGap = 14.0;
 
 std::string Number(double value, int digits) {
   char buffer[40];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::abs(value) < 5e-10 ? 0.0 : value, std::chars_format::general, digits).ptr;
+  const auto end =
+      std::to_chars(buffer, buffer + sizeof buffer, std::abs(value) < 5e-10 ? 0.0 : value, std::chars_format::general, digits).ptr;
   return std::string(buffer, end);
 }
 
@@ -104,9 +105,7 @@ class Legend {
   }
 
  private:
-  double BandsLeft() const {
-    return kMargin + kSwatch + 12 + m_values + (m_names > 0 ? 20 + m_names : 0.0) + kBandGap + kMargin;
-  }
+  double BandsLeft() const { return kMargin + kSwatch + 12 + m_values + (m_names > 0 ? 20 + m_names : 0.0) + kBandGap + kMargin; }
 
   // The upper edge of a step; the highest is on top.
   double TopOf(std::size_t index) const { return kHead + m_row * static_cast<double>(m_steps.size() - 1 - index); }

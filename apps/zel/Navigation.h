@@ -10,12 +10,12 @@
 namespace zel {
 
 struct NavigationOptions {
-  int dynamics = 3;              // 1 lively to 5 steady
-  double gate = 0.0;             // metres; a fix further from its prediction is left out. 0: none is
-  double gap = 10.0;             // seconds without an observation that begin a new piece of track
-  double headingOffset = 0.0;    // the velocity sensor's, degrees, to begin with
-  double scaleError = 0.0;       // parts per thousand
-  bool correct = true;           // velocities are corrected by the calibration before use
+  int dynamics = 3;            // 1 lively to 5 steady
+  double gate = 0.0;           // metres; a fix further from its prediction is left out. 0: none is
+  double gap = 10.0;           // seconds without an observation that begin a new piece of track
+  double headingOffset = 0.0;  // the velocity sensor's, degrees, to begin with
+  double scaleError = 0.0;     // parts per thousand
+  bool correct = true;         // velocities are corrected by the calibration before use
 };
 
 // The vessel behind one observation.
@@ -27,14 +27,14 @@ struct TrackState {
   double fixX = 0.0, fixY = 0.0;  // the fix as it came; of lines of position, as reduced
   double off = 0.0;               // of a fix from its prediction, metres; 0 for the first
   bool afterGap = false;
-  bool refused = false;           // by the gate: the state is the prediction
+  bool refused = false;  // by the gate: the state is the prediction
 
   bool IsFix() const { return kind != Observation::Kind::Velocity; }
 };
 
 // The reduction of one set of lines of position.
 struct Reduction {
-  Observation set;                // with the fix that came out, and each line's residual and azimuth
+  Observation set;  // with the fix that came out, and each line's residual and azimuth
   double sigma = 0.0;
   int count = 0;
   int status = 0;

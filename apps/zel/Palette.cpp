@@ -37,9 +37,7 @@ void Palette::AddOption(CLI::App& app) {
       ->capture_default_str();
 }
 
-std::string Palette::Paint(Tone tone, const std::string& text) const {
-  return Colours() ? Sequence(tone) + text + "\033[0m" : text;
-}
+std::string Palette::Paint(Tone tone, const std::string& text) const { return Colours() ? Sequence(tone) + text + "\033[0m" : text; }
 
 std::string Palette::Swatch(int red, int green, int blue) const {
   if (!Colours()) return "";

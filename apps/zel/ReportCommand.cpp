@@ -30,8 +30,8 @@ void PrintHead() {
   const CTime seconds = clock.ConvertToCTime(now);
   int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
   CExTime::TimeToUtcDate(seconds, year, month, day, hour, minute, second);
-  std::printf("Settings report of %04d-%02d-%02d %02d:%02d:%02d.%03d UTC, time stamp %s\n", year, month, day, hour, minute,
-              second, static_cast<int>(now - static_cast<double>(seconds) * 1000.0), clock.GetTimeStampString(now).c_str());
+  std::printf("Settings report of %04d-%02d-%02d %02d:%02d:%02d.%03d UTC, time stamp %s\n", year, month, day, hour, minute, second,
+              static_cast<int>(now - static_cast<double>(seconds) * 1000.0), clock.GetTimeStampString(now).c_str());
 }
 
 // What the value reads as through the store's typed access, behind the name of the type.
@@ -69,8 +69,7 @@ void PrintFile(const SettingsFile& file) {
   const auto names = SectionNames(file.store);
   std::size_t items = 0;
   for (const auto& name : names) items += static_cast<std::size_t>(file.store.GetNumItems(name));
-  std::cout << '\n' << file.path << ": " << Count(names.size(), "section", "sections") << ", "
-            << Count(items, "item", "items") << '\n';
+  std::cout << '\n' << file.path << ": " << Count(names.size(), "section", "sections") << ", " << Count(items, "item", "items") << '\n';
   for (const auto& name : names) PrintSection(file, name);
 }
 

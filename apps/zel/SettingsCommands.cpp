@@ -98,12 +98,11 @@ class LinesBeforeSections {
   void Print(const SettingsFile& file, bool quiet) const {
     if (m_count == 0 || (quiet && m_items == 0)) return;
     if (m_count == 1) return PrintFinding(file, m_first);
-    std::cout << file.path << ':' << m_first.line << '-' << m_last << ": " << (m_items > 0 ? "warning" : "note") << ": "
-              << m_count << " lines before the first section are kept as they are";
+    std::cout << file.path << ':' << m_first.line << '-' << m_last << ": " << (m_items > 0 ? "warning" : "note") << ": " << m_count
+              << " lines before the first section are kept as they are";
     if (m_items > 0) {
-      std::cout << "; " << m_items << (m_items == 1 ? " looks" : " look") << " like an item and "
-                << (m_items == 1 ? "is" : "are") << " not read, first in line "
-                << m_firstItem.line;
+      std::cout << "; " << m_items << (m_items == 1 ? " looks" : " look") << " like an item and " << (m_items == 1 ? "is" : "are")
+                << " not read, first in line " << m_firstItem.line;
     }
     std::cout << '\n';
   }
@@ -199,8 +198,7 @@ class Change {
 int Set(const Arguments& arguments) {
   Change change(arguments);
   if (!change.Open(true)) return kFoundWrong;
-  const std::string section = change.Text(*arguments.section), key = change.Text(*arguments.key),
-                    value = change.Text(arguments.value);
+  const std::string section = change.Text(*arguments.section), key = change.Text(*arguments.key), value = change.Text(arguments.value);
   return change.Finish(!change.Refused() && change.Editor().SetItem(section, key, value, true));
 }
 
@@ -257,8 +255,8 @@ int Copy(const Arguments& arguments) {
 
 using Command = int (*)(const Arguments&);
 
-CLI::App* Add(CLI::App* parent, const std::string& name, const std::string& description, const std::string& footer,
-              Command command, const std::shared_ptr<Arguments>& arguments, int& exitCode) {
+CLI::App* Add(CLI::App* parent, const std::string& name, const std::string& description, const std::string& footer, Command command,
+              const std::shared_ptr<Arguments>& arguments, int& exitCode) {
   CLI::App* const app = parent->add_subcommand(name, description);
   app->footer(footer + "\n");
   app->callback([command, arguments, &exitCode] { exitCode = command(*arguments); });
@@ -271,9 +269,7 @@ void AddFileAndSection(CLI::App* app, Arguments& arguments, const std::string& s
   app->add_option("SECTION", arguments.section, section)->required();
 }
 
-void AddKey(CLI::App* app, Arguments& arguments) {
-  app->add_option("KEY", arguments.key, "Name of the key")->required();
-}
+void AddKey(CLI::App* app, Arguments& arguments) { app->add_option("KEY", arguments.key, "Name of the key")->required(); }
 
 }  // namespace
 
@@ -282,8 +278,8 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
   settings->require_subcommand(1);
   const auto arguments = std::make_shared<Arguments>();
 
-  CLI::App* app = Add(settings, "list", "Print sections and items, sorted by name",
-                      "Example:\n  zel settings list vessel.ini Antenna", List, arguments, exitCode);
+  CLI::App* app = Add(settings, "list", "Print sections and items, sorted by name", "Example:\n  zel settings list vessel.ini Antenna",
+                      List, arguments, exitCode);
   app->add_option("FILE", arguments->file, "Settings file")->required();
   app->add_option("SECTION", arguments->section, "Only this section");
 
@@ -306,8 +302,8 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
   app->add_option("VALUE", arguments->value, "The new value; \"\" for an empty one")->required();
 
   app = Add(settings, "delete", "Remove a key, or a whole section",
-            "Examples:\n  zel settings delete vessel.ini Vessel Simulation\n  zel settings delete vessel.ini Antenna", Delete,
-            arguments, exitCode);
+            "Examples:\n  zel settings delete vessel.ini Vessel Simulation\n  zel settings delete vessel.ini Antenna", Delete, arguments,
+            exitCode);
   AddFileAndSection(app, *arguments);
   app->add_option("KEY", arguments->key, "Name of the key; without it the section goes");
 
@@ -328,8 +324,8 @@ void AddSettingsCommands(CLI::App& program, int& exitCode) {
   app->add_option("--from", arguments->from, "Take the section from this file instead");
 
   app = Add(settings, "check", "Tell what reading drops, merges, repeats or cuts",
-            "Example:\n  zel settings check /etc/*.conf\n\nExit code: 0, or 1 when there is something to look at.", Check,
-            arguments, exitCode);
+            "Example:\n  zel settings check /etc/*.conf\n\nExit code: 0, or 1 when there is something to look at.", Check, arguments,
+            exitCode);
   app->add_option("FILE", arguments->files, "Settings files")->required();
   app->add_flag("-q,--quiet", arguments->quiet, "Leave out the notes");
   AddDifferenceCommands(*settings, exitCode);

@@ -23,7 +23,7 @@ std::string ToShownPath(std::string path);
 
 struct SettingsFile {
   FileObject store;
-  std::string path;                             // as typed
+  std::string path;  // as typed
   Encoding encoding = Encoding::Windows1252;
 
   // Opens `name` for reading. False, with a reason a person can read, when it cannot be opened or read.

@@ -107,8 +107,8 @@ class SvgPicture::Frame {
     step = GridStep(std::max(height, width / 3));
     for (double n = std::ceil(m_bottom / step); n * step <= m_top; ++n) {
       Stroke(out, X(m_left), Y(n * step), X(m_right), Y(n * step));
-      out << "<text x=\"" << Number(X(m_left) - 6) << "\" y=\"" << Number(Y(n * step) + 4) << "\" text-anchor=\"end\">"
-          << Number(n * step) << "</text>\n";
+      out << "<text x=\"" << Number(X(m_left) - 6) << "\" y=\"" << Number(Y(n * step) + 4) << "\" text-anchor=\"end\">" << Number(n * step)
+          << "</text>\n";
     }
   }
 
@@ -129,9 +129,7 @@ void SvgPicture::Dot(const Place& place, double radius, const std::string& colou
   m_shapes.push_back({Kind::Dot, {{place}}, {colour, radius, colour, {}}, {}});
 }
 
-void SvgPicture::Label(const Place& place, const std::string& text) {
-  m_shapes.push_back({Kind::Label, {{place}}, Ink(), text});
-}
+void SvgPicture::Label(const Place& place, const std::string& text) { m_shapes.push_back({Kind::Label, {{place}}, Ink(), text}); }
 
 void SvgPicture::Legend(const std::string& text, const Ink& ink) { m_legend.push_back({Kind::Line, {}, ink, text}); }
 
@@ -173,7 +171,8 @@ std::string SvgPicture::Text() const {
       out << "<circle cx=\"" << Number(frame.X(at.x)) << "\" cy=\"" << Number(frame.Y(at.y)) << "\" r=\"" << Number(shape.ink.width)
           << "\" fill=\"" << shape.ink.fill << "\"/>\n";
     } else if (shape.kind == Kind::Label && IsFinite(at)) {
-      out << "<text x=\"" << Number(frame.X(at.x) + 6) << "\" y=\"" << Number(frame.Y(at.y) - 6) << "\">" << Escaped(shape.text) << "</text>\n";
+      out << "<text x=\"" << Number(frame.X(at.x) + 6) << "\" y=\"" << Number(frame.Y(at.y) - 6) << "\">" << Escaped(shape.text)
+          << "</text>\n";
     } else if (shape.kind == Kind::Line || shape.kind == Kind::Area) {
       std::string path;
       for (const Places& ring : shape.rings) path += frame.Path(ring, shape.kind == Kind::Area);

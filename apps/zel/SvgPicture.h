@@ -15,9 +15,9 @@ using Places = std::vector<Place>;
 // How a shape looks: the colours are SVG's, "none" for nothing.
 struct Ink {
   std::string stroke = "black";
-  double width = 1.5;          // in picture units, 1000 across
+  double width = 1.5;  // in picture units, 1000 across
   std::string fill = "none";
-  std::string dashes;          // as "6 4"; empty for a solid line
+  std::string dashes;  // as "6 4"; empty for a solid line
 };
 
 // Shapes are added in the order of drawing; the extent is that of everything added. Places that are not finite are left out.

@@ -10,9 +10,8 @@ namespace {
 
 // Code points of the bytes 0x80 to 0x9F; 0 where Windows-1252 has none.
 constexpr std::array<unsigned int, 32> kWindows1252 = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017D, 0,
+    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0, 0x017E, 0x0178};
 
 unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 
@@ -61,9 +60,7 @@ void AppendEscaped(std::string& text, unsigned char byte) {
   text += kDigits[byte & 0xF];
 }
 
-bool IsControl(unsigned int codePoint) {
-  return (codePoint < 0x20 && codePoint != '\t') || (codePoint >= 0x7F && codePoint < 0xA0);
-}
+bool IsControl(unsigned int codePoint) { return (codePoint < 0x20 && codePoint != '\t') || (codePoint >= 0x7F && codePoint < 0xA0); }
 
 // One character from the front of `text`, appended for the terminal; the bytes taken.
 std::size_t AppendCharacter(std::string& result, std::string_view text, Encoding encoding) {

@@ -61,7 +61,8 @@ bool Open(const Arguments& arguments, TideSeries& series) {
     return false;
   }
   const auto size = std::filesystem::file_size(arguments.file);
-  if (size % 16 != 0) Fail("\"" + arguments.file + "\": the last " + std::to_string(size % 16) + " bytes are no whole value, and are left out");
+  if (size % 16 != 0)
+    Fail("\"" + arguments.file + "\": the last " + std::to_string(size % 16) + " bytes are no whole value, and are left out");
   return true;
 }
 
@@ -177,7 +178,8 @@ int Export(const Arguments& arguments) {
   if (!Open(arguments, series)) return kFoundWrong;
   OutputFile file(arguments.output);
   // As the import reads it by default, or with --time HMS where there are seconds.
-  const bool minutes = std::all_of(series.rows.begin(), series.rows.end(), [](const TideRow& row) { return std::fmod(row.time, kMinute) == 0; });
+  const bool minutes =
+      std::all_of(series.rows.begin(), series.rows.end(), [](const TideRow& row) { return std::fmod(row.time, kMinute) == 0; });
   for (const TideRow& row : series.rows) {
     std::string line = Line(row);
     if (minutes) line.erase(16, 3);
@@ -205,7 +207,8 @@ void AddTideCommand(CLI::App& program, int& exitCode) {
     return app;
   };
   const auto addLongest = [&arguments](CLI::App* app) {
-    app->add_option("--longer-than", arguments->longest, "Minutes from value to value that make a gap; by default half as much again as usual")
+    app->add_option("--longer-than", arguments->longest,
+                    "Minutes from value to value that make a gap; by default half as much again as usual")
         ->check(CLI::PositiveNumber);
   };
 
@@ -220,8 +223,12 @@ void AddTideCommand(CLI::App& program, int& exitCode) {
   app = add("import", "A tide file from a text: a date, a time and a height a line, UTC", Import);
   app->add_option("TEXT", arguments->file, "Text file")->required();
   app->add_option("FILE", arguments->output, "Tide file to make")->required();
-  app->add_option("--date", arguments->dateFormat, "Order of day, month and year")->check(CLI::IsMember(Entries(TideDateFormats)))->capture_default_str();
-  app->add_option("--time", arguments->timeFormat, "Hours and minutes, or seconds too")->check(CLI::IsMember(Entries(TideTimeFormats)))->capture_default_str();
+  app->add_option("--date", arguments->dateFormat, "Order of day, month and year")
+      ->check(CLI::IsMember(Entries(TideDateFormats)))
+      ->capture_default_str();
+  app->add_option("--time", arguments->timeFormat, "Hours and minutes, or seconds too")
+      ->check(CLI::IsMember(Entries(TideTimeFormats)))
+      ->capture_default_str();
   app->add_flag("--add", arguments->add, "Keep the values that FILE has; those of the same times are replaced");
   app->add_flag("--force", arguments->force, "Import although some lines do not read");
   app->footer("Example:\n  zel tide import samples/tide/harbour.txt harbour.tid\n");

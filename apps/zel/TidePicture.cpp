@@ -29,7 +29,8 @@ double TimeStep(double range) {
 
 class Curve {
  public:
-  Curve(const TideSeries& series, double longestStep, const std::string& title) : m_series(series), m_longestStep(longestStep), m_title(title) {
+  Curve(const TideSeries& series, double longestStep, const std::string& title)
+      : m_series(series), m_longestStep(longestStep), m_title(title) {
     if (series.rows.empty()) return;
     m_from = series.rows.front().time;
     m_to = std::max(series.rows.back().time, m_from + kHour);

@@ -14,7 +14,8 @@ bool TideSeries::Open(const std::string& path, std::string& reason) {
     return false;
   }
   TideRow row{};
-  for (bool more = file.GetFirstTideValue(row.time, row.height); more; more = file.GetNextTideValue(row.time, row.height)) rows.push_back(row);
+  for (bool more = file.GetFirstTideValue(row.time, row.height); more; more = file.GetNextTideValue(row.time, row.height))
+    rows.push_back(row);
   file.FileClose(false);
   return true;
 }

@@ -96,8 +96,9 @@ void PrintSummary(const Navigation& navigation) {
                 std::sqrt(squares / static_cast<double>(fixes - 1)), worst);
   }
   const Calibration last = navigation.LastCalibration();
-  std::printf("Velocity sensor: heading offset %.3f degrees, scale error %.2f per thousand, %s\n", last.headingOffset, last.scaleError,
-              navigation.calibrations.empty() ? "as given" : ("from " + Counted(navigation.calibrations.size(), "window", "windows")).c_str());
+  std::printf(
+      "Velocity sensor: heading offset %.3f degrees, scale error %.2f per thousand, %s\n", last.headingOffset, last.scaleError,
+      navigation.calibrations.empty() ? "as given" : ("from " + Counted(navigation.calibrations.size(), "window", "windows")).c_str());
 }
 
 // ---- picture ----
@@ -178,7 +179,8 @@ void DrawFixes(const Navigation& navigation, SvgPicture& picture) {
 void DrawLegend(const Navigation& navigation, double scale, SvgPicture& picture) {
   picture.Legend("filtered track, interrupted at gaps", kTrack);
   picture.LegendDot("fixes as they came", kFixRadius, kFixColour);
-  const bool refused = std::any_of(navigation.states.begin(), navigation.states.end(), [](const TrackState& state) { return state.refused; });
+  const bool refused =
+      std::any_of(navigation.states.begin(), navigation.states.end(), [](const TrackState& state) { return state.refused; });
   if (refused) picture.LegendDot("fixes refused by the gate", kRefusedRadius, kRefusedColour);
   char text[80];
   std::snprintf(text, sizeof text, "standard error ellipses, %.0f times their size", scale);
@@ -222,23 +224,29 @@ void AddTrackCommand(CLI::App& program, int& exitCode) {
   CLI::App* const app = program.add_subcommand("track", "Fixes, velocities and lines of position through the navigation filter");
   NavigationOptions& options = arguments->options;
   app->add_option("FILE", arguments->file, "Observations by time: fix, velocity, range, bearing")->required();
-  app->add_option("--dynamics", options.dynamics, "How steady the vessel is, 1 (lively) to 5 (steady)")->check(CLI::Range(1, 5))->capture_default_str();
-  app->add_option("--gate", options.gate, "Leave out a fix that is further than this from its prediction, in metres")->check(CLI::PositiveNumber);
-  app->add_option("--gap", options.gap, "Seconds without an observation that part the track")->check(CLI::PositiveNumber)->capture_default_str();
+  app->add_option("--dynamics", options.dynamics, "How steady the vessel is, 1 (lively) to 5 (steady)")
+      ->check(CLI::Range(1, 5))
+      ->capture_default_str();
+  app->add_option("--gate", options.gate, "Leave out a fix that is further than this from its prediction, in metres")
+      ->check(CLI::PositiveNumber);
+  app->add_option("--gap", options.gap, "Seconds without an observation that part the track")
+      ->check(CLI::PositiveNumber)
+      ->capture_default_str();
   app->add_option("--heading-offset", options.headingOffset, "The velocity sensor's, degrees, to begin with");
   app->add_option("--scale-error", options.scaleError, "The velocity sensor's, parts per thousand, to begin with");
   app->add_flag("--uncorrected{false}", options.correct, "Use velocities as they come, without the calibration");
   app->add_flag("--fixes", arguments->fixesOnly, "Only fixes in the table");
   app->add_option("-o,--output", arguments->picture, "SVG picture to write; by default in the current folder");
-  app->footer("A line of FILE is one of\n"
-              "  fix TIME X Y SIGMA [SIGMA_Y [CORRELATION]]\n"
-              "  velocity TIME VX VY\n"
-              "  range TIME STATION_X STATION_Y METRES SIGMA [CORRECTION]\n"
-              "  bearing TIME STATION_X STATION_Y DEGREES SIGMA_DEGREES [CORRECTION]\n"
-              "  near X Y\n"
-              "Seconds, metres, metres a second; x to the east, y to the north. Ranges and bearings of one time make one fix.\n\n"
-              "Example:\n  zel track samples/track/harbour.txt --gate 15 --fixes\n\n"
-              "Exit code: 0, or 1 when an observation could not be used.\n");
+  app->footer(
+      "A line of FILE is one of\n"
+      "  fix TIME X Y SIGMA [SIGMA_Y [CORRELATION]]\n"
+      "  velocity TIME VX VY\n"
+      "  range TIME STATION_X STATION_Y METRES SIGMA [CORRECTION]\n"
+      "  bearing TIME STATION_X STATION_Y DEGREES SIGMA_DEGREES [CORRECTION]\n"
+      "  near X Y\n"
+      "Seconds, metres, metres a second; x to the east, y to the north. Ranges and bearings of one time make one fix.\n\n"
+      "Example:\n  zel track samples/track/harbour.txt --gate 15 --fixes\n\n"
+      "Exit code: 0, or 1 when an observation could not be used.\n");
   app->callback([arguments, &exitCode] { exitCode = Track(*arguments); });
 }
 

@@ -16,10 +16,10 @@ struct Observation {
 
   Kind kind = Kind::Fix;
   double time = 0.0;
-  double x = 0.0, y = 0.0;                        // a fix's position, or a velocity in metres a second
-  double varX = 0.0, varY = 0.0, covXY = 0.0;     // of a fix
-  std::vector<LopStruct> lines;                   // one to eight
-  long long lineNumber = 0;                       // in the file, of the first line
+  double x = 0.0, y = 0.0;                     // a fix's position, or a velocity in metres a second
+  double varX = 0.0, varY = 0.0, covXY = 0.0;  // of a fix
+  std::vector<LopStruct> lines;                // one to eight
+  long long lineNumber = 0;                    // in the file, of the first line
 };
 
 // A line is one of these; "#" begins a comment.

@@ -49,15 +49,9 @@ using Reader = bool (*)(const FileObject&, const std::string&, const std::string
 
 const std::map<std::string, Reader>& Readers() {
   static const std::map<std::string, Reader> readers = {
-      {"string", ReadText},
-      {"int", ReadAndPrint<int>},
-      {"unsigned", ReadAndPrint<unsigned int>},
-      {"long", ReadAndPrint<long>},
-      {"int64", ReadAndPrint<long long>},
-      {"unsigned64", ReadAndPrint<unsigned long long>},
-      {"bool", ReadAndPrint<bool>},
-      {"double", ReadAndPrint<double>},
-      {"float", ReadAndPrint<float>},
+      {"string", ReadText},         {"int", ReadAndPrint<int>},         {"unsigned", ReadAndPrint<unsigned int>},
+      {"long", ReadAndPrint<long>}, {"int64", ReadAndPrint<long long>}, {"unsigned64", ReadAndPrint<unsigned long long>},
+      {"bool", ReadAndPrint<bool>}, {"double", ReadAndPrint<double>},   {"float", ReadAndPrint<float>},
       {"colour", ReadColour},
   };
   return readers;
@@ -117,12 +111,10 @@ bool IsColour(std::string_view text) {
 
 }  // namespace
 
-const char* const kValueTypes[] = {"string", "int",  "unsigned", "long",  "int64",
-                                   "unsigned64", "bool", "double",   "float", "colour"};
+const char* const kValueTypes[] = {"string", "int", "unsigned", "long", "int64", "unsigned64", "bool", "double", "float", "colour"};
 const int kValueTypeCount = static_cast<int>(std::size(kValueTypes));
 
-bool ReadAs(const FileObject& store, const std::string& section, const std::string& key, const std::string& type,
-            std::string& text) {
+bool ReadAs(const FileObject& store, const std::string& section, const std::string& key, const std::string& type, std::string& text) {
   const auto found = Readers().find(type);
   return found != Readers().end() && found->second(store, section, key, text);
 }

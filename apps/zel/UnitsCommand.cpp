@@ -113,8 +113,8 @@ std::string NameOf(const std::string& group, const Unit& unit) {
 void PrintGroup(const std::string& group, const std::vector<Unit>& units) {
   std::cout << group << '\n';
   for (const Unit& unit : units) {
-    std::cout << "  " << ToColumn(unit.key, 20) << ToColumn(unit.mnemonic, 10) << ToColumn(NameOf(group, unit), 32)
-              << "factor " << Number(unit.factor);
+    std::cout << "  " << ToColumn(unit.key, 20) << ToColumn(unit.mnemonic, 10) << ToColumn(NameOf(group, unit), 32) << "factor "
+              << Number(unit.factor);
     if (unit.offset != 0.0) std::cout << ", offset " << Number(unit.offset);
     std::cout << (unit.complete ? "" : "  (incomplete: no mnemonic)") << '\n';
   }
@@ -144,9 +144,8 @@ int ListCatalogue(const Arguments& arguments) {
 
 // A unit by key, mnemonic or display name.
 const Unit* Find(const std::vector<Unit>& units, const std::string& name) {
-  const auto found = std::find_if(units.begin(), units.end(), [&name](const Unit& unit) {
-    return unit.key == name || unit.mnemonic == name || unit.name == name;
-  });
+  const auto found = std::find_if(units.begin(), units.end(),
+                                  [&name](const Unit& unit) { return unit.key == name || unit.mnemonic == name || unit.name == name; });
   return found == units.end() ? nullptr : &*found;
 }
 
@@ -200,8 +199,9 @@ void AddUnitsCommand(CLI::App& program, int& exitCode) {
   app = units->add_subcommand("list", "The groups of a catalogue and their units");
   app->add_option("KIND", arguments->kind, "Only this kind, as \"Depth\"");
   app->add_option("--catalogue", arguments->catalogue, "Catalogue file, instead of the suite's Units.uni");
-  app->footer("Example:\n  zel units list Pressure --catalogue samples/common/VESOK/ZELCORE/Units.uni\n\n"
-              "Exit code: 0, or 1 when a unit is incomplete.\n");
+  app->footer(
+      "Example:\n  zel units list Pressure --catalogue samples/common/VESOK/ZELCORE/Units.uni\n\n"
+      "Exit code: 0, or 1 when a unit is incomplete.\n");
   app->callback([arguments, &exitCode] { exitCode = ListCatalogue(*arguments); });
 
   app = units->add_subcommand("convert", "A value from one unit to another");

@@ -45,8 +45,9 @@ std::string UtcText(double time) {
   const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(static_cast<int>(days)))};
   const long long milliseconds = std::min(static_cast<long long>(std::llround(time - days * kDay)), 86399999LL);
   char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02u %02lld:%02lld:%02lld", static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-                static_cast<unsigned>(date.day()), milliseconds / 3600000, milliseconds / 60000 % 60, milliseconds / 1000 % 60);
+  std::snprintf(text, sizeof text, "%04d-%02u-%02u %02lld:%02lld:%02lld", static_cast<int>(date.year()),
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), milliseconds / 3600000, milliseconds / 60000 % 60,
+                milliseconds / 1000 % 60);
   std::string result = text;
   if (milliseconds % 1000 == 0) return result;
   std::snprintf(text, sizeof text, ".%03lld", milliseconds % 1000);
@@ -58,7 +59,8 @@ std::string UtcText(double time) {
 bool FromUtcText(std::string_view text, double& time) {
   int year = 0, month = 0, day = 0, hour = 0, minute = 0;
   double second = 0.0;
-  if (!TakeDigits(text, 4, year) || !TakeOne(text, "-") || !TakeDigits(text, 2, month) || !TakeOne(text, "-") || !TakeDigits(text, 2, day)) return false;
+  if (!TakeDigits(text, 4, year) || !TakeOne(text, "-") || !TakeDigits(text, 2, month) || !TakeOne(text, "-") || !TakeDigits(text, 2, day))
+    return false;
   if (TakeOne(text, " T")) {
     if (!TakeDigits(text, 2, hour) || !TakeOne(text, ":") || !TakeDigits(text, 2, minute) || !TakeSeconds(text, second)) return false;
     TakeOne(text, "Z");

@@ -131,8 +131,9 @@ void AddXmlCommand(CLI::App& program, int& exitCode) {
   app = xml->add_subcommand("print", "A file as the suite writes it");
   app->add_option("FILE", arguments->files, "XML file")->required()->expected(1);
   app->add_option("-o,--output", arguments->output, "File to write, instead of printing");
-  app->footer("Example:\n  zel xml print samples/xml/project.xml -o project.xml\n\n"
-              "Exit code: 0, or 1 when FILE was refused, ended early or has no element.\n");
+  app->footer(
+      "Example:\n  zel xml print samples/xml/project.xml -o project.xml\n\n"
+      "Exit code: 0, or 1 when FILE was refused, ended early or has no element.\n");
   app->callback([arguments, &exitCode] { exitCode = Print(*arguments); });
 }
 

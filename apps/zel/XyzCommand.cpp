@@ -19,8 +19,8 @@
 namespace zel {
 namespace {
 
-constexpr long long kLook = 4096;           // points from look to look at the clock and at Ctrl-C
-constexpr std::size_t kBlock = 1 << 20;     // bytes from write to write
+constexpr long long kLook = 4096;        // points from look to look at the clock and at Ctrl-C
+constexpr std::size_t kBlock = 1 << 20;  // bytes from write to write
 
 struct Arguments {
   std::string file;
@@ -158,7 +158,8 @@ class Import : public XyzImporter {
   }
 
   bool IsWanted(const TimePoint& point) const {
-    return point.position.z >= m_arguments.low && point.position.z <= m_arguments.high && (m_page == nullptr || m_page->IsPointInPage(point.position.x, point.position.y));
+    return point.position.z >= m_arguments.low && point.position.z <= m_arguments.high &&
+           (m_page == nullptr || m_page->IsPointInPage(point.position.x, point.position.y));
   }
 
   // To a thousandth, without zeros at the end.
@@ -199,7 +200,8 @@ int RunImport(const Arguments& arguments) {
     if (source.Result() != FileResult::Ok) return Fail("\"" + arguments.file + "\" could not be read to its end; nothing written");
     if (!done || !import.Finish()) return Fail("cannot write \"" + arguments.output + "\"; it is as it was");
     good = CheckReading(source, source.SoFar(), arguments);
-    std::cout << arguments.output << ": " << import.Taken() << " of " << Counted(static_cast<std::size_t>(source.SoFar().points), "point", "points") << '\n';
+    std::cout << arguments.output << ": " << import.Taken() << " of "
+              << Counted(static_cast<std::size_t>(source.SoFar().points), "point", "points") << '\n';
   }
   return good ? kDone : kFoundWrong;
 }
@@ -209,8 +211,9 @@ int RunImport(const Arguments& arguments) {
 void AddXyzCommand(CLI::App& program, int& exitCode) {
   CLI::App* const xyz = program.add_subcommand("xyz", "Count, bound and import points from text files");
   xyz->require_subcommand(1);
-  xyz->footer("A line is x y z, or x y z time, parted by blanks, tabs, commas or semicolons; the time in milliseconds since 1970 UTC, or as\n"
-              "2026-05-10T08:00:00. \"#\" begins a comment. Lines that do not read are skipped and told.\n");
+  xyz->footer(
+      "A line is x y z, or x y z time, parted by blanks, tabs, commas or semicolons; the time in milliseconds since 1970 UTC, or as\n"
+      "2026-05-10T08:00:00. \"#\" begins a comment. Lines that do not read are skipped and told.\n");
   const auto arguments = std::make_shared<Arguments>();
 
   CLI::App* app = xyz->add_subcommand("info", "Number of points, bounds, times, lines that do not read");
@@ -228,8 +231,9 @@ void AddXyzCommand(CLI::App& program, int& exitCode) {
   app->add_option("--shift", arguments->shift, "Added to every z");
   app->add_option("--every", arguments->every, "Only every so many of them")->check(CLI::Range(1, 1000000));
   app->add_flag("--position-only", arguments->positionOnly, "Whatever stands behind z is not looked at");
-  app->footer("Ctrl-C stops it, and nothing is written.\n\nExample:\n"
-              "  zel xyz import samples/soundings/harbour.xyz channel.xyz --page 3300,8200,3600,8300 --high -8\n");
+  app->footer(
+      "Ctrl-C stops it, and nothing is written.\n\nExample:\n"
+      "  zel xyz import samples/soundings/harbour.xyz channel.xyz --page 3300,8200,3600,8300 --high -8\n");
   app->callback([arguments, &exitCode] { exitCode = RunImport(*arguments); });
 }
 

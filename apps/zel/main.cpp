@@ -36,10 +36,12 @@ int Run(int argc, char** argv) {
   CLI::App program("zel looks into the files and services of the survey suite.", "zel");
   program.set_version_flag("--version", std::string(ZEL_VERSION));
   program.require_subcommand(1);
-  program.footer("Examples:\n  zel survey samples/survey --out out\n  zel report samples/settings/suite.ini\n  zel settings check samples/settings/faulty.ini\n"
-                 "  zel format coordinate 52.5125\n  zel --common samples/common units convert 12 Fathom m\n\n"
-                 "\"zel COMMAND --help\" tells more.\n"
-                 "Exit codes: 0 done, 1 something found wrong, 2 bad usage.\n");
+  program.footer(
+      "Examples:\n  zel survey samples/survey --out out\n  zel report samples/settings/suite.ini\n"
+      "  zel settings check samples/settings/faulty.ini\n"
+      "  zel format coordinate 52.5125\n  zel --common samples/common units convert 12 Fathom m\n\n"
+      "\"zel COMMAND --help\" tells more.\n"
+      "Exit codes: 0 done, 1 something found wrong, 2 bad usage.\n");
   int exitCode = zel::kDone;
   zel::AddHostOptions(program);
   zel::AddSurveyCommand(program, exitCode);

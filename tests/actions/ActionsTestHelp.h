@@ -28,8 +28,8 @@ std::size_t Slot(Operation operation) {
 inline std::string FieldsOf(const ZelAction& action) {
   std::string fields = std::to_string(action.GetID()) + (action.GetCustom() ? " custom" : "") + (action.IsButton() ? " button" : "");
   for (const std::string& text :
-       {action.GetName(), action.GetActionGroup(), action.GetDescription(), action.GetToolTip(), action.GetMacro(),
-        action.GetButtonGroup(), action.GetSmallBmp(), action.GetLargeBmp(), action.GetSurveyTypes(), action.GetSectionName()}) {
+       {action.GetName(), action.GetActionGroup(), action.GetDescription(), action.GetToolTip(), action.GetMacro(), action.GetButtonGroup(),
+        action.GetSmallBmp(), action.GetLargeBmp(), action.GetSurveyTypes(), action.GetSectionName()}) {
     fields += "|" + text;
   }
   return fields;
@@ -117,7 +117,8 @@ class MakingCreator : public ZelActionICreator {
  public:
   using Make = std::function<ZelAction*()>;
 
-  explicit MakingCreator(Make make = [] { return new ZelAction; }, int* destroyed = nullptr)
+  explicit MakingCreator(
+      Make make = [] { return new ZelAction; }, int* destroyed = nullptr)
       : m_make(std::move(make)), m_destroyed(destroyed) {}
   ~MakingCreator() override {
     if (m_destroyed != nullptr) ++*m_destroyed;

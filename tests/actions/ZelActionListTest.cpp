@@ -64,8 +64,8 @@ TEST(ZelActionListCreate, AnIdGivesAnActionOfItsGroupConfiguredFromItsSection) {
   ZelActionList list;
   list.RegisterActionGroup("G", Kind("g"));
   list.RegisterActionGroup("H", Kind("h"));
-  list.RegisterAction("one", new CountedFile(nullptr, {{"one", {{"Group", "H"}, {"Custom", "1"}, {"ToolTip", "T"}}},
-                                                       {"two", {{"Group", "G"}}}}));
+  list.RegisterAction("one",
+                      new CountedFile(nullptr, {{"one", {{"Group", "H"}, {"Custom", "1"}, {"ToolTip", "T"}}}, {"two", {{"Group", "G"}}}}));
   EXPECT_EQ(Made(list, "one"), "h|0 custom|one|H||T||||||one");
   EXPECT_EQ(list.Create("two"), nullptr) << "in the file, but not registered";
 }
@@ -91,10 +91,9 @@ TEST(ZelActionListCreate, AnUnknownOrMissingGroupGivesNullAndTheIdIsNotTriedAsAG
     list.RegisterActionGroup(name, Kind("not this"));
   }
   list.RegisterActionGroup("G", Kind("g"));
-  auto* const file = new CountedFile(nullptr, {{"unknown", {{"Group", "X"}}},
-                                               {"missing", {{"Description", "D"}}},
-                                               {"wrong case", {{"Group", "g"}}},
-                                               {"empty", {{"Group", ""}}}});
+  auto* const file = new CountedFile(
+      nullptr,
+      {{"unknown", {{"Group", "X"}}}, {"missing", {{"Description", "D"}}}, {"wrong case", {{"Group", "g"}}}, {"empty", {{"Group", ""}}}});
   for (const char* const name : {"unknown", "missing", "no section", "wrong case", "empty"}) list.RegisterAction(name, file);
   for (const char* const name : {"unknown", "missing", "no section", "wrong case", "empty"}) {
     EXPECT_EQ(list.Create(name), nullptr) << name;
@@ -398,8 +397,13 @@ TEST(ZelActionListNames, TheApplicationIsTheProgramWithoutExtensionUnlessAHostSa
   };
   FixedModules modules;
   PlatformOverride<PlatformModules> guard(modules);
-  for (const Row& row : {Row{"C:\\suite\\survey.exe", "survey"}, {"/usr\\bin\\zel.exe", "zel"}, {"C:\\suite\\my.tool.exe", "my.tool"},
-                         {"/prog.exe", "prog"}, {"prog.exe", "prog"}, {"C:\\a.b\\prog.exe", "prog"}, {"", ""}}) {
+  for (const Row& row : {Row{"C:\\suite\\survey.exe", "survey"},
+                         {"/usr\\bin\\zel.exe", "zel"},
+                         {"C:\\suite\\my.tool.exe", "my.tool"},
+                         {"/prog.exe", "prog"},
+                         {"prog.exe", "prog"},
+                         {"C:\\a.b\\prog.exe", "prog"},
+                         {"", ""}}) {
     modules.SetProgramPath(row.path);
     EXPECT_EQ(ZelActionList::GetApplicationName(), row.name) << row.path;
   }
@@ -466,8 +470,7 @@ class ZelActionListSave : public testing::Test {
     return ContentOf(file);
   }
 
-  static std::map<std::string, std::string> Item(const std::string& group, const std::string& custom,
-                                                 const std::string& description = "") {
+  static std::map<std::string, std::string> Item(const std::string& group, const std::string& custom, const std::string& description = "") {
     return {{"Group", group}, {"SurveyTypes", ""}, {"Custom", custom}, {"Description", description}, {"ToolTip", ""}};
   }
 
@@ -613,28 +616,30 @@ TEST_F(ZelActionListSave, ASectionNameIsOnlyComparedWithWhatWasWrittenBefore) {
 }
 
 TEST_F(ZelActionListSave, TheOneActionThatCollidesIsNotDestroyedAndAllOthersAre) {
-  ExpectInChild([&] {
-    static std::set<ZelAction*> alive;
-    static int made = 0;
-    struct Kept : Renaming {
-      explicit Kept(const char* section) : Renaming(section, nullptr) { alive.insert(this), ++made; }
-      ~Kept() override { alive.erase(this); }
-    };
-    PlatformOverride<PlatformFolders> guard(m_folders);
-    ZelActionList::SetApplicationName("app");
-    ZelActionList& list = ZelActionList::GetActionList();
-    list.RegisterActionGroup("G", new MakingCreator([] { return new Kept(nullptr); }));
-    list.RegisterActionGroup("R", new MakingCreator([] { return new Kept("a"); }));
-    auto* const file = new CountedFile(
-        nullptr, {{"a", Item("G", "1")}, {"b", Item("G", "0")}, {"c", Item("G", "1")}, {"d", Item("R", "1")}, {"e", Item("G", "1")}});
-    for (const char* const id : {"a", "b", "c", "d", "e"}) list.RegisterAction(id, file);
-    EXPECT_FALSE(list.SaveCustomActions());
-    EXPECT_EQ(made, 4) << "the last is not reached";
-    ASSERT_EQ(alive.size(), 1u);
-    EXPECT_EQ((*alive.begin())->GetName(), "d");
-    const std::set<ZelAction*> left = alive;
-    for (ZelAction* const action : left) delete action;
-  }, ChildProcess::Ending::Full);
+  ExpectInChild(
+      [&] {
+        static std::set<ZelAction*> alive;
+        static int made = 0;
+        struct Kept : Renaming {
+          explicit Kept(const char* section) : Renaming(section, nullptr) { alive.insert(this), ++made; }
+          ~Kept() override { alive.erase(this); }
+        };
+        PlatformOverride<PlatformFolders> guard(m_folders);
+        ZelActionList::SetApplicationName("app");
+        ZelActionList& list = ZelActionList::GetActionList();
+        list.RegisterActionGroup("G", new MakingCreator([] { return new Kept(nullptr); }));
+        list.RegisterActionGroup("R", new MakingCreator([] { return new Kept("a"); }));
+        auto* const file = new CountedFile(
+            nullptr, {{"a", Item("G", "1")}, {"b", Item("G", "0")}, {"c", Item("G", "1")}, {"d", Item("R", "1")}, {"e", Item("G", "1")}});
+        for (const char* const id : {"a", "b", "c", "d", "e"}) list.RegisterAction(id, file);
+        EXPECT_FALSE(list.SaveCustomActions());
+        EXPECT_EQ(made, 4) << "the last is not reached";
+        ASSERT_EQ(alive.size(), 1u);
+        EXPECT_EQ((*alive.begin())->GetName(), "d");
+        const std::set<ZelAction*> left = alive;
+        for (ZelAction* const action : left) delete action;
+      },
+      ChildProcess::Ending::Full);
 }
 
 // Saves nothing, and says so.

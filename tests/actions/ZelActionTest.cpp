@@ -122,8 +122,17 @@ TEST(ZelAction, TheGroupNameIsANumberedTextOfTheLanguage) {
 
 TEST(ZelActionLoad, ReadsItsFiveFieldsAndLeavesTheOthers) {
   FileObject file;
-  Fill(file, {{"section", {{"Group", "G"}, {"SurveyTypes", "S"}, {"Custom", "0"}, {"Description", "D"}, {"ToolTip", "T"},
-                           {"Name", "no"}, {"Macro", "no"}, {"ButtonGroup", "no"}, {"Button", "0"}, {"ID", "1"}}}});
+  Fill(file, {{"section",
+               {{"Group", "G"},
+                {"SurveyTypes", "S"},
+                {"Custom", "0"},
+                {"Description", "D"},
+                {"ToolTip", "T"},
+                {"Name", "no"},
+                {"Macro", "no"},
+                {"ButtonGroup", "no"},
+                {"Button", "0"},
+                {"ID", "1"}}}});
   ZelAction action = FullAction();
   EXPECT_TRUE(action.Load(file));
   EXPECT_EQ(FieldsOf(action), "4000000000 button|section|G|D|T|macro|button group|small|large|S|section");
@@ -133,8 +142,7 @@ TEST(ZelActionLoad, TakesTheNameFromTheSectionNameEvenWithoutSuchASection) {
   FileObject file;
   ZelAction action = FullAction();
   EXPECT_TRUE(action.Load(file)) << "true, whatever was found";
-  EXPECT_EQ(FieldsOf(action),
-            "4000000000 custom button|section|group|description|tool tip|macro|button group|small|large|types|section");
+  EXPECT_EQ(FieldsOf(action), "4000000000 custom button|section|group|description|tool tip|macro|button group|small|large|types|section");
 }
 
 TEST(ZelActionLoad, WhatTheSectionDoesNotHaveStays) {
@@ -169,9 +177,17 @@ TEST(ZelActionLoad, CustomIsAnyNumberButNoughtAndStaysWhereNoneStands) {
     const char* text;
     bool before, after;
   };
-  for (const Row& row : {Row{"1", false, true}, {"-3", false, true}, {"7 of 8", false, true}, {"0", true, false},
-                         {"0x1", true, false}, {"0.9", true, false}, {"true", false, false}, {"true", true, true},
-                         {"", true, true}, {"", false, false}, {"x1", true, true}}) {
+  for (const Row& row : {Row{"1", false, true},
+                         {"-3", false, true},
+                         {"7 of 8", false, true},
+                         {"0", true, false},
+                         {"0x1", true, false},
+                         {"0.9", true, false},
+                         {"true", false, false},
+                         {"true", true, true},
+                         {"", true, true},
+                         {"", false, false},
+                         {"x1", true, true}}) {
     FileObject file;
     Fill(file, {{"a", {{"Custom", row.text}}}});
     ZelAction action;
@@ -198,8 +214,7 @@ TEST(ZelActionLoad, WhatTheFileThrowsPassesAndWhatWasReadStays) {
   file.ThrowExceptions(true);
   ZelAction action = FullAction();
   EXPECT_THROW(action.Load(file), std::string) << "Custom is missing";
-  EXPECT_EQ(FieldsOf(action),
-            "4000000000 custom button|section|G|description|tool tip|macro|button group|small|large|S|section");
+  EXPECT_EQ(FieldsOf(action), "4000000000 custom button|section|G|description|tool tip|macro|button group|small|large|S|section");
 }
 
 // --- Save -------------------------------------------------------------------------------------------------------------------
@@ -208,12 +223,11 @@ TEST(ZelActionSave, WritesUnderTheNameAndOverwritesTheSectionName) {
   FileObject file;
   ZelAction action = FullAction();
   EXPECT_TRUE(action.Save(file));
-  EXPECT_EQ(ContentOf(file), (Sections{{"name",
-                                        {{"Group", "group"},
-                                         {"SurveyTypes", "types"},
-                                         {"Custom", "1"},
-                                         {"Description", "description"},
-                                         {"ToolTip", "tool tip"}}}}));
+  EXPECT_EQ(
+      ContentOf(file),
+      (Sections{
+          {"name",
+           {{"Group", "group"}, {"SurveyTypes", "types"}, {"Custom", "1"}, {"Description", "description"}, {"ToolTip", "tool tip"}}}}));
   EXPECT_EQ(action.GetSectionName(), "name");
   EXPECT_EQ(action.GetName(), "name");
 }
@@ -254,8 +268,7 @@ TEST(ZelActionSave, WritesInItsOrderMakingTheSectionAndIsTrueEvenWhenAllWritesFa
   RefusingFile file;
   ZelAction action = FullAction();
   EXPECT_TRUE(action.Save(file));
-  EXPECT_EQ(file.calls,
-            "name.Group=group name.SurveyTypes=types name.Custom=1 name.Description=description name.ToolTip=tool tip ");
+  EXPECT_EQ(file.calls, "name.Group=group name.SurveyTypes=types name.Custom=1 name.Description=description name.ToolTip=tool tip ");
 }
 
 TEST(ZelActionSave, LoadAfterItGivesTheFiveFieldsBack) {

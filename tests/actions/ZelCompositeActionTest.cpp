@@ -176,8 +176,7 @@ TEST(ZelCompositeAction, ANullSubActionCountsAndIsPassedOver) {
   EXPECT_TRUE(made.composite.Configure());
   EXPECT_TRUE(made.composite.Execute());
   EXPECT_TRUE(made.composite.CanSelect());
-  EXPECT_EQ(made.calls,
-            "a.Configure z.Configure a.Validate z.Validate a.Execute z.Execute a.CanSelect z.CanSelect ");
+  EXPECT_EQ(made.calls, "a.Configure z.Configure a.Validate z.Validate a.Execute z.Execute a.CanSelect z.CanSelect ");
   made.composite.DeleteAllActions();
   EXPECT_EQ(made.composite.GetCount(), 0);
 }

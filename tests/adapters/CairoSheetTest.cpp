@@ -78,8 +78,9 @@ TEST_P(CairoSheet, AWriterThatRefusesOrThrowsIsFalse) {
 }
 
 TEST(CairoSheets, AnImpossibleSurfaceTakesEveryCallAndDoesNothing) {
-  const std::vector<std::tuple<int, int, int>> sizes = {{0, 10, 96}, {10, 0, 96}, {-1, 10, 96}, {10, INT_MIN, 96}, {32768, 10, 96}, {INT_MAX, INT_MAX, 96},
-                                                        {32767, 32767, 96}, {10, 10, 0}, {10, 10, 9}, {10, 10, 10001}, {10, 10, INT_MIN}};
+  const std::vector<std::tuple<int, int, int>> sizes = {
+      {0, 10, 96},        {10, 0, 96}, {-1, 10, 96}, {10, INT_MIN, 96}, {32768, 10, 96},  {INT_MAX, INT_MAX, 96},
+      {32767, 32767, 96}, {10, 10, 0}, {10, 10, 9},  {10, 10, 10001},   {10, 10, INT_MIN}};
   for (const CairoFormat format : {CairoFormat::Png, CairoFormat::Svg, CairoFormat::Pdf, static_cast<CairoFormat>(77)}) {
     for (const auto& [width, height, dots] : sizes) {
       CairoSurface surface(format, width, height, dots);

@@ -26,9 +26,7 @@ namespace {
 
 class CairoImage : public testing::Test {
  protected:
-  void SelectPen(int width, COLORREF color, unsigned style = PS_SOLID) {
-    m_surface.SelectObject(m_surface.CreatePen(style, width, color));
-  }
+  void SelectPen(int width, COLORREF color, unsigned style = PS_SOLID) { m_surface.SelectObject(m_surface.CreatePen(style, width, color)); }
 
   CairoSurface m_surface{CairoFormat::Png, 64, 48};
 };
@@ -241,7 +239,8 @@ TEST(CairoWidePen, HasThePixelsWhoseCentresItCovers) {
         const double along = square > 0 ? std::clamp((fromX * dx + fromY * dy) / square, 0.0, 1.0) : 0.0;
         const double distance = std::hypot(fromX - along * dx, fromY - along * dy);
         if (std::abs(distance - width / 2.0) < 1e-9) continue;
-        ASSERT_EQ(surface.GetPixel(x, y) == kBlack, distance < width / 2.0) << x << ' ' << y << " of " << x1 << ' ' << y1 << ' ' << x2 << ' ' << y2;
+        ASSERT_EQ(surface.GetPixel(x, y) == kBlack, distance < width / 2.0)
+            << x << ' ' << y << " of " << x1 << ' ' << y1 << ' ' << x2 << ' ' << y2;
         ++decided;
       }
     }

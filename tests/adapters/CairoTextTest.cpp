@@ -154,7 +154,8 @@ TEST_F(CairoText, BothEncodingsOfADegreeSignAreOneSign) {
 TEST_F(CairoText, HostileTextsAndFontsAreTaken) {
   std::string all;
   for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
-  for (const std::string& text : {all, std::string(100000, 'x'), std::string("\xF4\x90\x80\x80"), std::string("\xED\xA0\x80"), std::string(5, '\0')}) {
+  for (const std::string& text :
+       {all, std::string(100000, 'x'), std::string("\xF4\x90\x80\x80"), std::string("\xED\xA0\x80"), std::string(5, '\0')}) {
     EXPECT_TRUE(m_surface.TextOut(kX, kY, text));
     m_surface.GetTextExtentPoint32A(text);
   }

@@ -68,7 +68,8 @@ struct GtxGrid {
     entry(33550, kDouble, 3, place());
     for (const double number : {longitudeStep, latitudeStep, 0.0}) data += LittleEndian(std::bit_cast<std::uint64_t>(number));
     entry(33922, kDouble, 6, place());
-    for (const double number : {0.0, 0.0, 0.0, west, south + (rows - 1) * latitudeStep, 0.0}) data += LittleEndian(std::bit_cast<std::uint64_t>(number));
+    for (const double number : {0.0, 0.0, 0.0, west, south + (rows - 1) * latitudeStep, 0.0})
+      data += LittleEndian(std::bit_cast<std::uint64_t>(number));
     entry(34735, kShort, 16, place());
     for (const std::uint16_t key : keys) data += LittleEndian(key);
     return std::string("II*\0", 4) + LittleEndian(kStart) + directory + LittleEndian(std::uint32_t{0}) + data;

@@ -60,9 +60,7 @@ inline bool Matches(const std::string& text, std::size_t at, const std::string& 
   return true;
 }
 
-inline int Number(const std::string& text, std::size_t at, std::size_t count) {
-  return std::atoi(text.substr(at, count).c_str());
-}
+inline int Number(const std::string& text, std::size_t at, std::size_t count) { return std::atoi(text.substr(at, count).c_str()); }
 
 inline bool ReadZone(const std::string& text, int& minutes) {
   minutes = 0;
@@ -124,8 +122,8 @@ inline std::vector<std::string> SplitColumns(std::string line) {
   line = line.substr(0, line.find('#'));
   std::vector<std::string> columns;
   std::string column;
-  bool isOpen = false;       // a column has begun, or a separator asks for one
-  bool mayMark = false;      // blanks behind a column: a comma still belongs to it
+  bool isOpen = false;   // a column has begun, or a separator asks for one
+  bool mayMark = false;  // blanks behind a column: a comma still belongs to it
   for (const char c : line) {
     if (IsBlank(c)) {
       if (!column.empty()) {

@@ -50,7 +50,8 @@ void ExpectExample(const Example& example) {
 TEST(ProjCoordSys, PublishedWorkedExamples) {
   ExpectInHost([] {
     // Rounds the scale factor at the central meridian, 0.9996012717, to 0.9996013.
-    ExpectExample({"+proj=tmerc +lat_0=49 +lon_0=-2 +k=0.9996013 +x_0=400000 +y_0=-100000 +ellps=airy", 50.5, 0.5, 577274.99, 69740.50, 0.006});
+    ExpectExample(
+        {"+proj=tmerc +lat_0=49 +lon_0=-2 +k=0.9996013 +x_0=400000 +y_0=-100000 +ellps=airy", 50.5, 0.5, 577274.99, 69740.50, 0.006});
     ExpectExample({"EPSG:27700", 50.5, 0.5, 577274.99, 69740.50, 0.01});
     ExpectExample({"EPSG:32040", 28.5, -96.0, 2963503.91, 254759.80, 0.006});
     ExpectExample({"EPSG:24200", Degrees(17, 55, 55.80), -Degrees(76, 56, 37.26), 255966.58, 142493.51, 0.006});
@@ -104,7 +105,8 @@ Place Utm31(double latitude, double longitude) {
                           13 * n2 / 48 - 3 * n3 / 5 + 557 * n4 / 1440 + 281 * n5 / 630 - 1983433 * n6 / 1935360,
                           61 * n3 / 240 - 103 * n4 / 140 + 15061 * n5 / 26880 + 167603 * n6 / 181440,
                           49561 * n4 / 161280 - 179 * n5 / 168 + 6601661 * n6 / 7257600,
-                          34729 * n5 / 80640 - 3418889 * n6 / 1995840, 212378941 * n6 / 319334400};
+                          34729 * n5 / 80640 - 3418889 * n6 / 1995840,
+                          212378941 * n6 / 319334400};
   const double radius = a / (1 + n) * (1 + n2 / 4 + n4 / 64 + n6 / 256);
   const double e = std::sqrt(f * (2 - f)), sine = std::sin(latitude * kRadian), lambda = (longitude - 3.0) * kRadian;
   const double t = std::sinh(std::atanh(sine) - e * std::atanh(e * sine));
@@ -149,9 +151,15 @@ TEST(ProjCoordSys, WhatGoesForwardComesBack) {
       const char* code;
       double south, north, west, east;
     };
-    const Region regions[] = {{"EPSG:32631", -80, 84, 0, 6},      {"EPSG:28992", 50.7, 53.7, 3.2, 7.3}, {"EPSG:27700", 49.8, 61, -9, 2},
-                              {"EPSG:2229", 32.8, 35.9, -121, -114}, {"EPSG:27571", 48.1, 51.2, -4.9, 8.2}, {"EPSG:2065", 47.7, 51.1, 12, 22.6},
-                              {"EPSG:3031", -89.9, -60, -179.9, 179.9}, {"EPSG:4326", -90, 90, -180, 180}, {"EPSG:2193", -47.4, -34, 166.3, 178.6}};
+    const Region regions[] = {{"EPSG:32631", -80, 84, 0, 6},
+                              {"EPSG:28992", 50.7, 53.7, 3.2, 7.3},
+                              {"EPSG:27700", 49.8, 61, -9, 2},
+                              {"EPSG:2229", 32.8, 35.9, -121, -114},
+                              {"EPSG:27571", 48.1, 51.2, -4.9, 8.2},
+                              {"EPSG:2065", 47.7, 51.1, 12, 22.6},
+                              {"EPSG:3031", -89.9, -60, -179.9, 179.9},
+                              {"EPSG:4326", -90, 90, -180, 180},
+                              {"EPSG:2193", -47.4, -34, 166.3, 178.6}};
     std::mt19937 random(9);
     std::uniform_real_distribution<double> share(0.0, 1.0);
     for (const Region& region : regions) {
@@ -171,7 +179,8 @@ TEST(ProjCoordSys, WhatGoesForwardComesBack) {
 
 TEST(ProjCoordSys, LinearUnitsAreMetresAUnit) {
   ExpectInHost([] {
-    const std::pair<const char*, double> units[] = {{"EPSG:32631", 1.0}, {"EPSG:2229", 1200.0 / 3937.0}, {"EPSG:2222", 0.3048}, {"EPSG:30200", 0.201166195164}};
+    const std::pair<const char*, double> units[] = {
+        {"EPSG:32631", 1.0}, {"EPSG:2229", 1200.0 / 3937.0}, {"EPSG:2222", 0.3048}, {"EPSG:30200", 0.201166195164}};
     for (const auto& [code, expected] : units) {
       double unit = 0.0;
       EXPECT_TRUE(Selected(code)->GetLinearUnit(unit));
@@ -253,15 +262,39 @@ TEST(ProjCoordSys, BeforeASelectionEverythingIsFalseAndUntouched) {
 
 const std::vector<std::string>& RefusedCodes() {
   static const std::vector<std::string> codes = {
-      "", ":", "EPSG", "EPSG:", ":4326", "EPSG:99999999", "NOSUCH:4326", "EPSG:4326 ", "EPSG:43 26", "EPSG:32631:1", "4326", "EPSG:-1",
-      "EPSG:4978",   // geocentric
-      "EPSG:5703",   // heights only
-      "EPSG:7030",   // an ellipsoid
-      "EPSG:2218",   // a conic projection with west in front, which PROJ lacks
-      std::string("EPSG:4326\0x", 11), std::string(100, 'A') + ":1", "EPSG:'; drop table crs_view;--", "%s%s%n:%d", "\xFF\xFE:\x80",
-      "+proj=", "+proj=nonsense", "+proj=utm", "+proj=pipeline +step +proj=axisswap +order=2,1", "+proj=longlat +nadgrids=/dev/zero",
-      "+init=epsg:4326", "+proj=utm +zone=31 +init=/etc/passwd:x", "GEOGCRS[", "PROJCS[\"x\"]", std::string(70000, '['),
-      std::string(60000, '['), "[" + std::string(3000, '\xE9') + "]",
+      "",
+      ":",
+      "EPSG",
+      "EPSG:",
+      ":4326",
+      "EPSG:99999999",
+      "NOSUCH:4326",
+      "EPSG:4326 ",
+      "EPSG:43 26",
+      "EPSG:32631:1",
+      "4326",
+      "EPSG:-1",
+      "EPSG:4978",  // geocentric
+      "EPSG:5703",  // heights only
+      "EPSG:7030",  // an ellipsoid
+      "EPSG:2218",  // a conic projection with west in front, which PROJ lacks
+      std::string("EPSG:4326\0x", 11),
+      std::string(100, 'A') + ":1",
+      "EPSG:'; drop table crs_view;--",
+      "%s%s%n:%d",
+      "\xFF\xFE:\x80",
+      "+proj=",
+      "+proj=nonsense",
+      "+proj=utm",
+      "+proj=pipeline +step +proj=axisswap +order=2,1",
+      "+proj=longlat +nadgrids=/dev/zero",
+      "+init=epsg:4326",
+      "+proj=utm +zone=31 +init=/etc/passwd:x",
+      "GEOGCRS[",
+      "PROJCS[\"x\"]",
+      std::string(70000, '['),
+      std::string(60000, '['),
+      "[" + std::string(3000, '\xE9') + "]",
       "BOUNDCRS[SOURCECRS[GEOGCRS[\"x\"]],ABRIDGEDTRANSFORMATION[\"x\",PARAMETERFILE[\"f\",\"/dev/zero\"]]]"};
   return codes;
 }
@@ -286,7 +319,8 @@ TEST(ProjCoordSys, RandomTextIsRefusedOrTakenButNeverHarmful) {
   ExpectInHost([] {
     const auto system = MakeSystem();
     std::mt19937 random(4);
-    const std::string parts[] = {"EPSG", ":", "4326", "+proj=", "utm", " ", "+zone=", "31", "[", "]", "\"", ",", "GEOGCRS", "DATUM", "\xB0", "-1e999", "+ellps=", "airy", "="};
+    const std::string parts[] = {"EPSG", ":", "4326",    "+proj=", "utm",  " ",      "+zone=",  "31",   "[", "]",
+                                 "\"",   ",", "GEOGCRS", "DATUM",  "\xB0", "-1e999", "+ellps=", "airy", "="};
     for (int i = 0; i < 300; ++i) {
       std::string text;
       for (auto count = random() % 12; count > 0; --count) text += parts[random() % std::size(parts)];
@@ -376,9 +410,12 @@ TEST(ProjCoordSys, ADefinitionIsTakenForACode) {
     EXPECT_NEAR(easting, expected.easting, 1e-6);
     EXPECT_NEAR(northing, expected.northing, 1e-6);
     const auto wkt = Selected(
-        "GEOGCS[\"Gr\xFC\xDF" "e\",DATUM[\"D\",SPHEROID[\"S\",6378137,298.257223563]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]]");
+        "GEOGCS[\"Gr\xFC\xDF"
+        "e\",DATUM[\"D\",SPHEROID[\"S\",6378137,298.257223563]],PRIMEM[\"Greenwich\",0],UNIT[\"degree\",0.0174532925199433]]");
     EXPECT_EQ(wkt->Kind(), GeoCoordSysKind::Geographic);
-    EXPECT_EQ(wkt->Name(), "Gr\xFC\xDF" "e");
+    EXPECT_EQ(wkt->Name(),
+              "Gr\xFC\xDF"
+              "e");
   });
 }
 

@@ -73,7 +73,8 @@ TEST(ProjGeoidModel, AGeoTiffGivesTheSame) {
   ExpectInHost([&] {
     const auto model = Opened(file);
     for (const double latitude : {50.0, 50.1, 50.77, 51.0}) {
-      for (const double longitude : {2.0, 3.3, 4.99}) EXPECT_NEAR(SeparationAt(*model, latitude, longitude), Interpolated(grid, latitude, longitude), 1e-6);
+      for (const double longitude : {2.0, 3.3, 4.99})
+        EXPECT_NEAR(SeparationAt(*model, latitude, longitude), Interpolated(grid, latitude, longitude), 1e-6);
     }
     model->SetFileName(cut);
     EXPECT_FALSE(model->Init(nullptr));
@@ -149,8 +150,10 @@ TEST(ProjGeoidModel, OutsideTheGridAndOffTheGlobeIsFalseAndLeavesTheOutputs) {
   ExpectInHost([&] {
     const auto model = Opened(file);
     double a = 7.0, b = 8.0;
-    for (const double bad : {kNaN, kInfinity, -kInfinity, 1e300, 49.9, 51.1, -50.5, 90.1}) EXPECT_FALSE(model->Calculate(bad, 3.0, a, b, false)) << bad;
-    for (const double bad : {kNaN, kInfinity, -kInfinity, 1e300, 1.9, 5.1, 183.0, 1000.0}) EXPECT_FALSE(model->Calculate(50.5, bad, a, b, false)) << bad;
+    for (const double bad : {kNaN, kInfinity, -kInfinity, 1e300, 49.9, 51.1, -50.5, 90.1})
+      EXPECT_FALSE(model->Calculate(bad, 3.0, a, b, false)) << bad;
+    for (const double bad : {kNaN, kInfinity, -kInfinity, 1e300, 1.9, 5.1, 183.0, 1000.0})
+      EXPECT_FALSE(model->Calculate(50.5, bad, a, b, false)) << bad;
     EXPECT_FALSE(model->Calculate(50.5, 3.0, 60.0, 3.0, a)) << "the second position, too";
     EXPECT_FALSE(model->CalculateLocalEllipsCorrection(50.5, 3.0, a, b, false)) << "the base's";
     EXPECT_EQ(a, 7.0);
@@ -210,10 +213,19 @@ TEST(ProjGeoidModel, TwoModelsWithTwoGridsDoNotMix) {
 TEST(ProjGeoidModel, WhatIsNoWholeGridIsRefused) {
   const TemporaryFolder folder;
   const std::string bytes = GtxGrid().Bytes();
-  std::vector<std::string> files = {folder.Path(), folder.MakeFifo("pipe.gtx"), folder.File("none.gtx"), "/dev/zero", std::string("a\0b.gtx", 7),
-                                    "null", "@null", "a.gtx,b.gtx", folder.Write("text.gtx", "no grid at all, but long enough to be a header of forty bytes"),
-                                    folder.Write("text.tif", std::string("II*\0\xFF\xFF\xFF\xFF", 8)), folder.Write("empty.gtx", "")};
-  for (const std::size_t size : {std::size_t{1}, std::size_t{39}, std::size_t{40}, std::size_t{60}, bytes.size() - 1}) files.push_back(folder.Write("cut" + std::to_string(size) + ".gtx", bytes.substr(0, size)));
+  std::vector<std::string> files = {folder.Path(),
+                                    folder.MakeFifo("pipe.gtx"),
+                                    folder.File("none.gtx"),
+                                    "/dev/zero",
+                                    std::string("a\0b.gtx", 7),
+                                    "null",
+                                    "@null",
+                                    "a.gtx,b.gtx",
+                                    folder.Write("text.gtx", "no grid at all, but long enough to be a header of forty bytes"),
+                                    folder.Write("text.tif", std::string("II*\0\xFF\xFF\xFF\xFF", 8)),
+                                    folder.Write("empty.gtx", "")};
+  for (const std::size_t size : {std::size_t{1}, std::size_t{39}, std::size_t{40}, std::size_t{60}, bytes.size() - 1})
+    files.push_back(folder.Write("cut" + std::to_string(size) + ".gtx", bytes.substr(0, size)));
   GtxGrid huge;
   huge.rows = huge.columns = 0x7FFFFFFF;
   files.push_back(folder.Write("huge.gtx", huge.Bytes()));

@@ -46,7 +46,8 @@ TEST(ProjStaticData, LinearUnitsAreMetresAUnit) {
   ExpectInHost([] {
     const auto data = MakeStaticData();
     GeoUnit unit;
-    const std::pair<const char*, double> units[] = {{"metre", 1.0}, {"foot", 0.3048}, {"US survey foot", 1200.0 / 3937.0}, {"nautical mile", 1852.0}, {"fathom", 1.8288}};
+    const std::pair<const char*, double> units[] = {
+        {"metre", 1.0}, {"foot", 0.3048}, {"US survey foot", 1200.0 / 3937.0}, {"nautical mile", 1852.0}, {"fathom", 1.8288}};
     for (const auto& [name, factor] : units) {
       ASSERT_TRUE(data->FindLinearUnit(name, unit)) << name;
       EXPECT_DOUBLE_EQ(unit.factor, factor) << name;
@@ -63,7 +64,8 @@ TEST(ProjStaticData, AngularUnitsAreRadiansAUnit) {
   ExpectInHost([] {
     const auto data = MakeStaticData();
     GeoUnit unit;
-    const std::pair<const char*, double> units[] = {{"radian", 1.0}, {"degree", kPi / 180}, {"grad", kPi / 200}, {"arc-second", kPi / 648000}};
+    const std::pair<const char*, double> units[] = {
+        {"radian", 1.0}, {"degree", kPi / 180}, {"grad", kPi / 200}, {"arc-second", kPi / 648000}};
     for (const auto& [name, factor] : units) {
       ASSERT_TRUE(data->FindAngularUnit(name, unit)) << name;
       EXPECT_NEAR(unit.factor, factor, 1e-13 * factor) << name;
@@ -95,7 +97,8 @@ TEST(ProjStaticData, WhatIsNotThereIsFalseAndLeavesTheOutput) {
     const auto data = MakeStaticData();
     GeoEllipsoid ellipsoid;
     ellipsoid.semiMajor = 5.0;
-    for (const std::string& name : {std::string(), std::string("WGS"), std::string("EPSG:1"), std::string("\0", 1), std::string(100000, '[')}) {
+    for (const std::string& name :
+         {std::string(), std::string("WGS"), std::string("EPSG:1"), std::string("\0", 1), std::string(100000, '[')}) {
       EXPECT_FALSE(data->FindEllipsoid(name, ellipsoid));
     }
     EXPECT_EQ(ellipsoid.semiMajor, 5.0);

@@ -27,7 +27,8 @@ class RandomXyzText {
   }
 
   std::string Number() {
-    if (Below(60) == 0) return OneOf({"", ".", "-", "+", "e5", "1e", "1.2.3", "--1", "+-1", "0x10", "inf", "-nan", "1e999", "1,5", "5a", "'1'"});
+    if (Below(60) == 0)
+      return OneOf({"", ".", "-", "+", "e5", "1e", "1.2.3", "--1", "+-1", "0x10", "inf", "-nan", "1e999", "1,5", "5a", "'1'"});
     std::string text = OneOf({"", "", "-", "-", "+"});
     text += Digits(Below(25) == 0 ? Below(25) : Below(9));
     if (Below(4) != 0) text += "." + Digits(Below(25) == 0 ? Below(25) : Below(12));

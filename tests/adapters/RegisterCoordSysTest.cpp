@@ -24,7 +24,8 @@ TEST(RegisterCoordSys, FillsTheThreeRegistriesAndTheGeoidModels) {
     EXPECT_EQ(names, Names{"PROJ"});
     GeoidModelList::GetGeoidModelList().GetGeoidModelNames(names);
     EXPECT_EQ(names, (Names{"Grid Model(Grid coordinates)", "Grid Model(Satellite coordinates)"}));
-    for (const auto type : std::vector<unsigned short>{3, 15}) EXPECT_NE(std::unique_ptr<GeoidModel>(GeoidModelList::GetGeoidModelList().Create(type)), nullptr);
+    for (const auto type : std::vector<unsigned short>{3, 15})
+      EXPECT_NE(std::unique_ptr<GeoidModel>(GeoidModelList::GetGeoidModelList().Create(type)), nullptr);
     EXPECT_EQ(std::unique_ptr<GeoidModel>(GeoidModelList::GetGeoidModelList().Create(static_cast<unsigned short>(18))), nullptr);
   });
 }
@@ -64,7 +65,8 @@ TEST(RegisterCoordSys, ATypeThatWasTakenOutComesBackWithTheNextCall) {
 }
 
 TEST(RegisterCoordSys, IsTheModulesOnlyExport) {
-  const ProgramResult result = RunProgram("/usr/bin/env", {"nm", "--dynamic", "--defined-only", "--format=posix", PluginFolder() + "/libZELGeoCoordSysR.so"});
+  const ProgramResult result =
+      RunProgram("/usr/bin/env", {"nm", "--dynamic", "--defined-only", "--format=posix", PluginFolder() + "/libZELGeoCoordSysR.so"});
   ASSERT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(result.output.substr(0, result.output.find(' ')), "RegisterCoordSys");
   EXPECT_EQ(result.output.find('\n'), result.output.size() - 1) << result.output;

@@ -64,9 +64,9 @@ TEST_F(XyzTextSourceTest, ReadsAPointALine) {
 }
 
 TEST_F(XyzTextSourceTest, TakesTheUsualSeparatorsMixedAndWithBlanks) {
-  EXPECT_EQ(Read("1 2 3\n1\t2\t3\n1,2,3\n1;2;3\n 1 , 2 ;\t3 \n1,2 3\n1 2 3,\n1 2 3 4\n1;2;3;4;\n"),
-            (Rows{{1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 4},
-                  {1, 2, 3, 4}}));
+  EXPECT_EQ(
+      Read("1 2 3\n1\t2\t3\n1,2,3\n1;2;3\n 1 , 2 ;\t3 \n1,2 3\n1 2 3,\n1 2 3 4\n1;2;3;4;\n"),
+      (Rows{{1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 0}, {1, 2, 3, 4}, {1, 2, 3, 4}}));
 }
 
 TEST_F(XyzTextSourceTest, LinesEndWithLineFeedCarriageReturnAndLineFeedOrTheFile) {
@@ -82,9 +82,13 @@ TEST_F(XyzTextSourceTest, LinesEndWithLineFeedCarriageReturnAndLineFeedOrTheFile
 TEST_F(XyzTextSourceTest, PassesOverCommentsAndAMarkOfUtf8) {
   EXPECT_EQ(Read("\xEF\xBB\xBF# made by hand\n1 2 3 # the quay\n  # 7 8 9\n4 5 6#\n"), (Rows{{1, 2, 3, 0}, {4, 5, 6, 0}}));
   EXPECT_EQ(m_source.SoFar().brokenLines, 0);
-  EXPECT_EQ(Read("\xEF\xBB\xBF" "1 2 3\n"), (Rows{{1, 2, 3, 0}}));
+  EXPECT_EQ(Read("\xEF\xBB\xBF"
+                 "1 2 3\n"),
+            (Rows{{1, 2, 3, 0}}));
   EXPECT_TRUE(Read("\xEF\xBB\xBF").empty());
-  EXPECT_EQ(Read("1 2 3\n\xEF\xBB\xBF" "4 5 6\n"), (Rows{{1, 2, 3, 0}}));
+  EXPECT_EQ(Read("1 2 3\n\xEF\xBB\xBF"
+                 "4 5 6\n"),
+            (Rows{{1, 2, 3, 0}}));
   EXPECT_EQ(m_source.SoFar().brokenLines, 1);
 }
 

@@ -19,7 +19,8 @@ inline zel::Survey SurveyOf(std::vector<Point> soundings) {
   survey.soundings = std::move(soundings);
   for (int i = 0; i <= 10; ++i) {
     survey.depthColours.AddEntry(2.0 * i, 0x101010u * static_cast<unsigned>(i) + 0x400000u, false, "");
-    survey.differenceColours.AddEntry(0.5 * (i - 5), 0x0A0A0Au * static_cast<unsigned>(i) + 0x0000F0u - 0x0Au * static_cast<unsigned>(i), false, "");
+    survey.differenceColours.AddEntry(0.5 * (i - 5), 0x0A0A0Au * static_cast<unsigned>(i) + 0x0000F0u - 0x0Au * static_cast<unsigned>(i),
+                                      false, "");
   }
   survey.depths.count = static_cast<long long>(survey.soundings.size());
   for (const Point& point : survey.soundings) {
@@ -33,10 +34,10 @@ inline zel::Survey SurveyOf(std::vector<Point> soundings) {
 // A design line with a bend, an over-depth line half a metre below it, and rows of a section whose bottom falls from a metre above
 // the design to a metre below it.
 inline void AddDesign(zel::Survey& survey, const Point& origin) {
-  survey.design.line = std::make_shared<zel::SurveyLine>(
-      std::vector<std::vector<Point>>{{origin, origin + Point(300, 0, 0), origin + Point(500, 150, 0)}});
-  survey.design.overDepth = std::make_shared<zel::SurveyLine>(std::vector<std::vector<Point>>{
-      {origin + Point(0, 0, -0.5), origin + Point(300, 0, -0.5), origin + Point(500, 150, -0.5)}});
+  survey.design.line =
+      std::make_shared<zel::SurveyLine>(std::vector<std::vector<Point>>{{origin, origin + Point(300, 0, 0), origin + Point(500, 150, 0)}});
+  survey.design.overDepth = std::make_shared<zel::SurveyLine>(
+      std::vector<std::vector<Point>>{{origin + Point(0, 0, -0.5), origin + Point(300, 0, -0.5), origin + Point(500, 150, -0.5)}});
   survey.design.offset = -0.5;
   survey.design.width = 60.0;
   survey.design.end = 550.0;

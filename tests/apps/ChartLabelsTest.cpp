@@ -16,7 +16,10 @@ namespace {
 // A pen on a scratch surface, for measuring.
 class ScratchPen {
  public:
-  ScratchPen() : m_surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1)), m_context(cairo_create(m_surface)), m_pen(std::make_unique<SheetPen>(m_context, 6.0)) {}
+  ScratchPen()
+      : m_surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1)),
+        m_context(cairo_create(m_surface)),
+        m_pen(std::make_unique<SheetPen>(m_context, 6.0)) {}
   ~ScratchPen() {
     m_pen.reset();
     cairo_destroy(m_context);
@@ -63,7 +66,8 @@ TEST(BoxIndex, AgreesWithAskingEachBox) {
     const double x = random(-20, 120), y = random(-20, 100);
     const Page box(x, y, x + random(0.1, i % 50 == 0 ? 60 : 6), y + random(0.1, 4));
     bool isFree = true;
-    for (const Page& other : boxes) isFree = isFree && !(box.left < other.right && other.left < box.right && box.bottom < other.top && other.bottom < box.top);
+    for (const Page& other : boxes)
+      isFree = isFree && !(box.left < other.right && other.left < box.right && box.bottom < other.top && other.bottom < box.top);
     ASSERT_EQ(index.IsFree(box), isFree) << i;
     if (!isFree) continue;
     index.Add(box);
@@ -125,10 +129,12 @@ TEST(ChartDepths, EverySoundingHasAShoalerLabelNearby) {
   }
   const double reachX = widest + depths::kApartX + depths::kCell, reachY = highest + depths::kApartY + depths::kCell;
   for (const LabelCandidate& sounding : soundings) {
-    const bool isAtEdge = sounding.x < widest + depths::kCell || sounding.x > 100 - widest - depths::kCell || sounding.y < 5 || sounding.y > 75;
+    const bool isAtEdge =
+        sounding.x < widest + depths::kCell || sounding.x > 100 - widest - depths::kCell || sounding.y < 5 || sounding.y > 75;
     if (isAtEdge) continue;
     const bool isCovered = std::ranges::any_of(labels, [&](const DepthLabel& label) {
-      return label.sounding.z >= sounding.z && std::abs(label.sounding.x - sounding.x) <= reachX && std::abs(label.sounding.y - sounding.y) <= reachY;
+      return label.sounding.z >= sounding.z && std::abs(label.sounding.x - sounding.x) <= reachX &&
+             std::abs(label.sounding.y - sounding.y) <= reachY;
     });
     ASSERT_TRUE(isCovered) << sounding.x << ", " << sounding.y << ": " << sounding.z;
   }

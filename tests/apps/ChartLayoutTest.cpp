@@ -44,7 +44,9 @@ TEST(MapView, ShowsAllSoundingsAtACustomaryScaleAndNotSmallerThanNeeded) {
     EXPECT_EQ(view.scale, NiceScale(view.scale));
     Page page;
     for (const Point& point : survey.soundings) page |= Placed(view, point);
-    EXPECT_TRUE(page.left >= sheet::kMap.left && page.right <= sheet::kMap.right && page.bottom >= sheet::kMap.bottom && page.top <= sheet::kMap.top) << seed;
+    EXPECT_TRUE(page.left >= sheet::kMap.left && page.right <= sheet::kMap.right && page.bottom >= sheet::kMap.bottom &&
+                page.top <= sheet::kMap.top)
+        << seed;
     const double filled = std::max(page.Width() / sheet::kMap.Width(), page.Height() / sheet::kMap.Height());
     EXPECT_TRUE(view.scale == 10.0 || filled > 0.65) << seed;
   }
@@ -82,7 +84,8 @@ TEST(MapView, AnythingGivesAView) {
   const MapView one = ViewOf(SurveyOf({Point(500, 500, -3)}));
   EXPECT_TRUE(one.isDrawable);
   EXPECT_EQ(one.scale, 1000.0);
-  EXPECT_TRUE(ViewOf(SurveyOf(std::vector<Point>(100, Point(1e15, -1e15, 0)))).isDrawable) << "equal places, where a metre is near a double's last digit";
+  EXPECT_TRUE(ViewOf(SurveyOf(std::vector<Point>(100, Point(1e15, -1e15, 0)))).isDrawable)
+      << "equal places, where a metre is near a double's last digit";
   EXPECT_FALSE(ViewOf(SurveyOf({Point(-1e200, 0, 0), Point(1e200, 1, 0)})).isDrawable);
   EXPECT_FALSE(ViewOf(SurveyOf({Point(-1.7e308, 0, 0), Point(1.7e308, 1, 0)})).isDrawable);
   Survey land = SurveyOf({});
@@ -120,8 +123,10 @@ TEST(ChartGrid, ATurnedMapIsLabelledWhereTheLinesAreSquare) {
       EXPECT_GE(grid.Marks(side).size(), 4u);
       for (const FrameMark& mark : grid.Marks(side)) {
         const double at = mark.at;
-        const Point onFrame = side == Side::Top ? Point(at, sheet::kMap.bottom, 0) : side == Side::Bottom ? Point(at, sheet::kMap.top, 0)
-                              : side == Side::Left ? Point(sheet::kMap.left, at, 0) : Point(sheet::kMap.right, at, 0);
+        const Point onFrame = side == Side::Top      ? Point(at, sheet::kMap.bottom, 0)
+                              : side == Side::Bottom ? Point(at, sheet::kMap.top, 0)
+                              : side == Side::Left   ? Point(sheet::kMap.left, at, 0)
+                                                     : Point(sheet::kMap.right, at, 0);
         Point world;
         view.System(1000).PixelToWorld(onFrame * 1000.0, &world);
         EXPECT_NEAR(grid.ShowsEastings(side) ? world.x : world.y, mark.value, 0.1) << rotation;
@@ -246,7 +251,8 @@ TEST(PathsBeside, KeepTheirDistanceRoundBends) {
   for (const double distance : {-10.0, -3.0, 3.0, 10.0}) {
     const std::vector<std::vector<Point>> paths = PathsBeside(survey, distance);
     ASSERT_EQ(paths.size(), 1u);
-    for (const Point& place : paths[0]) EXPECT_NEAR(DistanceTo(line, place), std::abs(distance), 1e-9) << distance << ": " << place.x << ' ' << place.y;
+    for (const Point& place : paths[0])
+      EXPECT_NEAR(DistanceTo(line, place), std::abs(distance), 1e-9) << distance << ": " << place.x << ' ' << place.y;
     EXPECT_EQ(paths[0].front().y, -distance);
     EXPECT_EQ(paths[0].back().y, -60 - distance);
   }
@@ -258,8 +264,8 @@ TEST(PathsBeside, KeepTheirDistanceRoundBends) {
 TEST(PathsBeside, PiecesTooShortToMeetAndSectionsAreKept) {
   Survey survey;
   EXPECT_TRUE(PathsBeside(survey, 5.0).empty());
-  survey.design.line = std::make_shared<SurveyLine>(std::vector<std::vector<Point>>{
-      {Point(0, 0, 0), Point(10, 0, 0), Point(10, -10, 0)}, {Point(50, 0, 0), Point(60, 0, 0), Point(50, 0, 0)}});
+  survey.design.line = std::make_shared<SurveyLine>(std::vector<std::vector<Point>>{{Point(0, 0, 0), Point(10, 0, 0), Point(10, -10, 0)},
+                                                                                    {Point(50, 0, 0), Point(60, 0, 0), Point(50, 0, 0)}});
   for (const double distance : {-20.0, 20.0}) {
     const std::vector<std::vector<Point>> paths = PathsBeside(survey, distance);
     ASSERT_EQ(paths.size(), 2u);

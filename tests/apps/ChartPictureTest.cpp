@@ -55,10 +55,12 @@ TEST(ChartSoundings, EachPixelHasTheColourOfItsShoalestSounding) {
   const Survey survey = SurveyOf({Point(0, 0, -9), Point(0, 0, -5), Point(0, 0, -7), Point(100, 100, -15)});
   const MapView view = ViewOf(survey);
   const ChartSoundings soundings(survey.soundings, view, {}, {});
-  for (const auto& [image, parts] : {std::pair{soundings.Coarse(survey.depthColours), sheet::kPngParts}, {soundings.Fine(survey.depthColours), sheet::kFineParts}}) {
+  for (const auto& [image, parts] :
+       {std::pair{soundings.Coarse(survey.depthColours), sheet::kPngParts}, {soundings.Fine(survey.depthColours), sheet::kFineParts}}) {
     for (const Point& place : {Point(0, 0, -5), Point(100, 100, -15)}) {
       const CPoint pixel = view.System(parts).WorldToPixel(place);
-      const std::size_t at = static_cast<std::size_t>(pixel.y - image.top) * static_cast<std::size_t>(image.width) + static_cast<std::size_t>(pixel.x - image.left);
+      const std::size_t at = static_cast<std::size_t>(pixel.y - image.top) * static_cast<std::size_t>(image.width) +
+                             static_cast<std::size_t>(pixel.x - image.left);
       ASSERT_LT(at, image.pixels.size());
       EXPECT_EQ(image.pixels[at], 0xFF000000u | RgbOf(survey.depthColours.GetColor(-place.z)));
     }
@@ -71,18 +73,21 @@ TEST(ChartSoundings, AreToldWithTheirPlacesAndStopWhenAsked) {
   const MapView view = ViewOf(SurveyOf(many));
   std::size_t told = 0;
   double x = 0.0, y = 0.0;
-  const ChartSoundings all(many, view, [&](double atX, double atY, double, std::size_t index) {
-    EXPECT_EQ(index, told++);
-    x = atX;
-    y = atY;
-  }, {});
+  const ChartSoundings all(many, view,
+                           [&](double atX, double atY, double, std::size_t index) {
+                             EXPECT_EQ(index, told++);
+                             x = atX;
+                             y = atY;
+                           },
+                           {});
   EXPECT_EQ(told, many.size());
   Point pixel;
   view.System(1200).WorldToPixel(Point(5, 5, 0), &pixel);
   EXPECT_NEAR(x, pixel.x / 1200.0, 0.1);
   EXPECT_NEAR(y, pixel.y / 1200.0, 0.1);
   told = 0;
-  const ChartSoundings some(many, view, [&](double, double, double, std::size_t) { ++told; }, [](double) { return false; });
+  const ChartSoundings some(
+      many, view, [&](double, double, double, std::size_t) { ++told; }, [](double) { return false; });
   EXPECT_LT(told, 10000u);
 }
 
@@ -151,7 +156,8 @@ TEST_F(SurveyPicturesLong, NothingOfTheMapLeavesItsWindow) {
   for (const double rotation : {0.0, 40.0}) {
     survey.mapRotation = rotation;
     const PngFile png = Draw(survey);
-    for (int y = 10 * sheet::kPngParts; y < 284 * sheet::kPngParts; ++y) ASSERT_EQ(png.At(9 * sheet::kPngParts, y), 0xFFFFFFu) << "between the sheet's rule and the labels";
+    for (int y = 10 * sheet::kPngParts; y < 284 * sheet::kPngParts; ++y)
+      ASSERT_EQ(png.At(9 * sheet::kPngParts, y), 0xFFFFFFu) << "between the sheet's rule and the labels";
     EXPECT_EQ(png.At(324 * sheet::kPngParts, 150 * sheet::kPngParts), 0xFFFFFFu);
   }
 }
@@ -175,7 +181,8 @@ TEST_F(SurveyPicturesLong, TheNorthArrowPointsNorthOnATurnedMap) {
     const auto inkAcross = [&](double along) {
       int ink = 0;
       for (int across = -40; across <= 40; ++across) {
-        const double x = 200 + along * std::sin(angle) + across * std::cos(angle), y = 200 - along * std::cos(angle) + across * std::sin(angle);
+        const double x = 200 + along * std::sin(angle) + across * std::cos(angle),
+                     y = 200 - along * std::cos(angle) + across * std::sin(angle);
         ink += png.At(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y))) != 0xFFFFFFu ? 1 : 0;
       }
       return ink;
@@ -192,7 +199,8 @@ TEST_F(SurveyPicturesLong, TheScaleBarIsAsLongAsItSays) {
   const PngFile png = Draw(survey);
   const ScaleBar bar = ScaleBarFor(survey, ViewOf(survey), 46.0);
   // The longest run of black and white boxes below the scale: find a row with exactly the dark parts of the bar.
-  const int left = static_cast<int>(sheet::kColumn.left * sheet::kPngParts), right = static_cast<int>(sheet::kColumn.right * sheet::kPngParts);
+  const int left = static_cast<int>(sheet::kColumn.left * sheet::kPngParts),
+            right = static_cast<int>(sheet::kColumn.right * sheet::kPngParts);
   const double part = bar.paper / bar.parts * sheet::kPngParts;
   bool found = false;
   for (int y = 40 * sheet::kPngParts; y < 150 * sheet::kPngParts && !found; ++y) {
@@ -253,13 +261,15 @@ TEST_F(SurveyPicturesLong, WhateverASurveyLacksItHasASheet) {
   for (const double size : {1e-9, 1e-3, 1e5, 1e12, 1e200, 1.7e308}) {
     for (const double origin : {0.0, 1e9, 1e15, -1e300}) {
       if (std::abs(origin) > 1e16 && size > 1e300) continue;
-      Survey survey = SurveyOf({Point(origin, origin, -5), Point(origin + size, origin + size / 2, 1e9), Point(origin, origin + size, -1e300)});
+      Survey survey =
+          SurveyOf({Point(origin, origin, -5), Point(origin + size, origin + size / 2, 1e9), Point(origin, origin + size, -1e300)});
       survey.mapRotation = 17.0;
       AddDesign(survey, survey.soundings.front());
       survey.workArea.push_back(survey.soundings);
       survey.land.push_back(survey.soundings);
       survey.vessel = {.known = true, .x = origin, .y = origin, .heading = -1e300, .time = 0, .hasContour = false, .contour = {}};
-      survey.track.places = {{.x = origin, .y = origin, .semiMajor = size, .semiMinor = 1, .orientation = 1, .isFix = true}, {.x = origin + size, .y = origin}};
+      survey.track.places = {{.x = origin, .y = origin, .semiMajor = size, .semiMinor = 1, .orientation = 1, .isFix = true},
+                             {.x = origin + size, .y = origin}};
       EXPECT_TRUE(Draw(survey).IsGood()) << size << " at " << origin;
     }
   }
@@ -267,8 +277,8 @@ TEST_F(SurveyPicturesLong, WhateverASurveyLacksItHasASheet) {
 
 TEST_F(SurveyPicturesLong, LongTextsStayInTheirColumn) {
   Survey survey = Slope();
-  survey.title = {std::string(3000, 'W'), std::string(300, 'x') + " and " + std::string(300, 'y'), "A vessel of a name \x80\xB0 that is long enough for two lines or three",
-                  std::string(500, '9'), std::string(500, 'z')};
+  survey.title = {std::string(3000, 'W'), std::string(300, 'x') + " and " + std::string(300, 'y'),
+                  "A vessel of a name \x80\xB0 that is long enough for two lines or three", std::string(500, '9'), std::string(500, 'z')};
   const PngFile png = Draw(survey);
   for (int y = 10 * sheet::kPngParts; y < 286 * sheet::kPngParts; ++y) ASSERT_EQ(png.At(411 * sheet::kPngParts, y), 0xFFFFFFu) << y;
 }

@@ -26,14 +26,15 @@ TEST_F(ZelActions, ShowsEachActionWithItsFieldsAndWhatItDoes) {
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(result.errors, "");
   EXPECT_EQ(OneBlank(result.output),
-            file + ": 3 actions, 1 custom\n\n"
-            "Base\n Group BaseAction (Base action)\n Custom yes, made by the user\n Selectable no\n"
-            " When run fails: it is a base action, which does nothing\n\n"
-            "Run\n Group RunProgram (Run program)\n Custom no\n Selectable yes\n When run runs \"date\" \"-u\" \"+%H %M\"\n\n"
-            "Tell\n Group PrintText (Print text)\n Description Says it\n Tool tip Tip\n Survey types A, B\n Custom no\n"
-            " Selectable yes\n When run prints \"°\"\n\n"
-            "Groups, and what their creators make\n BaseAction Base action 1 action\n CompositeAction Composite Action 0 actions\n"
-            " PrintText Print text 1 action\n RunProgram Run program 1 action\n");
+            file +
+                ": 3 actions, 1 custom\n\n"
+                "Base\n Group BaseAction (Base action)\n Custom yes, made by the user\n Selectable no\n"
+                " When run fails: it is a base action, which does nothing\n\n"
+                "Run\n Group RunProgram (Run program)\n Custom no\n Selectable yes\n When run runs \"date\" \"-u\" \"+%H %M\"\n\n"
+                "Tell\n Group PrintText (Print text)\n Description Says it\n Tool tip Tip\n Survey types A, B\n Custom no\n"
+                " Selectable yes\n When run prints \"°\"\n\n"
+                "Groups, and what their creators make\n BaseAction Base action 1 action\n CompositeAction Composite Action 0 actions\n"
+                " PrintText Print text 1 action\n RunProgram Run program 1 action\n");
 }
 
 TEST_F(ZelActions, ShowsTheMembersOfCompositesInOrder) {
@@ -141,8 +142,9 @@ TEST_F(ZelActions, WhatCannotBeRunIsTold) {
   EXPECT_TRUE(Holds(Run({"actions", faulty, "--run", "PingSonar"}).errors, "PingSonar is not valid, and was not run"));
   EXPECT_TRUE(Holds(Run({"actions", faulty, "--run", "Round"}).errors, "Round is not valid, and was not run"));
   EXPECT_EQ(Run({"actions", faulty, "--run", "Prints"}).exitCode, 0);
-  const std::string file = Write("a.ini", "[\xC9tape]\nGroup = BaseAction\n[Prints]\nGroup = PrintText\nText = \xB0\n[Bare]\n"
-                                          "Group = CompositeAction\nActions = PrintText\n");
+  const std::string file = Write("a.ini",
+                                 "[\xC9tape]\nGroup = BaseAction\n[Prints]\nGroup = PrintText\nText = \xB0\n[Bare]\n"
+                                 "Group = CompositeAction\nActions = PrintText\n");
   EXPECT_EQ(Run({"actions", file, "--run", "Étape"}).errors, "zel: Étape failed\n");
   EXPECT_EQ(Run({"actions", file, "--run", "Prints"}).output, "°\nPrints: done\n");
   EXPECT_TRUE(Holds(Run({"actions", file, "--run", "Bare"}).errors, "its member \"PrintText\" cannot be made")) << "a group is no member";

@@ -8,8 +8,8 @@ class ZelColours : public Zel {
 };
 
 TEST_F(ZelColours, MakeRangeStraightPrintsSavesAndLooksUp) {
-  const ProgramResult result = Run({"colours", "make", "range", "--min", "0", "--max", "10", "--step", "5", "--low", "#000000", "--high",
-                                    "0,0,90", "--rgb", "-o", m_table, "--value", "7.5", "--value", "-1"});
+  const ProgramResult result = Run({"colours", "make",   "range",  "--min", "0",  "--max", "10",      "--step", "5",       "--low",
+                                    "#000000", "--high", "0,0,90", "--rgb", "-o", m_table, "--value", "7.5",    "--value", "-1"});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   const std::string output = OneBlank(result.output);
   EXPECT_TRUE(Holds(output, "below #000000 0, 0, 0\n")) << output;
@@ -19,14 +19,16 @@ TEST_F(ZelColours, MakeRangeStraightPrintsSavesAndLooksUp) {
   EXPECT_TRUE(Holds(output, "value 7.5 #00003C")) << output;
   EXPECT_TRUE(Holds(output, "value -1 #000000"));
   EXPECT_TRUE(Holds(m_folder.Read("table.col"), "[Values]\r\n0 = 0\r\n1 = 5\r\n2 = 10\r\n")) << m_folder.Read("table.col");
-  EXPECT_EQ(OneBlank(Run({"colours", "show", m_table, "--value", "7.5", "--value", "-1"}).output), output.substr(0, output.find("\nTable:")));
+  EXPECT_EQ(OneBlank(Run({"colours", "show", m_table, "--value", "7.5", "--value", "-1"}).output),
+            output.substr(0, output.find("\nTable:")));
 }
 
 TEST_F(ZelColours, MakeByCountAndAddToATable) {
-  const std::vector<std::string> first = {"colours", "make", "three", "--min", "0", "--max", "4", "--count", "7", "--low",
-                                          "red",     "--mid", "white", "--high", "blue", "-o", m_table};
+  const std::vector<std::string> first = {"colours", "make", "three", "--min", "0",      "--max", "4",  "--count", "7",
+                                          "--low",   "red",  "--mid", "white", "--high", "blue",  "-o", m_table};
   EXPECT_EQ(Run(first).exitCode, 0);
-  const ProgramResult result = Run({"colours", "make", "range", "--min", "100", "--max", "100.5", "--step", "0.5", "--rgb", "--add-to", m_table});
+  const ProgramResult result =
+      Run({"colours", "make", "range", "--min", "100", "--max", "100.5", "--step", "0.5", "--rgb", "--add-to", m_table});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   const std::string output = OneBlank(result.output);
   EXPECT_TRUE(Holds(output, "\n0 #")) << "what was there stays: " << output;
@@ -37,8 +39,8 @@ TEST_F(ZelColours, MakeLogFilesAndDredge) {
   EXPECT_TRUE(Holds(OneBlank(Run({"colours", "make", "log", "--max", "100", "--count", "4"}).output), "\n10 #"));
   const std::string files = OneBlank(Run({"colours", "make", "files", "--count", "3", "--low", "red", "--high", "blue"}).output);
   EXPECT_TRUE(Holds(files, "\n2 #") && Holds(files, "\n3 #") && !Holds(files, "\n4 #")) << files;
-  const ProgramResult result = Run({"colours", "make", "dredge", "--under-limit", "0.3", "--over-limit", "-0.2", "--tolerance", "yellow:green:2",
-                                    "-o", m_table});
+  const ProgramResult result =
+      Run({"colours", "make", "dredge", "--under-limit", "0.3", "--over-limit", "-0.2", "--tolerance", "yellow:green:2", "-o", m_table});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(result.output, "over dredged below -0.2, under dredged from 0.3")) << result.output;
   EXPECT_TRUE(Holds(OneBlank(result.output), "in tolerance #FFFF00 to #00FF00, 2 colours"));
@@ -56,14 +58,17 @@ TEST_F(ZelColours, LegendsArePngAndSvg) {
 }
 
 TEST_F(ZelColours, NamesAndSwatchesAreShown) {
-  const std::string table = Write("t.col", "[Values]\n0 = 1.5\n[Colors]\nALowColor = 1, 2, 3\n0 = 10, 20, 30\n[Locks]\n0 = 1\n[Names]\n0 = Fl\xFC" "gel\n");
+  const std::string table = Write("t.col",
+                                  "[Values]\n0 = 1.5\n[Colors]\nALowColor = 1, 2, 3\n0 = 10, 20, 30\n[Locks]\n0 = 1\n[Names]\n0 = Fl\xFC"
+                                  "gel\n");
   EXPECT_TRUE(Holds(OneBlank(Run({"colours", "show", table}).output), "\n1.5 #0A141E 10, 20, 30 locked Fl\xC3\xBCgel\n"));
   EXPECT_TRUE(Holds(Run({"colours", "show", table, "--color", "always"}).output, "\033[48;2;10;20;30m"));
 }
 
 TEST_F(ZelColours, ConvertGoesToOtherFormsAndBack) {
   const std::string cpt = m_folder.File("t.cpt"), text = m_folder.File("t.txt");
-  const std::string table = OneBlank(Run({"colours", "make", "range", "--min", "-2", "--max", "2.5", "--step", "0.5", "-o", m_table}).output);
+  const std::string table =
+      OneBlank(Run({"colours", "make", "range", "--min", "-2", "--max", "2.5", "--step", "0.5", "-o", m_table}).output);
   EXPECT_EQ(Run({"colours", "convert", m_table, cpt}).exitCode, 0);
   EXPECT_EQ(Run({"colours", "convert", cpt, text}).exitCode, 0);
   EXPECT_EQ(OneBlank(Run({"colours", "show", text}).output), table.substr(0, table.find("\nTable:"))) << m_folder.Read("t.txt");

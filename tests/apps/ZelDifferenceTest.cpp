@@ -12,8 +12,8 @@ TEST_F(ZelDifference, ListsWhatWasAddedChangedAndRemoved) {
   const ProgramResult result = Run({"settings", "diff", m_old, m_new});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.errors, "");
-  EXPECT_EQ(result.output, "--- " + m_old + "\n+++ " + m_new +
-                               "\n[A]\n  ~ x = 1 -> 2\n  + y = 3\n  - z = 4\n\n1 added, 1 changed, 1 removed\n");
+  EXPECT_EQ(result.output,
+            "--- " + m_old + "\n+++ " + m_new + "\n[A]\n  ~ x = 1 -> 2\n  + y = 3\n  - z = 4\n\n1 added, 1 changed, 1 removed\n");
 }
 
 TEST_F(ZelDifference, EqualFilesPrintNothingAndExitWithZero) {

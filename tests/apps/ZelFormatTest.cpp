@@ -6,15 +6,22 @@ TEST_F(Zel, FormatShowsACoordinateInAllStylesAndReadsItBack) {
   const ProgramResult result = Run({"format", "coordinate", "52.5125"});
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(OneBlank(result.output),
-            "52.5125\n degrees 052.512500\xC2\xB0N reads back as 52.512500000\n minutes 052\xC2\xB0" "30.7500'N reads back as 52.512500000\n"
-            " seconds 052\xC2\xB0" "30'45.00\"N reads back as 52.512500000\n WinFrog N52 30.7500\n");
+            "52.5125\n degrees 052.512500\xC2\xB0N reads back as 52.512500000\n minutes 052\xC2\xB0"
+            "30.7500'N reads back as 52.512500000\n"
+            " seconds 052\xC2\xB0"
+            "30'45.00\"N reads back as 52.512500000\n WinFrog N52 30.7500\n");
 }
 
 TEST_F(Zel, FormatReadsWhatAnOperatorTypes) {
-  const ProgramResult result = Run({"format", "coordinate", "4\xC2\xB0" "15'00\"W", "--decimals", "0", "--plain", "--front"});
+  const ProgramResult result = Run({"format", "coordinate",
+                                    "4\xC2\xB0"
+                                    "15'00\"W",
+                                    "--decimals", "0", "--plain", "--front"});
   EXPECT_TRUE(Holds(OneBlank(result.output), "minutes W 004 15 ")) << result.output;
   EXPECT_TRUE(Holds(Run({"format", "coordinate", "-4.25", "--axis", "longitude", "--decimals", "2"}).output, "004.25\xC2\xB0W"));
-  EXPECT_TRUE(Holds(Run({"format", "coordinate", "120"}).output, "120.000000\xC2\xB0" "E"));
+  EXPECT_TRUE(Holds(Run({"format", "coordinate", "120"}).output,
+                    "120.000000\xC2\xB0"
+                    "E"));
 }
 
 TEST_F(Zel, FormatRefusesWhatIsNoCoordinate) {

@@ -62,13 +62,17 @@ TEST_F(ZelGeodesy, ThePlugInThatIsToldIsTheOneThatWasLoaded) {
 
 TEST_F(ZelGeodesy, AMissingPlugInIsToldWithTheFolderLookedIn) {
   for (const std::string& folder : {m_folder.Path(), m_folder.File("none")}) {
-    for (const std::vector<std::string>& command : {std::vector<std::string>{"info"}, {"systems", "UTM"}, {"convert", "--from", "EPSG:4326", "--to", "EPSG:32631", "1", "2"}, {"geoid", "--grid", "a.gtx", "1", "2"}}) {
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"info"},
+                                                    {"systems", "UTM"},
+                                                    {"convert", "--from", "EPSG:4326", "--to", "EPSG:32631", "1", "2"},
+                                                    {"geoid", "--grid", "a.gtx", "1", "2"}}) {
       std::vector<std::string> arguments = {"geodesy", "--plugin", folder};
       arguments.insert(arguments.end(), command.begin(), command.end());
       const ProgramResult result = Run(arguments);
       EXPECT_EQ(result.exitCode, 1);
       EXPECT_EQ(result.output, "");
-      EXPECT_EQ(result.errors, "zel: no geodesy plug-in (ZELGeoCoordSysR.dll or libZELGeoCoordSysR.so) in \"" + folder + "\"; --plugin names its folder\n");
+      EXPECT_EQ(result.errors, "zel: no geodesy plug-in (ZELGeoCoordSysR.dll or libZELGeoCoordSysR.so) in \"" + folder +
+                                   "\"; --plugin names its folder\n");
     }
   }
 }
@@ -122,44 +126,64 @@ TEST_F(ZelGeodesy, WithoutAnAnswerTheExitCodeSaysSo) {
 
 // The published example of the transverse Mercator method; the datum stays, so that there is no shift.
 TEST_F(ZelGeodesy, ConvertTakesLatitudeAndLongitudeInAnyWriting) {
-  const std::vector<std::vector<std::string>> writings = {{"50.5", "0.5"}, {"50 30 N", "0 30 E"}, {"0 30 E", "50 30 N"}, {"50\xC2\xB0" "30'N", "0.5"}, {"0.5 E", "50.5"}};
+  const std::vector<std::vector<std::string>> writings = {{"50.5", "0.5"},
+                                                          {"50 30 N", "0 30 E"},
+                                                          {"0 30 E", "50 30 N"},
+                                                          {"50\xC2\xB0"
+                                                           "30'N",
+                                                           "0.5"},
+                                                          {"0.5 E", "50.5"}};
   for (const auto& writing : writings) {
-    const ProgramResult result = Run({"geodesy", "convert", "--from", "EPSG:4277", "--to", "EPSG:27700", "--decimals", "1", writing[0], writing[1]});
+    const ProgramResult result =
+        Run({"geodesy", "convert", "--from", "EPSG:4277", "--to", "EPSG:27700", "--decimals", "1", writing[0], writing[1]});
     ASSERT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(Result(result), "577275.0 69740.5") << writing[0];
-    EXPECT_TRUE(Holds(result.output, "from  EPSG:4277 OSGB36: latitude, longitude in degrees\nto    EPSG:27700 OSGB36 / British National Grid: easting, northing in metre\n")) << result.output;
+    EXPECT_TRUE(Holds(result.output,
+                      "from  EPSG:4277 OSGB36: latitude, longitude in degrees\n"
+                      "to    EPSG:27700 OSGB36 / British National Grid: easting, northing in metre\n"))
+        << result.output;
     EXPECT_TRUE(Holds(result.output, "1 position: accuracy 0 m, ")) << result.output;
   }
 }
 
 TEST_F(ZelGeodesy, ConvertGivesDegreesInTheStyleAskedFor) {
-  const std::vector<std::string> arguments = {"geodesy", "convert", "--from", "EPSG:27700", "--to", "EPSG:4277", "577274.98", "69740.49", "--decimals", "2", "--style"};
+  const std::vector<std::string> arguments = {"geodesy",   "convert",  "--from",     "EPSG:27700", "--to",   "EPSG:4277",
+                                              "577274.98", "69740.49", "--decimals", "2",          "--style"};
   const auto styled = [&](const std::string& style) {
     std::vector<std::string> all = arguments;
     all.push_back(style);
     return Result(Run(all));
   };
   EXPECT_EQ(styled("degrees"), "50.50 0.50");
-  EXPECT_EQ(styled("minutes"), "050\xC2\xB0" "30.00'N 000\xC2\xB0" "30.00'E");
-  EXPECT_EQ(styled("seconds"), "050\xC2\xB0" "30'00.00\"N 000\xC2\xB0" "30'00.00\"E");
+  EXPECT_EQ(styled("minutes"),
+            "050\xC2\xB0"
+            "30.00'N 000\xC2\xB0"
+            "30.00'E");
+  EXPECT_EQ(styled("seconds"),
+            "050\xC2\xB0"
+            "30'00.00\"N 000\xC2\xB0"
+            "30'00.00\"E");
 }
 
 // 1 US survey foot is 1200/3937 m; both systems share datum and projection.
 TEST_F(ZelGeodesy, ConvertGoesFromUnitToUnit) {
-  const ProgramResult result = Run({"geodesy", "convert", "--from", "EPSG:26945", "--to", "EPSG:2229", "2000000", "500000", "--decimals", "2"});
+  const ProgramResult result =
+      Run({"geodesy", "convert", "--from", "EPSG:26945", "--to", "EPSG:2229", "2000000", "500000", "--decimals", "2"});
   ASSERT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(Result(result), "6561666.67 1640416.67");
   EXPECT_TRUE(Holds(result.output, "easting, northing in US survey foot\n"));
 }
 
 TEST_F(ZelGeodesy, ANegativeNumberIsAPosition) {
-  const ProgramResult result = Run({"geodesy", "convert", "--from", "EPSG:4148", "--to", "EPSG:2053", "--decimals", "1", "-25.73202833", "28.28263306"});
+  const ProgramResult result =
+      Run({"geodesy", "convert", "--from", "EPSG:4148", "--to", "EPSG:2053", "--decimals", "1", "-25.73202833", "28.28263306"});
   ASSERT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(Result(result), "-71984.5 -2847342.7") << "east and north, though the system's axes go west and south";
 }
 
 TEST_F(ZelGeodesy, ManyPositionsAreConvertedInTheirOrder) {
-  const ProgramResult result = Run({"geodesy", "convert", "--from", "EPSG:4326", "--to", "EPSG:32631", "--decimals", "0", "0", "3", "0.0", "3.0"});
+  const ProgramResult result =
+      Run({"geodesy", "convert", "--from", "EPSG:4326", "--to", "EPSG:32631", "--decimals", "0", "0", "3", "0.0", "3.0"});
   ASSERT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(OneBlank(result.output), "-> 500000 0\n"));
   EXPECT_TRUE(Holds(result.output, "2 positions: accuracy 0 m, ")) << result.output;

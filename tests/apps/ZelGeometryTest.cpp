@@ -6,9 +6,7 @@ class ZelGeometry : public Zel {
  protected:
   std::string m_picture = m_folder.File("picture.svg");
 
-  ProgramResult Clip(const std::string& page, const std::string& file) {
-    return Run({"geometry", "clip", page, file, "-o", m_picture});
-  }
+  ProgramResult Clip(const std::string& page, const std::string& file) { return Run({"geometry", "clip", page, file, "-o", m_picture}); }
 };
 
 TEST_F(ZelGeometry, ClipPrintsRingsAreasAndWritesThePicture) {

@@ -9,7 +9,8 @@ TEST_F(Zel, LanguageTellsTheSettingItsFileAndWhatIsMissing) {
   EXPECT_TRUE(Holds(result.output, "common/VESOK/ZELCORE/zelcore.ini"));
   EXPECT_TRUE(Holds(result.output, "localizations/0407/Translator.ini"));
   EXPECT_TRUE(Holds(OneBlank(result.output), "FileTypes.ini 7 of 109")) << result.output;
-  EXPECT_TRUE(Holds(result.output, "Translation for key (FileObject Error.KeyNotFound) in section (ErrorMessages.ini) could not be found!"));
+  EXPECT_TRUE(
+      Holds(result.output, "Translation for key (FileObject Error.KeyNotFound) in section (ErrorMessages.ini) could not be found!"));
   EXPECT_TRUE(Holds(result.output, "Translation for key (Dax Error.Extrapolate) in section (ErrorMessages.ini) is empty!"));
   EXPECT_TRUE(Holds(result.output, "--all lists them"));
   EXPECT_TRUE(Holds(Run({"--common", Sample("common"), "language", "--all"}).output, "FileTypeList.UKOOAP190"));
@@ -28,12 +29,16 @@ TEST_F(Zel, ErrorsAreWordedFromEndToEnd) {
   EXPECT_TRUE(Holds(builtIn, "File IO Error Error opening \"tide.tid\".\n")) << builtIn;
   EXPECT_TRUE(Holds(builtIn, "Dax Error Computation failed \"Heave\".\n"));
 
-  const std::string messages = OneBlank(RunInSamples("--common english --messages common/VESOK/ZELCORE/ErrorMessages.ini language errors").output);
+  const std::string messages =
+      OneBlank(RunInSamples("--common english --messages common/VESOK/ZELCORE/ErrorMessages.ini language errors").output);
   EXPECT_TRUE(Holds(messages, "File trouble Cannot open \"tide.tid\". Is the drive connected?\n")) << messages;
   EXPECT_TRUE(Holds(messages, "Data trouble Computation failed \"Heave\".\n"));
 
   const std::string german = OneBlank(RunInSamples("--common common language errors").output);
-  EXPECT_TRUE(Holds(german, "Dateifehler \"tide.tid\" l\xC3\xA4\xC3\x9Ft sich nicht \xC3\xB6" "ffnen. Ist das Laufwerk verbunden?\n")) << german;
+  EXPECT_TRUE(Holds(german,
+                    "Dateifehler \"tide.tid\" l\xC3\xA4\xC3\x9Ft sich nicht \xC3\xB6"
+                    "ffnen. Ist das Laufwerk verbunden?\n"))
+      << german;
   EXPECT_TRUE(Holds(german, "Datenfehler No value of \"Heave\" beyond the last sample.\n")) << "an empty translation keeps the file's";
   EXPECT_TRUE(Holds(german, "Datenfehler Die Berechnung von \"Heave\" ist gescheitert.\n")) << "not in the file: the numbered text";
   EXPECT_TRUE(Holds(german, "Unbekannter Fehler\n"));

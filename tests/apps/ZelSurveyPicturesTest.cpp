@@ -8,7 +8,8 @@ TEST_F(ZelSurveyPicturesLong, AreWrittenBesideTheReports) {
   const ProgramResult result = Run({"survey", Sample("survey"), "--out", m_folder.File("out")});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(result.output, "chart.png, chart.svg, chart.pdf, profile.png, report.txt and report.xml are in")) << result.output;
-  for (const char* const name : {"out/chart.png", "out/profile.png"}) EXPECT_EQ(m_folder.Read(name).substr(0, 8), "\x89PNG\r\n\x1a\n") << name;
+  for (const char* const name : {"out/chart.png", "out/profile.png"})
+    EXPECT_EQ(m_folder.Read(name).substr(0, 8), "\x89PNG\r\n\x1a\n") << name;
   EXPECT_TRUE(Holds(m_folder.Read("out/chart.svg"), "</svg>"));
   EXPECT_EQ(m_folder.Read("out/chart.pdf").substr(0, 5), "%PDF-");
 }

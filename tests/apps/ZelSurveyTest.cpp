@@ -384,7 +384,8 @@ TEST_F(ZelSurvey, TextsMayBeginWithTheMarkOfUtf8) {
   Survey(plain);
   const std::string expected = m_text;
   Folder folder = plain;
-  for (const char* const name : {"s.xyz", "area.txt", "land.txt", "design.txt", "track.txt"}) folder[name] = "\xEF\xBB\xBF" + plain.at(name);
+  for (const char* const name : {"s.xyz", "area.txt", "land.txt", "design.txt", "track.txt"})
+    folder[name] = "\xEF\xBB\xBF" + plain.at(name);
   Survey(folder);
   EXPECT_EQ(m_text, expected);
   folder = plain;
@@ -416,19 +417,25 @@ TEST_F(ZelSurvey, DistancesInLargeUnitsKeepTheirMetres) {
 TEST_F(ZelSurvey, CoordinatesInGeographicForm) {
   const std::string settings = "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = degrees\nDecimals = 6\nSystem = EPSG:32632\n";
   EXPECT_EQ(Survey({{"survey.ini", settings}, {"s.xyz", "500000 0 -1\n500000 4982950.400 -1\n"}}).exitCode, 0);
-  EXPECT_TRUE(Holds(m_text, "000.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
-  EXPECT_TRUE(Holds(m_text, "045.000000\xC2\xB0N  009.000000\xC2\xB0" "E")) << m_text;
+  EXPECT_TRUE(Holds(m_text,
+                    "000.000000\xC2\xB0N  009.000000\xC2\xB0"
+                    "E"))
+      << m_text;
+  EXPECT_TRUE(Holds(m_text,
+                    "045.000000\xC2\xB0N  009.000000\xC2\xB0"
+                    "E"))
+      << m_text;
 }
 
 TEST_F(ZelSurvey, WithoutAUsableSystemTheGridIsShown) {
   const auto with = [](const std::string& system) {
     return Folder{{"survey.ini", "[Soundings]\nFile = s.xyz\n[Coordinates]\nForm = minutes\n" + system}, {"s.xyz", "1234 0 -1\n"}};
   };
-  for (const auto& [system, why] : std::vector<std::pair<std::string, std::string>>{
-           {"", "without a \"System\" there are no geographic coordinates"},
-           {"System = EPSG:1\n", "EPSG:1"},                        // there is none
-           {"System = EPSG:4326\n", "is no grid in metres"},       // degrees
-           {"System = EPSG:2229\n", "is no grid in metres"}}) {    // US survey feet
+  for (const auto& [system, why] :
+       std::vector<std::pair<std::string, std::string>>{{"", "without a \"System\" there are no geographic coordinates"},
+                                                        {"System = EPSG:1\n", "EPSG:1"},                      // there is none
+                                                        {"System = EPSG:4326\n", "is no grid in metres"},     // degrees
+                                                        {"System = EPSG:2229\n", "is no grid in metres"}}) {  // US survey feet
     EXPECT_EQ(Survey(with(system)).exitCode, 1) << system;
     EXPECT_TRUE(Holds(m_text, why)) << m_text;
     EXPECT_TRUE(Holds(m_text, "1234 E  0 N")) << m_text;
@@ -492,11 +499,10 @@ TEST_F(ZelSurvey, HostileSettingsAreToldAndTheDefaultsHold) {
        {"nan", "inf", "-1e308", "1e308", "0", "-5", "12 apples", "\xFF\xFE", "../../../../etc/passwd", "%s%n%d", "   "}) {
     Folder folder = whole;
     std::string& settings = folder["survey.ini"];
-    for (const char* const item :
-         {"Design]\nWidth", "Design]\nSlope", "Design]\nSlope width", "Design]\nOver-depth", "Section]\nStep", "Section]\nCorridor",
-          "Volumes]\nCell", "Tide]\nLongest step", "Track]\nGate", "Track]\nGap", "Track]\nDynamics", "Track]\nTime origin",
-          "Map]\nRotation", "Coordinates]\nForm", "Coordinates]\nDecimals", "Units]\nDepth decimals", "Vessel]\nHeading",
-          "Coordinates]\nSystem"}) {
+    for (const char* const item : {"Design]\nWidth", "Design]\nSlope", "Design]\nSlope width", "Design]\nOver-depth", "Section]\nStep",
+                                   "Section]\nCorridor", "Volumes]\nCell", "Tide]\nLongest step", "Track]\nGate", "Track]\nGap",
+                                   "Track]\nDynamics", "Track]\nTime origin", "Map]\nRotation", "Coordinates]\nForm",
+                                   "Coordinates]\nDecimals", "Units]\nDepth decimals", "Vessel]\nHeading", "Coordinates]\nSystem"}) {
       settings += std::string("[") + item + " = " + value + "\n";
     }
     const ProgramResult result = Survey(folder);
@@ -673,10 +679,12 @@ TEST_F(ZelSurvey, TheSampleIsWhole) {
 TEST_F(ZelSurvey, TheFaultySampleTellsEachOfItsFaults) {
   const ProgramResult result = SurveyAt(Sample("survey-faulty"));
   EXPECT_EQ(result.exitCode, 1);
-  for (const char* const told : {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "no coordinate system \"EPSG:1\"", "not a point: \"the pier\"", "1 polygon has fewer than three points",
-                                 "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing", "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out",
-                                 "not a colour", "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet", "time runs backwards",
-                                 "fewer than two lines of position", "Error opening \"vessel.con\""}) {
+  for (const char* const told :
+       {"has no item \"Wdith\"", "no usable unit \"Furlong\"", "no coordinate system \"EPSG:1\"", "not a point: \"the pier\"",
+        "1 polygon has fewer than three points", "Error opening \"soundings-2.xyz\"", "z is not a number: deep", "z is missing",
+        "more than four columns", "beam 0 0 13.0 XYZ", "have no tide at their time: left out", "not a colour",
+        "\"Width\" is not a number: \"wide\"", "not an observation: \"course 1020 55\"", "there is no position yet", "time runs backwards",
+        "fewer than two lines of position", "Error opening \"vessel.con\""}) {
     EXPECT_TRUE(Holds(m_text, told)) << told;
   }
   EXPECT_GT(Value("soundings", "used"), 900);
@@ -687,7 +695,10 @@ TEST_F(ZelSurvey, TheSampleForAnotherReader) {
   const ProgramResult result = SurveyAt(Sample("survey"), {"--settings", "turned.ini"});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_TRUE(Holds(m_text, "Ausdehnung\n----------\n")) << m_text;
-  EXPECT_TRUE(Holds(m_text, "051\xC2\xB0" "55'")) << "in degrees, minutes and seconds";
+  EXPECT_TRUE(Holds(m_text,
+                    "051\xC2\xB0"
+                    "55'"))
+      << "in degrees, minutes and seconds";
   EXPECT_EQ(At("settings", "depth-unit"), "ft");
   EXPECT_EQ(At("settings", "map-rotation"), "325.0000");
 }

@@ -10,13 +10,27 @@ TEST_F(Zel, WithoutACommandIsBadUsage) {
 }
 
 TEST_F(Zel, HelpShowsExamplesAndExitsWell) {
-  for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{"--help"}, {"report", "--help"}, {"settings", "list", "--help"}, {"settings", "get", "--help"},
-        {"settings", "set", "--help"}, {"settings", "delete", "--help"}, {"settings", "rename", "--help"},
-        {"settings", "copy", "--help"}, {"settings", "check", "--help"}, {"settings", "diff", "--help"},
-        {"settings", "apply", "--help"}, {"displays", "--help"}, {"format", "coordinate", "--help"}, {"format", "span", "--help"},
-        {"format", "number", "--help"}, {"units", "kinds", "--help"}, {"units", "list", "--help"}, {"units", "convert", "--help"},
-        {"actions", "--help"}, {"language", "--help"}, {"language", "errors", "--help"}}) {
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                    {"report", "--help"},
+                                                    {"settings", "list", "--help"},
+                                                    {"settings", "get", "--help"},
+                                                    {"settings", "set", "--help"},
+                                                    {"settings", "delete", "--help"},
+                                                    {"settings", "rename", "--help"},
+                                                    {"settings", "copy", "--help"},
+                                                    {"settings", "check", "--help"},
+                                                    {"settings", "diff", "--help"},
+                                                    {"settings", "apply", "--help"},
+                                                    {"displays", "--help"},
+                                                    {"format", "coordinate", "--help"},
+                                                    {"format", "span", "--help"},
+                                                    {"format", "number", "--help"},
+                                                    {"units", "kinds", "--help"},
+                                                    {"units", "list", "--help"},
+                                                    {"units", "convert", "--help"},
+                                                    {"actions", "--help"},
+                                                    {"language", "--help"},
+                                                    {"language", "errors", "--help"}}) {
     const ProgramResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments.front();
     EXPECT_TRUE(Holds(result.output, "Example")) << result.output;
@@ -67,9 +81,9 @@ TEST_F(Zel, ListPrintsSectionsAndItemsSorted) {
 TEST_F(Zel, GetReadsByType) {
   const std::string file = Write("a.ini", "[A]\ni = 0x1F\nd = 2.50\nc = 255, 0, 1\nb = 7\ns = 12abc\n");
   const std::vector<std::vector<std::string>> rows = {
-      {"i", "int", "31"},   {"i", "string", "0x1F"}, {"i", "bool", "false"}, {"d", "double", "2.5"},
-      {"d", "float", "2.5"}, {"b", "bool", "true"},   {"s", "int", "12"},     {"c", "colour", "red 255, green 0, blue 1 (#FF0001)"},
-      {"b", "unsigned", "7"}, {"b", "long", "7"},     {"b", "int64", "7"},    {"b", "unsigned64", "7"}};
+      {"i", "int", "31"},     {"i", "string", "0x1F"}, {"i", "bool", "false"}, {"d", "double", "2.5"},
+      {"d", "float", "2.5"},  {"b", "bool", "true"},   {"s", "int", "12"},     {"c", "colour", "red 255, green 0, blue 1 (#FF0001)"},
+      {"b", "unsigned", "7"}, {"b", "long", "7"},      {"b", "int64", "7"},    {"b", "unsigned64", "7"}};
   for (const auto& row : rows) {
     const ProgramResult result = Run({"settings", "get", file, "A", row[0], "--type", row[1]});
     EXPECT_EQ(result.exitCode, 0) << row[0] << " as " << row[1];
@@ -98,7 +112,9 @@ TEST_F(Zel, SetMakesTheFileAndTheSection) {
   const std::string file = m_folder.File("new.ini");
   ASSERT_EQ(Run({"settings", "set", file, "A", "k", "11 °C"}).exitCode, 0);
   EXPECT_EQ(Run({"settings", "get", file, "A", "k"}).output, "11 °C\n");
-  EXPECT_TRUE(Holds(m_folder.Read("new.ini"), "k = 11 \xB0" "C\r\n"));
+  EXPECT_TRUE(Holds(m_folder.Read("new.ini"),
+                    "k = 11 \xB0"
+                    "C\r\n"));
 }
 
 TEST_F(Zel, SetRefusesWhatWouldNotReadBack) {
@@ -154,8 +170,8 @@ TEST_F(Zel, CheckTellsLinesAndExitsWithOneWhenThereIsSomething) {
   EXPECT_EQ(Run({"settings", "check", good}).output, "");
   const ProgramResult result = Run({"settings", "check", good, Sample("settings/faulty.ini")});
   EXPECT_EQ(result.exitCode, 1);
-  for (const char* place : {"faulty.ini:5:", "faulty.ini:6:", "faulty.ini:8:", "faulty.ini:10:", "faulty.ini:13:",
-                            "faulty.ini:14:", "faulty.ini:15:"}) {
+  for (const char* place :
+       {"faulty.ini:5:", "faulty.ini:6:", "faulty.ini:8:", "faulty.ini:10:", "faulty.ini:13:", "faulty.ini:14:", "faulty.ini:15:"}) {
     EXPECT_TRUE(Holds(result.output, place)) << place << '\n' << result.output;
   }
   EXPECT_TRUE(Holds(result.output, "1 of 2 files"));

@@ -24,12 +24,17 @@ TEST_F(ZelTide, ImportMakesAFileThatInfoAndListTellOf) {
   EXPECT_EQ(info,
             "3 values\nfirst 2026-05-01 00:00:00 1.250\nlast 2026-05-01 00:20:00 2.000\nlowest 2026-05-01 00:10:00 -0.500\n"
             "highest 2026-05-01 00:20:00 2.000\nmean 0.917\nstep 10 min, 0 gaps\n");
-  EXPECT_EQ(Run({"tide", "list", m_file, "--from", "2026-05-01T00:05", "--to", "2026-05-01 00:10"}).output, "2026-05-01 00:10:00  -0.500\n");
+  EXPECT_EQ(Run({"tide", "list", m_file, "--from", "2026-05-01T00:05", "--to", "2026-05-01 00:10"}).output,
+            "2026-05-01 00:10:00  -0.500\n");
 }
 
 TEST_F(ZelTide, ImportTakesAnyOrderOfDateAndSeparators) {
-  for (const auto& [format, line] : {std::pair{"DMY", "03/05/26, 04:05 1.5"}, {"MDY", "5-3-2026 4:05;1.5"}, {"YDM", "2026:3:5\\04:05\t1.5"},
-                                     {"DYM", "3 2026 5 4 5 1.5"}, {"MYD", "5,2026,3,4,5,1.5"}, {"YMD", "2026 05 03 04 05 1.5"}}) {
+  for (const auto& [format, line] : {std::pair{"DMY", "03/05/26, 04:05 1.5"},
+                                     {"MDY", "5-3-2026 4:05;1.5"},
+                                     {"YDM", "2026:3:5\\04:05\t1.5"},
+                                     {"DYM", "3 2026 5 4 5 1.5"},
+                                     {"MYD", "5,2026,3,4,5,1.5"},
+                                     {"YMD", "2026 05 03 04 05 1.5"}}) {
     const ProgramResult result = Import(std::string(line) + "\r\n", {"--date", format});
     EXPECT_EQ(result.exitCode, 0) << format << ": " << result.errors;
     EXPECT_EQ(Run({"tide", "list", m_file}).output, "2026-05-03 04:05:00  1.500\n") << format;
@@ -48,7 +53,8 @@ TEST_F(ZelTide, ImportAddsOnlyWhenAsked) {
 
 TEST_F(ZelTide, LinesThatDoNotReadStopTheImport) {
   Import("2026-05-01 00:00 1\n");
-  const std::string text = "2026-05-01 00:10 2\n2026-02-30 00:10 3\nnonsense\n2026-05-01 24:00 1\n2026-05-01 00:30 x\n2026-05-01 00:40 1 2\n";
+  const std::string text =
+      "2026-05-01 00:10 2\n2026-02-30 00:10 3\nnonsense\n2026-05-01 24:00 1\n2026-05-01 00:30 x\n2026-05-01 00:40 1 2\n";
   ProgramResult result = Import(text);
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Holds(result.errors, "t.txt:2: not a date, a time and a height: \"2026-02-30 00:10 3\"")) << result.errors;
@@ -74,7 +80,8 @@ TEST_F(ZelTide, WhatCannotBeWrittenIsAsItWas) {
 
 TEST_F(ZelTide, ExportAndImportAreInverse) {
   const std::string text = m_folder.File("out.txt"), again = m_folder.File("again.tid");
-  for (const char* const rows : {"2026-05-01 00:00:00 1.25\n2026-05-01 00:10:00 -0.5\n", "2026-05-01 00:00:07 1.25\n2026-05-01 00:10:00.25 -0.5\n"}) {
+  for (const char* const rows :
+       {"2026-05-01 00:00:00 1.25\n2026-05-01 00:10:00 -0.5\n", "2026-05-01 00:00:07 1.25\n2026-05-01 00:10:00.25 -0.5\n"}) {
     Import(rows, {"--time", "HMS"});
     EXPECT_EQ(Run({"tide", "export", m_file, text}).exitCode, 0);
     const bool seconds = Holds(rows, ":07");

@@ -54,8 +54,9 @@ TEST_F(ZelTrack, LinesOfPositionMakeAFix) {
 }
 
 TEST_F(ZelTrack, SetsThatGiveNoFixAreTold) {
-  const ProgramResult result =
-      Track("near 250 350\nrange 0 0 0 500 1\n\nrange 5 0 0 500 1\nrange 5 700 -100 20000 1\n\nvelocity 6 1 1\nfix 7 300 400 1\nfix 6 300 400 1\n");
+  const ProgramResult result = Track(
+      "near 250 350\nrange 0 0 0 500 1\n\nrange 5 0 0 500 1\nrange 5 700 -100 20000 1\n\n"
+      "velocity 6 1 1\nfix 7 300 400 1\nfix 6 300 400 1\n");
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Holds(result.errors, "line 2: lines of position not used: fewer than two lines of position")) << result.errors;
   EXPECT_TRUE(Holds(result.errors, "line 4: lines of position not used: a line misses the position by more than 10 km"));
@@ -71,9 +72,11 @@ TEST_F(ZelTrack, TheCalibrationFindsTheSensorsErrors) {
   const double course = 0.7, speed = 3.0, measured = course - 4.0 * std::acos(-1.0) / 180.0;
   char line[100];
   for (int second = 0; second <= 3600; ++second) {
-    std::snprintf(line, sizeof line, "fix %d %.6f %.6f 0.01\n", second, second * speed * std::sin(course), second * speed * std::cos(course));
+    std::snprintf(line, sizeof line, "fix %d %.6f %.6f 0.01\n", second, second * speed * std::sin(course),
+                  second * speed * std::cos(course));
     text += line;
-    std::snprintf(line, sizeof line, "velocity %d.5 %.6f %.6f\n", second, 0.95 * speed * std::sin(measured), 0.95 * speed * std::cos(measured));
+    std::snprintf(line, sizeof line, "velocity %d.5 %.6f %.6f\n", second, 0.95 * speed * std::sin(measured),
+                  0.95 * speed * std::cos(measured));
     text += line;
   }
   const std::string output = Track(text, {"--dynamics", "5"}).output;
@@ -97,8 +100,8 @@ TEST_F(ZelTrack, TheSamplesRun) {
 }
 
 TEST_F(ZelTrack, BadLinesAreToldByNumber) {
-  for (const char* const line : {"fix 1 2 3", "fix 1 2 3 0", "fix 1 2 3 1 1 1", "velocity 1 2", "velocity 1 2 3 4", "range 1 2 3 4", "bearing 1 2 3 4 -1",
-                                 "near 1", "course 1 2 3", "fix 1 nan 3 1"}) {
+  for (const char* const line : {"fix 1 2 3", "fix 1 2 3 0", "fix 1 2 3 1 1 1", "velocity 1 2", "velocity 1 2 3 4", "range 1 2 3 4",
+                                 "bearing 1 2 3 4 -1", "near 1", "course 1 2 3", "fix 1 nan 3 1"}) {
     const ProgramResult result = Track(std::string("# head\nfix 0 0 0 1\n") + line + "\n");
     EXPECT_EQ(result.exitCode, 1) << line;
     EXPECT_TRUE(Holds(result.errors, "track.txt:3: not an observation: \"" + std::string(line) + "\"")) << result.errors;

@@ -4,10 +4,11 @@
 
 class ZelUnits : public Zel {
  protected:
-  std::string m_catalogue =
-      Write("Units.uni", "[Depth Units]\nMetre = 1.0, m, Metre\nFoot = 0.3048, ft, International foot\nBare = 2.0\n"
-                         "[Volume Units]\nCubicMetre = 1.0, m\xB3\nCubicFoot = 0.3048, ft\xB3\n"
-                         "[Temperature Units]\nCelsius = 1.0, \xB0" "C\nKelvin = 1.0, K, Kelvin, 273.15\n");
+  std::string m_catalogue = Write("Units.uni",
+                                  "[Depth Units]\nMetre = 1.0, m, Metre\nFoot = 0.3048, ft, International foot\nBare = 2.0\n"
+                                  "[Volume Units]\nCubicMetre = 1.0, m\xB3\nCubicFoot = 0.3048, ft\xB3\n"
+                                  "[Temperature Units]\nCelsius = 1.0, \xB0"
+                                  "C\nKelvin = 1.0, K, Kelvin, 273.15\n");
 };
 
 TEST_F(ZelUnits, ConvertsByKeyMnemonicOrName) {
@@ -17,7 +18,8 @@ TEST_F(ZelUnits, ConvertsByKeyMnemonicOrName) {
   EXPECT_EQ(Run({"units", "convert", "1", "m\xC2\xB3", "ft\xC2\xB3", "--catalogue", m_catalogue}).output,
             "1 m\xC2\xB3 = 35.31466672 ft\xC2\xB3  (Volume Units)\n");
   EXPECT_EQ(Run({"units", "convert", "-10", "Celsius", "Kelvin", "--catalogue", m_catalogue}).output,
-            "-10 \xC2\xB0" "C = 263.15 K  (Temperature Units)\n");
+            "-10 \xC2\xB0"
+            "C = 263.15 K  (Temperature Units)\n");
 }
 
 TEST_F(ZelUnits, TellsWhatItCannotConvert) {
@@ -36,7 +38,8 @@ TEST_F(ZelUnits, ListsGroupsAndMarksWhatIsIncomplete) {
   const ProgramResult one = Run({"units", "list", "temperature", "--catalogue", m_catalogue});
   EXPECT_EQ(one.exitCode, 0);
   EXPECT_EQ(OneBlank(one.output),
-            "Temperature Units\n Celsius \xC2\xB0" "C Celsius factor 1\n Kelvin K Kelvin factor 1, offset 273.15\n");
+            "Temperature Units\n Celsius \xC2\xB0"
+            "C Celsius factor 1\n Kelvin K Kelvin factor 1, offset 273.15\n");
 }
 
 TEST_F(ZelUnits, KindsAreTwentyFour) {

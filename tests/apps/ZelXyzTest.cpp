@@ -16,7 +16,8 @@ class ZelXyz : public Zel {
 };
 
 TEST_F(ZelXyz, InfoCountsAndBounds) {
-  const ProgramResult result = Run({"xyz", "info", Write("a.xyz", "x y z time\n1 2 -3 1000\n4;5;-6\n\n# comment\n-7,8,9,2026-05-10T08:00:00\n")});
+  const ProgramResult result =
+      Run({"xyz", "info", Write("a.xyz", "x y z time\n1 2 -3 1000\n4;5;-6\n\n# comment\n-7,8,9,2026-05-10T08:00:00\n")});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   const std::string output = OneBlank(result.output);
   EXPECT_TRUE(Holds(output, "3 points, 6 lines, 2 with a time, 0 broken\n")) << output;
@@ -93,7 +94,8 @@ TEST_F(ZelXyz, ImportReplacesNeitherAPipeNorAFolder) {
 }
 
 TEST_F(ZelXyz, OutputThatIsLostOnAFullDiskIsAFailure) {
-  const ProgramResult result = RunProgram("/bin/sh", {"-c", "\"" ZELBASE_ZEL "\" xyz info \"" + Write("a.xyz", "1 2 3\n") + "\" > /dev/full"});
+  const ProgramResult result =
+      RunProgram("/bin/sh", {"-c", "\"" ZELBASE_ZEL "\" xyz info \"" + Write("a.xyz", "1 2 3\n") + "\" > /dev/full"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Holds(result.errors, "cannot write all of the output")) << result.errors;
 }

@@ -24,17 +24,22 @@ const fs::path kRoot = SourceFolder();
 
 // Height of a layer; a file may include what is lower, and its own folder.
 const std::map<std::string, int> kFolderHeight = {
-    {"platform", 0}, {"frame", 10},   {"concurrency", 20}, {"errors", 30},  {"config", 40},
-    {"time", 50},    {"files", 60},   {"sonar", 70},       {"geometry", 80}, {"data", 90},
-    {"numerics", 100}, {"colour", 100}, {"units", 100},    {"xml", 100},    {"actions", 100},
-    {"geodesy", 100},  {"comms", 100}};
+    {"platform", 0}, {"frame", 10}, {"concurrency", 20}, {"errors", 30},   {"config", 40},    {"time", 50},
+    {"files", 60},   {"sonar", 70}, {"geometry", 80},    {"data", 90},     {"numerics", 100}, {"colour", 100},
+    {"units", 100},  {"xml", 100},  {"actions", 100},    {"geodesy", 100}, {"comms", 100}};
 
 // Single files that sit lower or higher than their folder, by the front of their path below zelbase/.
-const std::vector<std::pair<std::string, int>> kExceptions = {
-    {"config/CRCChecksum", 5},  {"config/Checksums", 5}, {"config/detail/Crc", 5}, {"config/detail/Prefetch", 5},
-    {"errors/DaxError", 55},    {"errors/ErrorMessageFile", 105}, {"frame/GeographicText", 35},
-    {"frame/LanguageModules", 110}, {"frame/ModuleStart", 110},   {"frame/ZelBase.h", 120},
-    {"frame/detail/LanguageTables", 110}};
+const std::vector<std::pair<std::string, int>> kExceptions = {{"config/CRCChecksum", 5},
+                                                              {"config/Checksums", 5},
+                                                              {"config/detail/Crc", 5},
+                                                              {"config/detail/Prefetch", 5},
+                                                              {"errors/DaxError", 55},
+                                                              {"errors/ErrorMessageFile", 105},
+                                                              {"frame/GeographicText", 35},
+                                                              {"frame/LanguageModules", 110},
+                                                              {"frame/ModuleStart", 110},
+                                                              {"frame/ZelBase.h", 120},
+                                                              {"frame/detail/LanguageTables", 110}};
 
 std::string Folder(const std::string& file) { return file.substr(0, file.find('/')); }
 

@@ -60,8 +60,8 @@ TEST(ColorTableFiles, SavesTheLowColourThenEachEntry) {
   const ColorTable table = SmallTable();
   RefusingSettings settings;
   EXPECT_TRUE(table.FileSave(settings));
-  EXPECT_EQ(settings.writes, (Writes{"Colors/ALowColor=1, 2, 3", "Names/ALowColor=low",                                //
-                                     "Values/0=-1.5", "Colors/0=255, 0, 0", "Locks/0=1", "Names/0=shoal",              //
+  EXPECT_EQ(settings.writes, (Writes{"Colors/ALowColor=1, 2, 3", "Names/ALowColor=low",                    //
+                                     "Values/0=-1.5", "Colors/0=255, 0, 0", "Locks/0=1", "Names/0=shoal",  //
                                      "Values/1=2", "Colors/1=0, 0, 255", "Locks/1=0", "Names/1="}));
   EXPECT_FALSE(settings.HasSection("DredgeDiff"));
 }
@@ -72,14 +72,12 @@ TEST(ColorTableFiles, SavesWhatBelongsToDredgingOnlyForADredgeTable) {
   table.SetSyncWithDesignModel(true);
   RefusingSettings settings;
   EXPECT_TRUE(table.FileSave(settings));
-  EXPECT_EQ(settings.writes,
-            (Writes{"Colors/ALowColor=0, 0, 0", "Names/ALowColor=", "DredgeDiff/MaxUnderDredgeColor=128, 128, 128",
-                    "DredgeDiff/MinUnderDredgeColor=192, 192, 192", "DredgeDiff/MaxInToleranceColor=0, 255, 0",
-                    "DredgeDiff/MinInToleranceColor=255, 255, 0", "DredgeDiff/MaxOverDredgeColor=255, 0, 0",
-                    "DredgeDiff/MinOverDredgeColor=200, 0, 0", "DredgeDiff/NumColorsUnderDredge=5",
-                    "DredgeDiff/NumColorsInTolerance=5", "DredgeDiff/NumColorsOverDredge=5",
-                    "DredgeDiff/UnderDredgeLimit=0.5", "DredgeDiff/OverDredgeLimit=-0.5",
-                    "DredgeDiff/SyncWithDesign=1"}));
+  EXPECT_EQ(settings.writes, (Writes{"Colors/ALowColor=0, 0, 0", "Names/ALowColor=", "DredgeDiff/MaxUnderDredgeColor=128, 128, 128",
+                                     "DredgeDiff/MinUnderDredgeColor=192, 192, 192", "DredgeDiff/MaxInToleranceColor=0, 255, 0",
+                                     "DredgeDiff/MinInToleranceColor=255, 255, 0", "DredgeDiff/MaxOverDredgeColor=255, 0, 0",
+                                     "DredgeDiff/MinOverDredgeColor=200, 0, 0", "DredgeDiff/NumColorsUnderDredge=5",
+                                     "DredgeDiff/NumColorsInTolerance=5", "DredgeDiff/NumColorsOverDredge=5",
+                                     "DredgeDiff/UnderDredgeLimit=0.5", "DredgeDiff/OverDredgeLimit=-0.5", "DredgeDiff/SyncWithDesign=1"}));
 }
 
 TEST(ColorTableFiles, SavingSetsHasOpenedThoughTheTableIsConstant) {
@@ -197,8 +195,7 @@ TEST(ColorTableFiles, OpeningDoesNotClearTheLowColoursName) {
 }
 
 TEST(ColorTableFiles, AMissingColourEndsWithFalseAndKeepsWhatWasRead) {
-  const std::string bad[] = {"",           "1=\n",          "1=red\n",      "1=1, 2\n",
-                             "1=1 2 3\n", "1=1 , 2, 3\n", "1=1; 2; 3\n", "1=1, x, 3\n"};
+  const std::string bad[] = {"", "1=\n", "1=red\n", "1=1, 2\n", "1=1 2 3\n", "1=1 , 2, 3\n", "1=1; 2; 3\n", "1=1, x, 3\n"};
   for (const std::string& row : bad) {
     ColorTable table;
     table.AddEntry(77, 7, true, "goes");
@@ -235,8 +232,7 @@ TEST(ColorTableFiles, TheListEndsAtAValueThatIsMissingOrDoesNotParse) {
 }
 
 TEST(ColorTableFiles, RowsOutOfOrderAreDroppedSilently) {
-  const ColorTable table = Opened(
-      "[Values]\n0=1\n1=1\n2=0\n3=1e999\n4=5\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n4=5,5,5\n");
+  const ColorTable table = Opened("[Values]\n0=1\n1=1\n2=0\n3=1e999\n4=5\n[Colors]\n0=1,1,1\n1=2,2,2\n2=3,3,3\n3=4,4,4\n4=5,5,5\n");
   ASSERT_EQ(table.NumEntries(), 2);
   EXPECT_EQ(table.EntryColor(0), Rgb(1, 1, 1));
   EXPECT_EQ(table.EntryValue(1), std::numeric_limits<double>::infinity());
@@ -244,8 +240,7 @@ TEST(ColorTableFiles, RowsOutOfOrderAreDroppedSilently) {
 }
 
 TEST(ColorTableFiles, NumbersOfAColourGiveTheirLowByte) {
-  const ColorTable table =
-      Opened("[Colors]\nALowColor = 300, -1, 511\n0=  +256,4294967297,-256 and more\n[Values]\n0=1\n");
+  const ColorTable table = Opened("[Colors]\nALowColor = 300, -1, 511\n0=  +256,4294967297,-256 and more\n[Values]\n0=1\n");
   EXPECT_EQ(table.LowColor(), Rgb(44, 255, 255));
   EXPECT_EQ(table.EntryColor(0), Rgb(0, 1, 0));
 }
@@ -270,8 +265,7 @@ TEST(ColorTableFiles, MissingLocksAndNamesAreFalseAndEmpty) {
 TEST(ColorTableFiles, AMissingDredgeColourIsBlackAndAMissingNumberStays) {
   ColorTable table;
   table.SetSyncWithDesignModel(true);
-  EXPECT_TRUE(table.FileOpen(
-      SettingsOf("[DredgeDiff]\nNumColorsOverDredge = 0x10\nMinInToleranceColor=1,2,3\nUnderDredgeLimit=?\n")));
+  EXPECT_TRUE(table.FileOpen(SettingsOf("[DredgeDiff]\nNumColorsOverDredge = 0x10\nMinInToleranceColor=1,2,3\nUnderDredgeLimit=?\n")));
   const SecondColorTable second(table);
   EXPECT_EQ(second.under.min, 0u);
   EXPECT_EQ(second.under.max, 0u);
@@ -288,7 +282,11 @@ TEST(ColorTableFiles, AMissingDredgeColourIsBlackAndAMissingNumberStays) {
 }
 
 TEST(ColorTableFiles, OpeningNeverThrowsThoughTheSettingsDo) {
-  const std::string texts[] = {"", "[Values]\n", "[Values]\n0=x\n", "[Values]\n0=1\n", "[Values]\n0=1\n[Colors]\n0=\n",
+  const std::string texts[] = {"",
+                               "[Values]\n",
+                               "[Values]\n0=x\n",
+                               "[Values]\n0=1\n",
+                               "[Values]\n0=1\n[Colors]\n0=\n",
                                "[Values]\n0=1\n[Colors]\n0=1,1,1\nALowColor=?\n[Locks]\n0=?\n[Names]\n0=\n",
                                "[DredgeDiff]\nUnderDredgeLimit=?\nNumColorsOverDredge=\nSyncWithDesign=?\n"};
   for (const std::string& text : texts) {

@@ -421,14 +421,13 @@ TEST(ColorTableGeneration, DredgeBandsSpanTwoUnitsBeyondTheLimits) {
   ColorTable table;
   table.AddEntry(100, 1, true, "goes");
   table.GenerateDredgeDiffColorTable();
-  EXPECT_EQ(ValuesOf(table), (Values{-2.5, -2.0, -1.5, -1.0, -0.5, -0.5 + 1 * 0.2, -0.5 + 2 * 0.2, -0.5 + 3 * 0.2,
-                                     -0.5 + 4 * 0.2, 0.5, 1.0, 1.5, 2.0, 2.5}));
+  EXPECT_EQ(ValuesOf(table), (Values{-2.5, -2.0, -1.5, -1.0, -0.5, -0.5 + 1 * 0.2, -0.5 + 2 * 0.2, -0.5 + 3 * 0.2, -0.5 + 4 * 0.2, 0.5, 1.0,
+                                     1.5, 2.0, 2.5}));
   EXPECT_EQ(table.LowColor(), Rgb(200, 0, 0));
-  EXPECT_EQ(ColorsOf(table),
-            (Colors{Rgb(213, 0, 0), Rgb(227, 0, 0), Rgb(241, 0, 0), Rgb(255, 0, 0),                            // over
-                    Rgb(255, 255, 0), Rgb(191, 255, 0), Rgb(127, 255, 0), Rgb(63, 255, 0), Rgb(0, 255, 0),    // tolerance
-                    Rgb(192, 192, 192), Rgb(176, 176, 176), Rgb(160, 160, 160), Rgb(144, 144, 144),           // under
-                    Rgb(128, 128, 128)}));
+  EXPECT_EQ(ColorsOf(table), (Colors{Rgb(213, 0, 0), Rgb(227, 0, 0), Rgb(241, 0, 0), Rgb(255, 0, 0),                         // over
+                                     Rgb(255, 255, 0), Rgb(191, 255, 0), Rgb(127, 255, 0), Rgb(63, 255, 0), Rgb(0, 255, 0),  // tolerance
+                                     Rgb(192, 192, 192), Rgb(176, 176, 176), Rgb(160, 160, 160), Rgb(144, 144, 144),         // under
+                                     Rgb(128, 128, 128)}));
   EXPECT_EQ(table.NumLocked(), 0);
 }
 

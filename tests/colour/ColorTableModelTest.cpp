@@ -52,8 +52,7 @@ unsigned int SecondHslToRgb(double h, double s, double l) {
 }
 
 TEST(ColorModel, PrimaryAndSecondaryColoursHaveTheirHues) {
-  const unsigned int colors[] = {Rgb(255, 0, 0), Rgb(255, 255, 0), Rgb(0, 255, 0),
-                                 Rgb(0, 255, 255), Rgb(0, 0, 255), Rgb(255, 0, 255)};
+  const unsigned int colors[] = {Rgb(255, 0, 0), Rgb(255, 255, 0), Rgb(0, 255, 0), Rgb(0, 255, 255), Rgb(0, 0, 255), Rgb(255, 0, 255)};
   for (int i = 0; i < 6; ++i) {
     double h = 0, s = 0, v = 0;
     ColorTable::RGBtoHSV(colors[i], h, s, v);
@@ -177,8 +176,7 @@ TEST(ColorModel, HueToChannelRisesStaysAndFalls) {
 // The sums of each ten rows, in thousandths.
 TEST(ColorModel, TheHueLookupIsComplete) {
   EXPECT_EQ(std::size(ColorTable::m_hueLookup), 201u);
-  const int sums[] = {133,  433,  730,  1029, 1227, 1308, 1436, 1626, 1825, 2038,
-                      2570, 3399, 3988, 4429, 4852, 5273, 5637, 5933, 6224, 6506};
+  const int sums[] = {133, 433, 730, 1029, 1227, 1308, 1436, 1626, 1825, 2038, 2570, 3399, 3988, 4429, 4852, 5273, 5637, 5933, 6224, 6506};
   for (int tens = 0; tens < 20; ++tens) {
     const double* const row = ColorTable::m_hueLookup + 10 * tens;
     EXPECT_EQ(std::lround(std::accumulate(row, row + 10, 0.0) * 1000), sums[tens]) << tens;
@@ -235,9 +233,9 @@ TEST(ColorModel, TheRainbowCorrectionFollowsTheSecondTranscriptionRoundTheCircle
 
 TEST(ColorModel, GreyIsTruncatedSoThatSomeGreysComeOutDarker) {
   EXPECT_EQ(ColorTable::ColorToGray(0x808080), 0x7F7F7Fu);
-  EXPECT_EQ(ColorTable::ColorToGray(Rgb(255, 0, 0)), Rgb(76, 76, 76));       // 76.5
-  EXPECT_EQ(ColorTable::ColorToGray(Rgb(0, 255, 0)), Rgb(150, 150, 150));    // 150.45
-  EXPECT_EQ(ColorTable::ColorToGray(Rgb(0, 0, 255)), Rgb(28, 28, 28));       // 28.05
+  EXPECT_EQ(ColorTable::ColorToGray(Rgb(255, 0, 0)), Rgb(76, 76, 76));     // 76.5
+  EXPECT_EQ(ColorTable::ColorToGray(Rgb(0, 255, 0)), Rgb(150, 150, 150));  // 150.45
+  EXPECT_EQ(ColorTable::ColorToGray(Rgb(0, 0, 255)), Rgb(28, 28, 28));     // 28.05
   int darker = 0;
   for (int byte = 0; byte < 256; ++byte) {
     const int gray = RedOf(ColorTable::ColorToGray(Rgb(byte, byte, byte)));

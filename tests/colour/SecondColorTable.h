@@ -24,9 +24,7 @@ class OpenColorTable : public ColorTable {
 
 // --- Colours -------------------------------------------------------------------------------------------------------
 
-inline unsigned int Rgb(int red, int green, int blue) {
-  return static_cast<unsigned int>(red + 256 * green + 65536 * blue);
-}
+inline unsigned int Rgb(int red, int green, int blue) { return static_cast<unsigned int>(red + 256 * green + 65536 * blue); }
 
 inline int RedOf(unsigned int color) { return static_cast<int>(color % 256); }
 inline int GreenOf(unsigned int color) { return static_cast<int>(color / 256 % 256); }
@@ -86,9 +84,7 @@ inline double SecondCorrectedHue(double h) {
 }
 
 // A channel on its way, truncated.
-inline int SecondBetween(int from, int to, int k, int parts) {
-  return static_cast<int>(from + k * static_cast<double>(to - from) / parts);
-}
+inline int SecondBetween(int from, int to, int k, int parts) { return static_cast<int>(from + k * static_cast<double>(to - from) / parts); }
 
 inline unsigned int SecondBetween(unsigned int from, unsigned int to, int k, int parts) {
   return Rgb(SecondBetween(RedOf(from), RedOf(to), k, parts), SecondBetween(GreenOf(from), GreenOf(to), k, parts),
@@ -338,8 +334,7 @@ class SecondColorTable {
       double h = h1 + i * d / m;
       if (h >= 360) h -= 360;
       if (h < 0) h += 360;
-      Insert((i - 1) * step + min,
-             SecondHsvToRgb(SecondCorrectedHue(h), s1 + i * (s2 - s1) / m, v1 + i * (v2 - v1) / m));
+      Insert((i - 1) * step + min, SecondHsvToRgb(SecondCorrectedHue(h), s1 + i * (s2 - s1) / m, v1 + i * (v2 - v1) / m));
     }
   }
 
@@ -381,8 +376,7 @@ inline bool SameDouble(double a, double b) {
 // Values that lie on entries, next to them, between them, outside, and such that are no place at all.
 inline std::vector<double> ProbesOf(const ColorTable& table) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  std::vector<double> probes = {-kInfinity, -1e308, -1, -0.0, 0.0, 1e-310, 1, 1e308, kInfinity,
-                                std::numeric_limits<double>::quiet_NaN()};
+  std::vector<double> probes = {-kInfinity, -1e308, -1, -0.0, 0.0, 1e-310, 1, 1e308, kInfinity, std::numeric_limits<double>::quiet_NaN()};
   for (int i = 0; i < table.NumEntries(); ++i) {
     const double value = table.EntryValue(i);
     probes.push_back(value);

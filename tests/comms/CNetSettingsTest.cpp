@@ -22,16 +22,15 @@ void ExpectDefaults(const CNetSettings& settings) {
 }
 
 // Each changes one field from its default.
-const std::vector<std::function<void(CNetSettings&)>> kChanges = {
-    [](CNetSettings& s) { s.SetPortNo(2); },
-    [](CNetSettings& s) { s.SetLocalPort(4294967295u); },
-    [](CNetSettings& s) { s.SetHostAdress("10.0.0.1"); },
-    [](CNetSettings& s) { s.SetHostPort(0); },
-    [](CNetSettings& s) { s.SetName("Sonar"); },
-    [](CNetSettings& s) { s.SetAutoHostPort(true); },
-    [](CNetSettings& s) { s.SetProtocol(-1); },
-    [](CNetSettings& s) { s.SetMulticastAdress("239.0.0.1"); },
-    [](CNetSettings& s) { s.SetUseMulticast(true); }};
+const std::vector<std::function<void(CNetSettings&)>> kChanges = {[](CNetSettings& s) { s.SetPortNo(2); },
+                                                                  [](CNetSettings& s) { s.SetLocalPort(4294967295u); },
+                                                                  [](CNetSettings& s) { s.SetHostAdress("10.0.0.1"); },
+                                                                  [](CNetSettings& s) { s.SetHostPort(0); },
+                                                                  [](CNetSettings& s) { s.SetName("Sonar"); },
+                                                                  [](CNetSettings& s) { s.SetAutoHostPort(true); },
+                                                                  [](CNetSettings& s) { s.SetProtocol(-1); },
+                                                                  [](CNetSettings& s) { s.SetMulticastAdress("239.0.0.1"); },
+                                                                  [](CNetSettings& s) { s.SetUseMulticast(true); }};
 
 CNetSettings AllChanged() {
   CNetSettings settings;

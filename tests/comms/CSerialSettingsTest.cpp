@@ -19,9 +19,7 @@ unsigned int FlagWord(const DCB& block) {
   return word;
 }
 
-void SetFlagWord(DCB& block, unsigned int word) {
-  std::memcpy(reinterpret_cast<char*>(&block) + 8, &word, sizeof word);
-}
+void SetFlagWord(DCB& block, unsigned int word) { std::memcpy(reinterpret_cast<char*>(&block) + 8, &word, sizeof word); }
 
 // Every byte of it 0xFF.
 DCB FullBlock() {
@@ -190,17 +188,17 @@ TEST(CSerialSettings, BadStopBitNumbersChangeNothingAndUnknownBytesGiveZero) {
 // ---- Comparison -----------------------------------------------------------------------------------------------------
 
 // What settings are made of, but for the port number.
-const std::vector<std::function<void(DCB&)>> kCompared = {
-    [](DCB& b) { b.BaudRate = 38400; }, [](DCB& b) { b.ByteSize = 7; },      [](DCB& b) { b.StopBits = 2; },
-    [](DCB& b) { b.Parity = 1; },       [](DCB& b) { b.EvtChar = '\r'; },    [](DCB& b) { b.fOutxCtsFlow = 1; }};
+const std::vector<std::function<void(DCB&)>> kCompared = {[](DCB& b) { b.BaudRate = 38400; }, [](DCB& b) { b.ByteSize = 7; },
+                                                          [](DCB& b) { b.StopBits = 2; },     [](DCB& b) { b.Parity = 1; },
+                                                          [](DCB& b) { b.EvtChar = '\r'; },   [](DCB& b) { b.fOutxCtsFlow = 1; }};
 
 // What has a default and is not compared.
 const std::vector<std::function<void(DCB&)>> kNotCompared = {
-    [](DCB& b) { b.DCBlength = 0; },       [](DCB& b) { b.fBinary = 0; },         [](DCB& b) { b.fParity = 1; },
-    [](DCB& b) { b.fOutxDsrFlow = 1; },    [](DCB& b) { b.fDtrControl = 2; },     [](DCB& b) { b.fDsrSensitivity = 1; },
-    [](DCB& b) { b.fTXContinueOnXoff = 0; }, [](DCB& b) { b.fOutX = 1; },         [](DCB& b) { b.fInX = 1; },
-    [](DCB& b) { b.fErrorChar = 1; },      [](DCB& b) { b.fNull = 1; },           [](DCB& b) { b.fRtsControl = 3; },
-    [](DCB& b) { b.fAbortOnError = 1; },   [](DCB& b) { b.ErrorChar = '?'; },     [](DCB& b) { b.EofChar = 26; }};
+    [](DCB& b) { b.DCBlength = 0; },         [](DCB& b) { b.fBinary = 0; },     [](DCB& b) { b.fParity = 1; },
+    [](DCB& b) { b.fOutxDsrFlow = 1; },      [](DCB& b) { b.fDtrControl = 2; }, [](DCB& b) { b.fDsrSensitivity = 1; },
+    [](DCB& b) { b.fTXContinueOnXoff = 0; }, [](DCB& b) { b.fOutX = 1; },       [](DCB& b) { b.fInX = 1; },
+    [](DCB& b) { b.fErrorChar = 1; },        [](DCB& b) { b.fNull = 1; },       [](DCB& b) { b.fRtsControl = 3; },
+    [](DCB& b) { b.fAbortOnError = 1; },     [](DCB& b) { b.ErrorChar = '?'; }, [](DCB& b) { b.EofChar = 26; }};
 
 TEST(CSerialSettings, ComparedFieldsMakeADifference) {
   const CSerialSettings defaults;

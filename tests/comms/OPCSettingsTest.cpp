@@ -16,10 +16,9 @@ void ExpectDefaults(const OPCSettings& settings) {
 }
 
 // Each changes one field from its default.
-const std::vector<std::function<void(OPCSettings&)>> kChanges = {[](OPCSettings& s) { s.SetHostName("Localhost"); },
-                                                                 [](OPCSettings& s) { s.SetServerName("Dredge.Server"); },
-                                                                 [](OPCSettings& s) { s.SetForce1(true); },
-                                                                 [](OPCSettings& s) { s.SetFSGateway(true); }};
+const std::vector<std::function<void(OPCSettings&)>> kChanges = {
+    [](OPCSettings& s) { s.SetHostName("Localhost"); }, [](OPCSettings& s) { s.SetServerName("Dredge.Server"); },
+    [](OPCSettings& s) { s.SetForce1(true); }, [](OPCSettings& s) { s.SetFSGateway(true); }};
 
 OPCSettings AllChanged() {
   OPCSettings settings;

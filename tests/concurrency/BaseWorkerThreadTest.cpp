@@ -52,10 +52,11 @@ using Message = std::tuple<unsigned int, unsigned long long, long long>;
 // A window that keeps what it gets.
 class Mailbox {
  public:
-  Mailbox() : window([this](unsigned int message, unsigned long long first, long long second) {
-      const std::lock_guard guard(m_mutex);
-      m_messages.emplace_back(message, first, second);
-    }) {}
+  Mailbox()
+      : window([this](unsigned int message, unsigned long long first, long long second) {
+          const std::lock_guard guard(m_mutex);
+          m_messages.emplace_back(message, first, second);
+        }) {}
   std::vector<Message> Messages() {
     const std::lock_guard guard(m_mutex);
     return m_messages;
@@ -70,8 +71,7 @@ class Mailbox {
 // The system's threads, each of which tells its very end: also one that the worker has let go.
 class WatchedThreads final : public PlatformThreads {
  public:
-  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
-                                                  std::size_t stackSize) override {
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) override {
     return System().CreateSuspended(
         [this, function = std::move(function)] {
           function();
@@ -106,9 +106,7 @@ TEST(BaseWorkerThread, BeginsWithAllFieldsZero) {
   EXPECT_EQ(worker.GetNotifyWnd(), nullptr);
 }
 
-TEST(BaseWorkerThread, ItsDestructorIsNotVirtual) {
-  EXPECT_FALSE(std::has_virtual_destructor_v<BaseWorkerThread>);
-}
+TEST(BaseWorkerThread, ItsDestructorIsNotVirtual) { EXPECT_FALSE(std::has_virtual_destructor_v<BaseWorkerThread>); }
 
 TEST(BaseWorkerThread, RepeatsItsPassUntilItIsStopped) {
   PlatformEvent hundred;
@@ -260,9 +258,7 @@ TEST(BaseWorkerThread, TheThreadFunctionReturnsAtOnceWhenTheEndFlagIsSet) {
   EXPECT_EQ(worker.Passes(), 0);
 }
 
-TEST(BaseWorkerThread, TheThreadFunctionIgnoresNull) {
-  EXPECT_EQ(BaseWorkerThread::BaseWorkerThreadFunction(nullptr), 0u);
-}
+TEST(BaseWorkerThread, TheThreadFunctionIgnoresNull) { EXPECT_EQ(BaseWorkerThread::BaseWorkerThreadFunction(nullptr), 0u); }
 
 // --- What is asked of the platform ----------------------------------------------------------------------------------
 

@@ -208,10 +208,11 @@ TEST(ParallelProcessor, SumsWhatOverridesGiveAndClampsTheSumAlone) {
     double m_progress;
   };
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  const std::vector<std::pair<std::vector<double>, double>> rows = {
-      {{3.0, -2.5}, 0.5},         {{-1.0, 0.5}, 0.0},
-      {{0.5, kInfinity}, 1.0},    {{kInfinity, -kInfinity}, 0.0},
-      {{0.5, std::numeric_limits<double>::quiet_NaN()}, 0.0}};
+  const std::vector<std::pair<std::vector<double>, double>> rows = {{{3.0, -2.5}, 0.5},
+                                                                    {{-1.0, 0.5}, 0.0},
+                                                                    {{0.5, kInfinity}, 1.0},
+                                                                    {{kInfinity, -kInfinity}, 0.0},
+                                                                    {{0.5, std::numeric_limits<double>::quiet_NaN()}, 0.0}};
   for (const auto& [parts, sum] : rows) {
     ParallelProcessor all;
     for (const double part : parts) all.AddProcessor(new Odd(part));

@@ -17,12 +17,8 @@
 // Who is inside and who waits, read from the lock's word.
 struct ReadWriteLockerPeer {
   static unsigned int Readers(const ReadWriteLocker& locker) { return locker.m_state / ReadWriteLocker::kReader; }
-  static bool WriterHasCome(const ReadWriteLocker& locker) {
-    return (locker.m_state & ReadWriteLocker::kWriter) != 0;
-  }
-  static bool SomebodyWaitsForTheWriter(const ReadWriteLocker& locker) {
-    return (locker.m_state & ReadWriteLocker::kWaiting) != 0;
-  }
+  static bool WriterHasCome(const ReadWriteLocker& locker) { return (locker.m_state & ReadWriteLocker::kWriter) != 0; }
+  static bool SomebodyWaitsForTheWriter(const ReadWriteLocker& locker) { return (locker.m_state & ReadWriteLocker::kWaiting) != 0; }
   static bool IsFree(const ReadWriteLocker& locker) { return locker.m_state == 0; }
 };
 

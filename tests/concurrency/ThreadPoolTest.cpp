@@ -58,8 +58,7 @@ class OrderedThreads final : public PlatformThreads {
     const int m_number;
   };
 
-  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
-                                                  std::size_t stackSize) override {
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) override {
     return std::make_unique<Watched>(System().CreateSuspended(std::move(function), priority, stackSize), log, ++m_made);
   }
   unsigned long CurrentId() override { return System().CurrentId(); }

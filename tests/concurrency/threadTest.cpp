@@ -37,9 +37,7 @@ class Token {
 // No room for anything.
 class ExhaustedThreads final : public PlatformThreads {
  public:
-  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()>, int, std::size_t) override {
-    throw std::bad_alloc();
-  }
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()>, int, std::size_t) override { throw std::bad_alloc(); }
   unsigned long CurrentId() override { return System().CurrentId(); }
   void NameThread(unsigned long, const std::string&) override {}
 };

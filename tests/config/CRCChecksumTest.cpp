@@ -170,8 +170,7 @@ TEST_P(EachWay, EqualsTheDefinitionAtAllLengthsAndAlignments) {
     const auto start = static_cast<unsigned int>(random());
     unsigned int expected = start;
     for (std::size_t size = 0; size <= kLongest; ++size) {
-      ASSERT_EQ(UpdateCrc32By(GetParam(), start, bytes.data() + offset, size), expected)
-          << "size " << size << " offset " << offset;
+      ASSERT_EQ(UpdateCrc32By(GetParam(), start, bytes.data() + offset, size), expected) << "size " << size << " offset " << offset;
       expected = BitByBit(expected, bytes.data() + offset + size, 1);
     }
   }
@@ -183,8 +182,7 @@ TEST_P(EachWay, EqualsTheDefinitionAtLongerLengths) {
   for (int i = 0; i < 40; ++i) {
     const std::size_t offset = random() % 64;
     const std::size_t size = random() % (bytes.size() - offset);
-    ASSERT_EQ(UpdateCrc32By(GetParam(), kStart, bytes.data() + offset, size),
-              BitByBit(kStart, bytes.data() + offset, size))
+    ASSERT_EQ(UpdateCrc32By(GetParam(), kStart, bytes.data() + offset, size), BitByBit(kStart, bytes.data() + offset, size))
         << "size " << size << " offset " << offset;
   }
 }
@@ -224,8 +222,7 @@ TEST_P(EachWay, ReadsNoByteOutsideTheBlock) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(CRCChecksum, EachWay,
-                         testing::Values(Crc32Way::Portable, Crc32Way::Fold128, Crc32Way::Fold512),
+INSTANTIATE_TEST_SUITE_P(CRCChecksum, EachWay, testing::Values(Crc32Way::Portable, Crc32Way::Fold128, Crc32Way::Fold512),
                          [](const auto& way) {
                            if (way.param == Crc32Way::Portable) return std::string("Portable");
                            return std::string(way.param == Crc32Way::Fold128 ? "Fold128" : "Fold512");
@@ -246,9 +243,7 @@ TEST(CRCChecksum, SumsOfDifferencesCombine) {
     const auto b = RandomBytes(777, seed + 100);
     std::vector<unsigned char> both(a.size());
     for (std::size_t i = 0; i < a.size(); ++i) both[i] = static_cast<unsigned char>(a[i] ^ b[i]);
-    const auto fromZero = [](const std::vector<unsigned char>& bytes) {
-      return UpdateCrc32(0, bytes.data(), bytes.size());
-    };
+    const auto fromZero = [](const std::vector<unsigned char>& bytes) { return UpdateCrc32(0, bytes.data(), bytes.size()); };
     EXPECT_EQ(fromZero(a) ^ fromZero(b), fromZero(both));
   }
 }

@@ -89,10 +89,10 @@ TEST(FileObjectEquality, IsNotSymmetricWhenAChecksumStandsInForASection) {
 TEST(FileObjectEquality, SectionsKeysAndValuesAreComparedExactly) {
   const FileObject a = Read("[A]\nk=1\nl=\n[B]\n");
   EXPECT_TRUE(a == Read("[B]\n[A]\nl=\nk=1\n"));
-  for (const char* const other : {
-           "", "[A]\nk=1\nl=\n", "[A]\nk=1\nl=\n[C]\n", "[a]\nk=1\nl=\n[B]\n", "[A]\nK=1\nl=\n[B]\n", "[A]\nk=1\n[B]\n",
-           "[A]\nk=1\nl=\nm=\n[B]\n", "[A]\nk=2\nl=\n[B]\n", "[A]\nk=1\nm=\n[B]\n", "[A]\nk=1 1\nl=\n[B]\n",
-           "[A]\nk=1\nl=1\n[B]\n", "[A]\nk=1\nl=\n[B]\nx=1\n", "[A]\nk=1\nl=\n[B]\n[C]\n"}) {
+  for (const char* const other :
+       {"", "[A]\nk=1\nl=\n", "[A]\nk=1\nl=\n[C]\n", "[a]\nk=1\nl=\n[B]\n", "[A]\nK=1\nl=\n[B]\n", "[A]\nk=1\n[B]\n",
+        "[A]\nk=1\nl=\nm=\n[B]\n", "[A]\nk=2\nl=\n[B]\n", "[A]\nk=1\nm=\n[B]\n", "[A]\nk=1 1\nl=\n[B]\n", "[A]\nk=1\nl=1\n[B]\n",
+        "[A]\nk=1\nl=\n[B]\nx=1\n", "[A]\nk=1\nl=\n[B]\n[C]\n"}) {
     EXPECT_FALSE(a == Read(other)) << other;
     EXPECT_FALSE(Read(other) == a) << other;
     EXPECT_TRUE(a != Read(other)) << other;
@@ -162,10 +162,7 @@ TEST(FileObjectEquality, ObjectsOfASubclassCompareAsStores) {
 
 TEST(FileObjectDifference, TheThreeOperationsBesideThePlainCopy) {
   EXPECT_EQ(DifferenceOf(Read("[A]\nx=2\ny=3\n"), Read("[A]\nx=1\nz=4\n")),
-            (Picture{{"A", {{"x", "2"}, {"y", "3"}}},
-                     {"add.A", {{"y", "3"}}},
-                     {"change.A", {{"x", "2"}}},
-                     {"remove.A", {{"z", "4"}}}}));
+            (Picture{{"A", {{"x", "2"}, {"y", "3"}}}, {"add.A", {{"y", "3"}}}, {"change.A", {{"x", "2"}}}, {"remove.A", {{"z", "4"}}}}));
 }
 
 TEST(FileObjectDifference, OfAFileAndItselfHasThePlainCopiesOnly) {
@@ -218,14 +215,12 @@ TEST(FileObjectDifference, AValueWithTheFlagChangesByItselfAndIsNotReported) {
     const char* value;
     bool reported;
   } rows[] = {
-      {"@tr.x", "8192, 1", false}, {"@tr.x", "8193, 1", false},      {"@tr.x", "1, 2", true},
-      {"@tr.x", "abc", true},      {"@tr.x", "", true},              {"@tr.x", "0x2000", true},
-      {"@tr.x", "8192abc", false}, {"@tr.x", "  +8192 ,1", false},   {"@tr.x", "1, 8192", true},
-      {"@tr.x", ",8192", true},    {"@tr.x", "16384", true},         {"@tr.x", "16383", false},
-      {"@tr.x", "-1", false},      {"@tr.x", "4294975488", false},   {"@tr.x", "4294967296", true},
-      {"@tr.x", "8192", false},    {"@tr.", "8192", false},          {"@tr", "8192", true},
-      {"@TR.x", "8192", true},     {"x@tr.", "8192", true},          {"x", "8192, 1", true},
-      {"@tr.x", "- 8192", true},   {"@tr.x", "8 192", true},         {"@tr.x", "12288", false},
+      {"@tr.x", "8192, 1", false}, {"@tr.x", "8193, 1", false},    {"@tr.x", "1, 2", true},       {"@tr.x", "abc", true},
+      {"@tr.x", "", true},         {"@tr.x", "0x2000", true},      {"@tr.x", "8192abc", false},   {"@tr.x", "  +8192 ,1", false},
+      {"@tr.x", "1, 8192", true},  {"@tr.x", ",8192", true},       {"@tr.x", "16384", true},      {"@tr.x", "16383", false},
+      {"@tr.x", "-1", false},      {"@tr.x", "4294975488", false}, {"@tr.x", "4294967296", true}, {"@tr.x", "8192", false},
+      {"@tr.", "8192", false},     {"@tr", "8192", true},          {"@TR.x", "8192", true},       {"x@tr.", "8192", true},
+      {"x", "8192, 1", true},      {"@tr.x", "- 8192", true},      {"@tr.x", "8 192", true},      {"@tr.x", "12288", false},
   };
   for (const auto& row : rows) {
     Picture expected{{"A", {{row.key, row.value}}}};
@@ -256,9 +251,8 @@ TEST(FileObjectDifference, TakesTheFileNameOfTheNewerAndIsNotEmptiedFirst) {
   EXPECT_TRUE(newer.GetDifference(older, difference));
   EXPECT_EQ(difference.GetFileName(), "newer.ini");
   EXPECT_EQ(difference.GetExtraInfo(), (std::vector<std::string>{"kept"}));
-  EXPECT_EQ(PictureOf(difference), (Picture{{"A", {{"old", "1"}, {"k", "2"}}},
-                                            {"change.A", {{"k", "2"}, {"old", "1"}}},
-                                            {"remove.Z", {{"z", "1"}}}}));
+  EXPECT_EQ(PictureOf(difference),
+            (Picture{{"A", {{"old", "1"}, {"k", "2"}}}, {"change.A", {{"k", "2"}, {"old", "1"}}}, {"remove.Z", {{"z", "1"}}}}));
   EXPECT_EQ(older.GetFileName(), "older.ini");
 }
 
@@ -423,12 +417,35 @@ TEST(FileObjectApplyDifference, TheNameIsSplitAtTheFirstTwoDotsAndTrimmed) {
     const char* name;
     const char* target;  // null: no operation
   } rows[] = {
-      {"add.A", "A"},         {"change.A", "A"},     {" add .A", "A"},       {"add. A ", "A"},      {"\tchange\v.\nA\r", "A"},
-      {"add.", ""},           {"add. ", ""},         {"add..A", ""},         {"add.My.Section", "My"}, {"add.A.", "A"},
-      {"add.add.B", "add"},   {"add.Checksum", "Checksum"}, {"add.a b", "a b"}, {"add.[", "["},
-      {"add", nullptr},       {"change", nullptr},   {"", nullptr},          {".", nullptr},        {".add.A", nullptr},
-      {"Add.A", nullptr},     {"ADD.A", nullptr},    {"added.A", nullptr},   {"x.add.A", nullptr},  {"changes.A", nullptr},
-      {"a dd.A", nullptr},    {"A", nullptr},        {"A.B", nullptr},       {"..", nullptr},       {"Checksum", nullptr},
+      {"add.A", "A"},
+      {"change.A", "A"},
+      {" add .A", "A"},
+      {"add. A ", "A"},
+      {"\tchange\v.\nA\r", "A"},
+      {"add.", ""},
+      {"add. ", ""},
+      {"add..A", ""},
+      {"add.My.Section", "My"},
+      {"add.A.", "A"},
+      {"add.add.B", "add"},
+      {"add.Checksum", "Checksum"},
+      {"add.a b", "a b"},
+      {"add.[", "["},
+      {"add", nullptr},
+      {"change", nullptr},
+      {"", nullptr},
+      {".", nullptr},
+      {".add.A", nullptr},
+      {"Add.A", nullptr},
+      {"ADD.A", nullptr},
+      {"added.A", nullptr},
+      {"x.add.A", nullptr},
+      {"changes.A", nullptr},
+      {"a dd.A", nullptr},
+      {"A", nullptr},
+      {"A.B", nullptr},
+      {"..", nullptr},
+      {"Checksum", nullptr},
   };
   for (const auto& row : rows) {
     const FileObject difference = FromPicture({{row.name, {{"k", "v"}}}});
@@ -475,8 +492,8 @@ TEST(FileObjectApplyDifference, ADottedSectionLosesWhatStandsBehindItsDot) {
 }
 
 TEST(FileObjectApplyDifference, AnObjectMayBeAppliedToItself) {
-  const Picture items{{"A", {{"x", "1"}, {"y", "1"}}}, {"B", {{"z", "1"}}},          {"add.A", {{"n", "2"}}},
-                      {"change.New", {{"k", "3"}}},    {"remove.A", {{"y", "1"}}},   {"remove.B", {{"z", "1"}}},
+  const Picture items{{"A", {{"x", "1"}, {"y", "1"}}}, {"B", {{"z", "1"}}},        {"add.A", {{"n", "2"}}},
+                      {"change.New", {{"k", "3"}}},    {"remove.A", {{"y", "1"}}}, {"remove.B", {{"z", "1"}}},
                       {"add.add.B", {{"m", "4"}}},     {"change.", {{"e", "5"}}}};
   FileObject settings = FromPicture(items);
   FileObject expected = FromPicture(items);
@@ -588,9 +605,8 @@ TEST(FileObjectDifference, CarriesACustomisedFileOverToANewReleaseThroughFiles) 
 
   FileObject release2 = Read("; defaults\n[Units]\nDepth=fm\nSpeed=kn\nArea=m2\n[Old]\nk=2\nl=3\n");
   EXPECT_TRUE(release2.ApplyDifference(difference));
-  EXPECT_EQ(PictureOf(release2), (Picture{{"Units", {{"Depth", "fm"}, {"Speed", "m/s"}, {"Area", "m2"}}},
-                                          {"Old", {{"l", "3"}}},
-                                          {"Own", {{"k", "v"}}}}));
+  EXPECT_EQ(PictureOf(release2),
+            (Picture{{"Units", {{"Depth", "fm"}, {"Speed", "m/s"}, {"Area", "m2"}}}, {"Old", {{"l", "3"}}}, {"Own", {{"k", "v"}}}}));
   // A second time the removed key is missing.
   EXPECT_FALSE(release2.ApplyDifference(difference));
 }
@@ -602,8 +618,9 @@ class RandomStores {
 
   void Fill(FileObject& settings) {
     static const std::vector<std::string> plain = {"A", "B", "C", "", "add", "Two words"};
-    static const std::vector<std::string> hostile = {"A", "B", "add.A", "add.", "add.A.B", "change.A", "remove.B", "remove", ".",
-                                                     " add .A", "My.Section", "Checksum", "add.remove.A", " A ", "@tr.A"};
+    static const std::vector<std::string> hostile = {"A",          "B",        "add.A",        "add.", "add.A.B",
+                                                     "change.A",   "remove.B", "remove",       ".",    " add .A",
+                                                     "My.Section", "Checksum", "add.remove.A", " A ",  "@tr.A"};
     static const std::vector<std::string> keys = {"k", "l", "m", "n", "K", "", "@tr.x", "@tr.y"};
     static const std::vector<std::string> values = {"1", "2", "", "8192", "8193, 1", "1, 8192", "abc", "-1", "0x2000"};
     settings.FileClose();
@@ -615,7 +632,8 @@ class RandomStores {
       const int items = Below(6) + (m_hostile ? 0 : 1);
       for (int j = 0; j < items; ++j) {
         const int key = Below(static_cast<int>(keys.size()) - (m_hostile ? 0 : 2));
-        settings.SetItem(name, keys[static_cast<std::size_t>(key)], values[static_cast<std::size_t>(Below(static_cast<int>(values.size())))], true);
+        settings.SetItem(name, keys[static_cast<std::size_t>(key)],
+                         values[static_cast<std::size_t>(Below(static_cast<int>(values.size())))], true);
       }
     }
   }

@@ -157,9 +157,7 @@ TEST(FileObjectItems, DoublesHaveTheLeastDecimals) {
   EXPECT_EQ(Stored(1e15), "1000000000000000");
 }
 
-TEST(FileObjectItems, AVerySmallDoubleIsStoredAsZerosAndLost) {
-  EXPECT_EQ(Stored(1e-20), "0.0000000000000000");
-}
+TEST(FileObjectItems, AVerySmallDoubleIsStoredAsZerosAndLost) { EXPECT_EQ(Stored(1e-20), "0.0000000000000000"); }
 
 TEST(FileObjectItems, ADoubleThatIsNotFiniteDoesNotReadBack) {
   EXPECT_EQ(Stored(std::nan("")), "nan");
@@ -172,8 +170,8 @@ TEST(FileObjectItems, ADoubleThatIsNotFiniteDoesNotReadBack) {
 TEST(FileObjectItems, DoublesAgreeWithTheFormatTheyAreNamedAfter) {
   std::mt19937_64 random(5);
   for (int i = 0; i < 5000; ++i) {
-    const double value = std::ldexp(static_cast<double>(static_cast<long long>(random())), -static_cast<int>(random() % 80)) /
-                         (i % 2 == 0 ? 1.0 : 1000.0);
+    const double value =
+        std::ldexp(static_cast<double>(static_cast<long long>(random())), -static_cast<int>(random() % 80)) / (i % 2 == 0 ? 1.0 : 1000.0);
     int decimals = 0;
     double v = std::fabs(value);
     for (; decimals < 16; ++decimals, v *= 10) {
@@ -364,8 +362,15 @@ TEST(FileObjectItems, AllTypedFormsEndInTheVirtualOne) {
   settings.SetItem("A", "8", 8ULL, true);
   settings.SetItem("A", "9", "9", true);
   EXPECT_EQ(settings.sets, 9);
-  EXPECT_EQ(ItemsOf(settings, "A"), (Items{{"1", "<1>"}, {"2", "<2>"}, {"3", "<3>"}, {"4", "<4, 0, 0>"}, {"5", "<1>"},
-                                           {"6", "<6.5>"}, {"7", "<7>"}, {"8", "<8>"}, {"9", "<9>"}}));
+  EXPECT_EQ(ItemsOf(settings, "A"), (Items{{"1", "<1>"},
+                                           {"2", "<2>"},
+                                           {"3", "<3>"},
+                                           {"4", "<4, 0, 0>"},
+                                           {"5", "<1>"},
+                                           {"6", "<6.5>"},
+                                           {"7", "<7>"},
+                                           {"8", "<8>"},
+                                           {"9", "<9>"}}));
 }
 
 TEST(FileObjectItems, EveryOperationStoresStatus0BeforeItsOwn) {

@@ -34,11 +34,14 @@ TEST(FileObjectRead, ExtraLinesAreKeptRaw) {
 }
 
 TEST(FileObjectRead, HeadsOfAllKinds) {
-  const struct { const char* line; const char* name; } rows[] = {
-      {"[A]", "A"}, {"[ A ] trailing", "A"}, {"[A", ""}, {"[]", ""}, {"[", ""}, {"  \t[A]", "A"}, {"[A]b]", "A]b"},
-      {"[[A]]", "[A]"}, {"[a=b]", "a=b"}, {"[A] // c", "A"}, {"[A // c]", ""}, {"[http://x]", ""}, {"[A]]", "A]"},
-      {"[;A]", ";A"}, {"[A b]", "A b"}, {"[\tA\v]", "A"}, {"[A]=5", "A"}, {"]A[]", "(none)"}, {";[A]", "(none)"},
-      {"//[A]", "(none)"}, {"x[A]", "(none)"}, {" ;[A]", "(none)"},
+  const struct {
+    const char* line;
+    const char* name;
+  } rows[] = {
+      {"[A]", "A"},       {"[ A ] trailing", "A"}, {"[A", ""},         {"[]", ""},          {"[", ""},        {"  \t[A]", "A"},
+      {"[A]b]", "A]b"},   {"[[A]]", "[A]"},        {"[a=b]", "a=b"},   {"[A] // c", "A"},   {"[A // c]", ""}, {"[http://x]", ""},
+      {"[A]]", "A]"},     {"[;A]", ";A"},          {"[A b]", "A b"},   {"[\tA\v]", "A"},    {"[A]=5", "A"},   {"]A[]", "(none)"},
+      {";[A]", "(none)"}, {"//[A]", "(none)"},     {"x[A]", "(none)"}, {" ;[A]", "(none)"},
   };
   for (const auto& row : rows) {
     FileObject settings;
@@ -62,7 +65,10 @@ TEST(FileObjectRead, DoubleSlashCutsSectionHeadsToo) {
 }
 
 TEST(FileObjectRead, LinesInASection) {
-  const struct { const char* line; Items items; } rows[] = {
+  const struct {
+    const char* line;
+    Items items;
+  } rows[] = {
       {"path = a//b", {{"path", "a"}}},
       {"=5", {}},
       {"  =5", {}},
@@ -135,10 +141,15 @@ TEST(FileObjectRead, ReadingEmptiesTheObjectFirst) {
 }
 
 TEST(FileObjectRead, LineEnds) {
-  const struct { std::string text; Lines extra; } rows[] = {
-      {"a\nb", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}}, {"\n", {""}}, {"\n\n", {"", ""}}, {"a\rb\n", {"a\rb"}},
-      {"a\r\r\n", {"a\r"}}, {"a\r", {"a\r"}}, {"\r\n", {""}}, {"\r", {"\r"}},
-      {std::string("a\0b\n", 4), {std::string("a\0b", 3)}},
+  const struct {
+    std::string text;
+    Lines extra;
+  } rows[] = {
+      {"a\nb", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}},
+      {"\n", {""}},         {"\n\n", {"", ""}},
+      {"a\rb\n", {"a\rb"}}, {"a\r\r\n", {"a\r"}},
+      {"a\r", {"a\r"}},     {"\r\n", {""}},
+      {"\r", {"\r"}},       {std::string("a\0b\n", 4), {std::string("a\0b", 3)}},
   };
   for (const auto& row : rows) {
     FileObject settings;
@@ -173,8 +184,28 @@ TEST(FileObjectRead, ALineOfManyBlocksAndAMillionKeysAreRead) {
 
 // Texts put together from the pieces that matter; the second reader must agree on every one.
 TEST(FileObjectRead, AgreesWithASecondReaderOnRandomTexts) {
-  static const std::string pieces[] = {"[", "]", "=", ";", "/", "//", " ", "\t", "\r", "\n", "\n", "\r\n", "\n[A]\n", "\n[B] x\n",
-                                       "a", "b", "k = v", "\nk=", std::string(1, '\0'), "\xEF\xBB\xBF", "\v", "Checksum"};
+  static const std::string pieces[] = {"[",
+                                       "]",
+                                       "=",
+                                       ";",
+                                       "/",
+                                       "//",
+                                       " ",
+                                       "\t",
+                                       "\r",
+                                       "\n",
+                                       "\n",
+                                       "\r\n",
+                                       "\n[A]\n",
+                                       "\n[B] x\n",
+                                       "a",
+                                       "b",
+                                       "k = v",
+                                       "\nk=",
+                                       std::string(1, '\0'),
+                                       "\xEF\xBB\xBF",
+                                       "\v",
+                                       "Checksum"};
   int heads = 0;
   for (unsigned int seed = 1; seed <= 3000; ++seed) {
     std::mt19937 random(seed);

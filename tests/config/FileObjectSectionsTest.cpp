@@ -217,10 +217,24 @@ TEST(FileObjectSections, MakeEmptyKeepsTheFileName) {
 }
 
 TEST(FileObjectSections, GetFileTitleCutsAtTheLastDotEvenOfAFolder) {
-  const struct { const char* name; const char* title; } rows[] = {
-      {"", ""}, {"a", "a"}, {"a.ini", "a"}, {"C:\\x\\a.ini", "a"}, {"C:a.ini", "a"}, {"C:\\a.b\\file", "a"},
-      {".ini", ".ini"}, {"a.b.c", "a.b"}, {"C:\\x\\.ini", ""}, {"/tmp/a.ini", "/tmp/a"}, {"C:\\x\\", ""}, {"..", "."},
-      {"a:b\\c:d.e", "d"}, {"C:\\a:b\\c", "c"},
+  const struct {
+    const char* name;
+    const char* title;
+  } rows[] = {
+      {"", ""},
+      {"a", "a"},
+      {"a.ini", "a"},
+      {"C:\\x\\a.ini", "a"},
+      {"C:a.ini", "a"},
+      {"C:\\a.b\\file", "a"},
+      {".ini", ".ini"},
+      {"a.b.c", "a.b"},
+      {"C:\\x\\.ini", ""},
+      {"/tmp/a.ini", "/tmp/a"},
+      {"C:\\x\\", ""},
+      {"..", "."},
+      {"a:b\\c:d.e", "d"},
+      {"C:\\a:b\\c", "c"},
   };
   for (const auto& row : rows) {
     FileObject settings;

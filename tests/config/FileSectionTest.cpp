@@ -123,9 +123,16 @@ TEST(FileSection, TypedItems) {
   EXPECT_TRUE(section.SetItem("bool", true));
   EXPECT_TRUE(section.SetItem("double", 2.5));
   EXPECT_TRUE(section.SetItem("float", 0.5F));
-  EXPECT_EQ(PictureOf(section), (Picture{{"", {{"text", "literal"}, {"string", "s"}, {"null", ""}, {"int", "-1"},
-                                              {"unsigned", "4294967295"}, {"long", "4294967296"}, {"bool", "1"},
-                                              {"double", "2.5"}, {"float", "0.5"}}}}));
+  EXPECT_EQ(PictureOf(section), (Picture{{"",
+                                          {{"text", "literal"},
+                                           {"string", "s"},
+                                           {"null", ""},
+                                           {"int", "-1"},
+                                           {"unsigned", "4294967295"},
+                                           {"long", "4294967296"},
+                                           {"bool", "1"},
+                                           {"double", "2.5"},
+                                           {"float", "0.5"}}}}));
   int i = 0;
   unsigned int u = 0;
   long l = 0;

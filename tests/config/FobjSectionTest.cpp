@@ -137,8 +137,7 @@ TEST(FobjSection, DeletingTheItemJustDeliveredLetsTheWalkGoOn) {
   std::string key;
   std::string value;
   std::set<std::string> seen;
-  for (bool more = settings.GetFirstMapEntry(cursor, "S0", key, value); more;
-       more = settings.GetNextMapEntry(cursor, key, value)) {
+  for (bool more = settings.GetFirstMapEntry(cursor, "S0", key, value); more; more = settings.GetNextMapEntry(cursor, key, value)) {
     EXPECT_TRUE(seen.insert(key).second);
     EXPECT_TRUE(settings.DeleteItem("S0", key, false));
   }
@@ -327,8 +326,11 @@ class RandomRun {
 
   void Step() {
     switch (Pick(15)) {
-      case 0: case 1: case 2: Set(); break;
-      case 3: case 4: DeleteItem(); break;
+      case 0:
+      case 1:
+      case 2: Set(); break;
+      case 3:
+      case 4: DeleteItem(); break;
       case 5: DeleteSection(); break;
       case 6: DeleteThroughCursor(); break;
       case 7: Rename(); break;
@@ -336,9 +338,17 @@ class RandomRun {
       case 9: Copy(); break;
       case 10: FirstSection(); break;
       case 11: FirstItem(); break;
-      case 12: if (Pick(40) == 0) Empty(); break;
-      case 13: NextSection(); NextSection(); break;
-      default: NextItem(); NextItem(); break;
+      case 12:
+        if (Pick(40) == 0) Empty();
+        break;
+      case 13:
+        NextSection();
+        NextSection();
+        break;
+      default:
+        NextItem();
+        NextItem();
+        break;
     }
   }
 
@@ -387,9 +397,7 @@ class RandomRun {
     cursor->mapNumber = 0;
   }
 
-  int DeletionStatus(const std::string& name) const {
-    return m_model.sections.empty() ? 2 : m_model.sections.count(name) == 0 ? 4 : 0;
-  }
+  int DeletionStatus(const std::string& name) const { return m_model.sections.empty() ? 2 : m_model.sections.count(name) == 0 ? 4 : 0; }
 
   void DeleteSection() {
     const std::string name = Name();

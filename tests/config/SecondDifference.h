@@ -23,8 +23,7 @@ inline Listing ListingOf(const FileObject& settings) {
     FobjSection cursor;
     std::string key;
     std::string value;
-    for (bool more = settings.GetFirstMapEntry(cursor, name, key, value); more;
-         more = settings.GetNextMapEntry(cursor, key, value)) {
+    for (bool more = settings.GetFirstMapEntry(cursor, name, key, value); more; more = settings.GetNextMapEntry(cursor, key, value)) {
       pairs.emplace_back(key, value);
     }
     listing.emplace_back(name, pairs);

@@ -95,7 +95,8 @@ TEST(SettingsDifference, SectionsKeepTheirTrueNames) {
 
 TEST(SettingsDifference, ListsADifferenceAsItIsApplied) {
   const FileObject older = Read("[A]\nx=1\nz=4\n[My]\nk=0\n");
-  const FileObject difference = Read("[A]\nx=2\n[add.A]\ny=3\n[ change . A ]\nx=2\n[remove.A]\nz=4\n[change.My.Section]\nk=1\n[add]\nq=1\n[other.A]\nq=1\n");
+  const FileObject difference =
+      Read("[A]\nx=2\n[add.A]\ny=3\n[ change . A ]\nx=2\n[remove.A]\nz=4\n[change.My.Section]\nk=1\n[add]\nq=1\n[other.A]\nq=1\n");
   EXPECT_EQ(ListDifference(difference, older), (SettingsChanges{{Kind::Changed, "A", "x", "1", "2"},
                                                                 {Kind::Added, "A", "y", "", "3"},
                                                                 {Kind::Removed, "A", "z", "4", ""},
@@ -104,12 +105,11 @@ TEST(SettingsDifference, ListsADifferenceAsItIsApplied) {
 
 TEST(SettingsDifference, AnotherFileGivesTheOldValuesThatItHas) {
   const FileObject difference = Read("[add.A]\nx=1\n[change.A]\ny=2\n[change.B]\ny=2\n[remove.A]\nz=3\nw=4\n");
-  EXPECT_EQ(ListDifference(difference, Read("[A]\nx=0\nz=9\n[B]\ny=7\n")),
-            (SettingsChanges{{Kind::Removed, "A", "w", "4", ""},
-                             {Kind::Added, "A", "x", "", "1"},
-                             {Kind::Changed, "A", "y", "", "2"},
-                             {Kind::Removed, "A", "z", "9", ""},
-                             {Kind::Changed, "B", "y", "7", "2"}}));
+  EXPECT_EQ(ListDifference(difference, Read("[A]\nx=0\nz=9\n[B]\ny=7\n")), (SettingsChanges{{Kind::Removed, "A", "w", "4", ""},
+                                                                                            {Kind::Added, "A", "x", "", "1"},
+                                                                                            {Kind::Changed, "A", "y", "", "2"},
+                                                                                            {Kind::Removed, "A", "z", "9", ""},
+                                                                                            {Kind::Changed, "B", "y", "7", "2"}}));
 }
 
 TEST(SettingsDifference, SeveralOperationsOnOneItemAreAllListed) {

@@ -59,7 +59,10 @@ TEST(SettingsReport, ACleanTextHasNoFindings) {
 }
 
 TEST(SettingsReport, EachKind) {
-  const struct { std::string text; std::vector<Row> rows; } rows[] = {
+  const struct {
+    std::string text;
+    std::vector<Row> rows;
+  } rows[] = {
       {"[A]\njunk\n", {{2, Kind::NoSeparator, Severity::Loss}}},
       {"[A]\nk//=1\n", {{2, Kind::NoSeparator, Severity::Loss}}},
       {"[A]\n=1\n", {{2, Kind::NoKey, Severity::Loss}}},
@@ -78,8 +81,10 @@ TEST(SettingsReport, EachKind) {
       {"words\n[A]\n", {{1, Kind::TextBeforeSections, Severity::Note}}},
       {"k=1\n[A]\n", {{1, Kind::TextBeforeSections, Severity::Warning}}},
       {"", {{0, Kind::NoSections, Severity::Warning}}},
-      {"\xEF\xBB\xBF; x\n[A]\n", {{1, Kind::TextBeforeSections, Severity::Note}, {1, Kind::ByteOrderMark, Severity::Warning},
-                                    {1, Kind::Utf8Text, Severity::Warning}}},
+      {"\xEF\xBB\xBF; x\n[A]\n",
+       {{1, Kind::TextBeforeSections, Severity::Note},
+        {1, Kind::ByteOrderMark, Severity::Warning},
+        {1, Kind::Utf8Text, Severity::Warning}}},
       {std::string("[A]\nk=\0\n", 8), {{2, Kind::ZeroByte, Severity::Warning}}},
       {"[A]\nk=\x1Bx\n", {{2, Kind::ControlByte, Severity::Warning}}},
       {"[A]\nk=\x7F\n", {{2, Kind::ControlByte, Severity::Warning}}},
@@ -103,18 +108,19 @@ TEST(SettingsReport, Utf16IsALoss) {
 TEST(SettingsReport, Utf8IsToldFromWindows1252ByWholeSequences) {
   for (const std::string text : {"\xC2\xB0", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBD", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF",
                                  "\xC2\xB0\xC2\xB0", "\xC2 \xC2\xB0"}) {
-    EXPECT_EQ(Rows("[A]\nk=" + text + "\n"), (std::vector<Row>{{2, Kind::Utf8Text, Severity::Warning}}))
-        << testing::PrintToString(text);
+    EXPECT_EQ(Rows("[A]\nk=" + text + "\n"), (std::vector<Row>{{2, Kind::Utf8Text, Severity::Warning}})) << testing::PrintToString(text);
   }
-  for (const std::string text : {"\xC1\x80", "\xF5\x80\x80\x80", "\xFF", "\xC2", "\xE2\x82", "\xF0\x9F\x98", "\xC2z", "\xE2\x82z",
-                                 "\xF0\x9F\x98z"}) {
+  for (const std::string text :
+       {"\xC1\x80", "\xF5\x80\x80\x80", "\xFF", "\xC2", "\xE2\x82", "\xF0\x9F\x98", "\xC2z", "\xE2\x82z", "\xF0\x9F\x98z"}) {
     EXPECT_EQ(Rows("[A]\nk=" + text + "\n"), (std::vector<Row>{})) << testing::PrintToString(text);
   }
 }
 
 // The one message of each kind that the text meets, in words.
 TEST(SettingsReport, EveryKindHasItsWords) {
-  const struct { std::string text, said; } rows[] = {
+  const struct {
+    std::string text, said;
+  } rows[] = {
       {"[A]\n=1\n", "dropped, nothing stands before \"=\": \"=1\""},
       {"[A]\nk=1\nk=1\n", "\"k\" of [A] stands here and again with the same value; line 3 wins"},
       {"[A // x\n", "the section head is cut at \"//\"; not read: \"// x\""},
@@ -188,9 +194,7 @@ TEST(SettingsReport, Messages) {
   EXPECT_EQ(SettingsReport::Message(unknown), "t");
 }
 
-TEST(SettingsReport, PercentSignsOfTheTextStay) {
-  EXPECT_EQ(Said("[A]\n%t %s %n\n"), "dropped, there is no \"=\": \"%t %s %n\"");
-}
+TEST(SettingsReport, PercentSignsOfTheTextStay) { EXPECT_EQ(Said("[A]\n%t %s %n\n"), "dropped, there is no \"=\": \"%t %s %n\""); }
 
 TEST(SettingsReport, FindingsAreBoundedAndStillCounted) {
   std::string text = "[A]\n";
@@ -234,8 +238,8 @@ TEST(SettingsReport, ReadsFilesQuietly) {
 
 // The report counts what the store has, and calls a text free of losses only when a second save and reading changes nothing.
 TEST(SettingsReport, AgreesWithTheStoreOnRandomTexts) {
-  static const std::string pieces[] = {"[", "]", "=", ";", "//", " ", "\r", "\n", "\n", "\n[A]\n", "\n[B]\n", "a", "b",
-                                       "k = v", "\nk=", "\nk=w"};
+  static const std::string pieces[] = {"[",  "]",       "=",       ";", "//", " ",     "\r",   "\n",
+                                       "\n", "\n[A]\n", "\n[B]\n", "a", "b",  "k = v", "\nk=", "\nk=w"};
   int clean = 0;
   for (unsigned int seed = 1; seed <= 3000; ++seed) {
     std::mt19937 random(seed);

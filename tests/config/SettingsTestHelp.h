@@ -53,8 +53,7 @@ inline Items ItemsOf(const FileObject& settings, const std::string& section) {
   FobjSection cursor;
   std::string key;
   std::string value;
-  for (bool more = settings.GetFirstMapEntry(cursor, section, key, value); more;
-       more = settings.GetNextMapEntry(cursor, key, value)) {
+  for (bool more = settings.GetFirstMapEntry(cursor, section, key, value); more; more = settings.GetNextMapEntry(cursor, key, value)) {
     items[key] = value;
   }
   return items;

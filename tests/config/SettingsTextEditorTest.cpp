@@ -75,7 +75,11 @@ TEST(SettingsTextEditor, CommentsThatWouldBecomeExtraLinesMoveBelowTheirHead) {
 
 TEST(SettingsTextEditor, Rows) {
   using Editor = SettingsTextEditor;
-  const struct { const char* before; bool (*change)(Editor&); const char* after; } rows[] = {
+  const struct {
+    const char* before;
+    bool (*change)(Editor&);
+    const char* after;
+  } rows[] = {
       {"[A]\nk=1", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\nk=1\nl=2"},
       {"[A]", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\r\nl = 2"},
       {"[A]\n\tk\t=\t1\n", [](Editor& e) { return e.SetItem("A", "l", "2", false); }, "[A]\n\tk\t=\t1\n\tl\t=\t2\n"},
@@ -101,8 +105,7 @@ TEST(SettingsTextEditor, Rows) {
       {"[ ]\n", [](Editor& e) { return e.RenameSection("", "N"); }, "[ N]\n"},
       {"[A  // c\n", [](Editor& e) { return e.RenameSection("", "N"); }, "[N]  // c\n"},
       {"[A]\n[B]\nk=1\n", [](Editor& e) { return e.RenameSection("A", "B"); }, "[B]\n"},
-      {"[A]\nk=1\nk=2\n;c\n[B]\n;d\nl=1\n", [](Editor& e) { return e.CopySection("B", "A"); },
-       "[A]\nk=1\nk=2\n;c\n[B]\nk = 2\n;d\n"},
+      {"[A]\nk=1\nk=2\n;c\n[B]\n;d\nl=1\n", [](Editor& e) { return e.CopySection("B", "A"); }, "[A]\nk=1\nk=2\n;c\n[B]\nk = 2\n;d\n"},
       {"[A]\n ;k=1\n", [](Editor& e) { return e.CopySection("B", "A"); }, "[A]\n ;k=1\n\n[B]\n ;k = 1\n"},
       {"[A]\n;c\n[B]", [](Editor& e) { return e.DeleteSection("A"); }, "[B]\n;c"},
   };
@@ -155,9 +158,10 @@ TEST(SettingsTextEditor, WhatIsMissingIsSaid) {
 class RandomEdit {
  public:
   explicit RandomEdit(unsigned int seed) : m_random(seed) {
-    static const std::string pieces[] = {"\n", "\n", "\r\n", "\r", " ", "//", " // c", ";", "; c\n", "=", "k=v", "k = ", "l = w\n",
-                                         "[", "]", "[A]\n", "\n[A]\n", "\n[B] x\n", "[A//x]\n", "\n;c\n[C]\n", "/", "\n ;k = 1\n",
-                                         "[]", "\n[Checksum]\n"};
+    static const std::string pieces[] = {
+        "\n",      "\n",        "\r\n",     "\r",          " ",       "//",          " // c", ";",
+        "; c\n",   "=",         "k=v",      "k = ",        "l = w\n", "[",           "]",     "[A]\n",
+        "\n[A]\n", "\n[B] x\n", "[A//x]\n", "\n;c\n[C]\n", "/",       "\n ;k = 1\n", "[]",    "\n[Checksum]\n"};
     for (auto i = m_random() % 40; i != 0; --i) m_text += pieces[m_random() % std::size(pieces)];
     m_editor.SetText(m_text);
     ReadFrom(m_store, m_text);
@@ -194,21 +198,17 @@ class RandomEdit {
       case 1:
         return Same(m_editor.SetItem(section, key, value, flag), key[0] == ';' && !m_store.GetItem(section, key, found),
                     [&] { return m_store.SetItem(section, key, value, flag); });
-      case 2:
-        return Same(m_editor.DeleteItem(section, key, flag), false, [&] { return m_store.DeleteItem(section, key, flag); });
+      case 2: return Same(m_editor.DeleteItem(section, key, flag), false, [&] { return m_store.DeleteItem(section, key, flag); });
       case 3:
         return Same(m_editor.RenameItem(section, key, otherKey), otherKey[0] == ';' && key != otherKey, [&] {
           if (!m_store.GetItem(section, key, found)) return false;
           m_store.DeleteItem(section, key, false);
           return m_store.SetItem(section, otherKey, found, true);
         });
-      case 4:
-        return Same(m_editor.DeleteSection(section), false, [&] { return m_store.DeleteSection(section); });
-      case 5:
-        return Same(m_editor.RenameSection(section, other), false, [&] { return m_store.RenameSection(section, other); });
+      case 4: return Same(m_editor.DeleteSection(section), false, [&] { return m_store.DeleteSection(section); });
+      case 5: return Same(m_editor.RenameSection(section, other), false, [&] { return m_store.RenameSection(section, other); });
       default:
-        return Same(m_editor.CopySection(section, other), section == other,
-                    [&] { return m_store.CopySection(section, m_store, other); });
+        return Same(m_editor.CopySection(section, other), section == other, [&] { return m_store.CopySection(section, m_store, other); });
     }
   }
 
@@ -223,9 +223,7 @@ class RandomEdit {
     return edited;
   }
 
-  std::string Story() const {
-    return m_story + "\n" + testing::PrintToString(m_text) + "\n" + testing::PrintToString(m_editor.Text());
-  }
+  std::string Story() const { return m_story + "\n" + testing::PrintToString(m_text) + "\n" + testing::PrintToString(m_editor.Text()); }
 
   std::mt19937 m_random;
   std::string m_text;
@@ -316,15 +314,14 @@ TEST(SettingsTextEditor, CopyFromAnotherStoreGivesExactlyItsItems) {
   SettingsTextEditor editor(kText);
   ASSERT_TRUE(editor.CopySection("Vessel", source, "Old")) << editor.Reason();
   EXPECT_EQ(editor.Text(), Replaced(Replaced(Replaced(kText, "Draught = 2.5   // at the stern\r\n", ""), "Name=Zeehond\r\n", ""),
-                                    "[Vessel]   the first\r\n",
-                                    "[Vessel]   the first\r\nDraught = 9\r\nEmpty = \r\n"));
+                                    "[Vessel]   the first\r\n", "[Vessel]   the first\r\nDraught = 9\r\nEmpty = \r\n"));
   ASSERT_TRUE(editor.CopySection("New", source, "Old"));
   EXPECT_TRUE(editor.Text().ends_with("  Line = 7\r\n\r\n[New]\r\nDraught = 9\r\nEmpty = \r\n"));
 }
 
 TEST(SettingsTextEditor, CopyFromAnotherStoreRefusesWhatWouldNotReadBack) {
-  const std::vector<std::pair<std::string, std::string>> rows = {
-      {"k", "http://x"}, {"k", " 1"}, {"k", "1\n"}, {"", "1"}, {";k", "1"}, {"[k", "1"}, {"a=b", "1"}};
+  const std::vector<std::pair<std::string, std::string>> rows = {{"k", "http://x"}, {"k", " 1"}, {"k", "1\n"}, {"", "1"},
+                                                                 {";k", "1"},       {"[k", "1"}, {"a=b", "1"}};
   for (const auto& [key, value] : rows) {
     FileObject source;
     source.SetItem("A", "good", "1", true);

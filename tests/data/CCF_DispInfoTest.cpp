@@ -17,9 +17,7 @@ CCF_DispInfo Payload(const std::string& group, const std::string& type, const st
   return payload;
 }
 
-std::string Texts(const CCF_DispInfo& payload) {
-  return payload.GetGroup() + "|" + payload.GetType() + "|" + payload.GetName();
-}
+std::string Texts(const CCF_DispInfo& payload) { return payload.GetGroup() + "|" + payload.GetType() + "|" + payload.GetName(); }
 
 TEST(CCF_DispInfo, HoldsThreeTexts) {
   EXPECT_EQ(Texts(CCF_DispInfo()), "||");

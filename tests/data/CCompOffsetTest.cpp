@@ -22,8 +22,14 @@ using Fields = std::tuple<unsigned, unsigned, unsigned, std::string, std::string
 Fields FieldsOf(const CCompOffset& offset) {
   double x = 0, y = 0, z = 0;
   offset.GetOffset(x, y, z);
-  return {offset.GetOffTrackSelection(), offset.GetOffsetType(), offset.GetOffsetVesselId(), offset.GetOffsetName(),
-          offset.GetOffsetDataId().GetKey(), x, y, z};
+  return {offset.GetOffTrackSelection(),
+          offset.GetOffsetType(),
+          offset.GetOffsetVesselId(),
+          offset.GetOffsetName(),
+          offset.GetOffsetDataId().GetKey(),
+          x,
+          y,
+          z};
 }
 
 CCompOffset Sample() {
@@ -43,9 +49,7 @@ TEST(CCompOffset, BeginsAsAnExplicitOffsetOfNothing) {
   EXPECT_EQ(offset.GenerateString(), "2,1,,0,0,0,0,0.000000,0.000000,0.000000");
 }
 
-TEST(CCompOffset, SettersAndGettersAgree) {
-  EXPECT_EQ(FieldsOf(Sample()), Fields(7, 1, 3, "antenna", "5,1,1002,3", 1.5, -2.5, 4.5));
-}
+TEST(CCompOffset, SettersAndGettersAgree) { EXPECT_EQ(FieldsOf(Sample()), Fields(7, 1, 3, "antenna", "5,1,1002,3", 1.5, -2.5, 4.5)); }
 
 TEST(CCompOffset, CopiesTakeEverything) {
   CCompOffset assigned;
@@ -119,11 +123,9 @@ TEST(CCompOffset, TextsByHand) {
       {"blanks before numbers", " 1, 2,n, 4, 5, 6, 7, 8, 9,\t10", true, {7, 1, 2, "n", "4,5,6,7", 8, 9, 10}},
       {"what follows a number", "1x,2 y,n,4 ,5.5,6z,7,8m,9e,10 ", true, {7, 1, 2, "n", "4,5,6,7", 8, 9, 10}},
       {"further items", "1,2,n,4,5,6,7,8,9,10,11,12", true, {7, 1, 2, "n", "4,5,6,7", 8, 9, 10}},
-      {"numbers wrap around", "-1,4294967298,n,65536,-1,65537,7,8,9,10", true,
-       {7, 4294967295u, 2, "n", "0,65535,1,7", 8, 9, 10}},
+      {"numbers wrap around", "-1,4294967298,n,65536,-1,65537,7,8,9,10", true, {7, 4294967295u, 2, "n", "0,65535,1,7", 8, 9, 10}},
       {"exponents", "1,2,n,4,5,6,7,1e3,-1E-2,.5", true, {7, 1, 2, "n", "4,5,6,7", 1000, -0.01, 0.5}},
-      {"a name with a comma shifts the rest", "1,3,A,B,5,1,1002,3,1.5,-2.5,4.5", false,
-       {7, 1, 3, "A", "0,5,1,1002", 3, 1.5, -2.5}},
+      {"a name with a comma shifts the rest", "1,3,A,B,5,1,1002,3,1.5,-2.5,4.5", false, {7, 1, 3, "A", "0,5,1,1002", 3, 1.5, -2.5}},
       {"a type that does not read stays", "x,2,n,4,5,6,7,8,9,10", false, {7, 1, 2, "n", "4,5,6,7", 8, 9, 10}},
       {"a vessel that does not read stays", "2,,n,4,5,6,7,8,9,10", false, {7, 2, 3, "n", "4,5,6,7", 8, 9, 10}},
       {"an identifier's number that does not read is 0", "2,2,n,4,x,,7,8,9,10", false, {7, 2, 2, "n", "4,0,0,7", 8, 9, 10}},
@@ -187,12 +189,9 @@ struct EqualRow {
 };
 
 TEST(CCompOffset, EqualityLooksAtTheFieldsThatCount) {
-  const std::vector<EqualRow> rows = {{0, 1, true, true, false, false, true},
-                                      {0, 2, false, false, false, true, true},
-                                      {0, 3, false, false, true, false, true},
-                                      {1, 1, false, false, true, false, true},
-                                      {1, 2, false, false, true, false, true},
-                                      {1, 7, false, false, true, false, true},
+  const std::vector<EqualRow> rows = {{0, 1, true, true, false, false, true},          {0, 2, false, false, false, true, true},
+                                      {0, 3, false, false, true, false, true},         {1, 1, false, false, true, false, true},
+                                      {1, 2, false, false, true, false, true},         {1, 7, false, false, true, false, true},
                                       {0xFFFFFFFF, 3, false, false, true, false, true}};
   for (const EqualRow& row : rows) {
     CCompOffset offset = Sample();

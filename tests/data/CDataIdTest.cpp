@@ -18,9 +18,7 @@ namespace {
 using Numbers = std::tuple<unsigned, unsigned, unsigned, unsigned>;
 
 // In field order.
-Numbers NumbersOf(const CDataId& id) {
-  return {id.GetDataType(), id.GetGroupId(), id.GetDeviceNum(), id.GetVesselId()};
-}
+Numbers NumbersOf(const CDataId& id) { return {id.GetDataType(), id.GetGroupId(), id.GetDeviceNum(), id.GetVesselId()}; }
 
 TEST(CDataId, BeginsWithZeros) {
   const CDataId id;

@@ -25,8 +25,8 @@ bool Same(const CDataInfoEx& a, const CDataInfoEx& b) {
   return a == b && a.GetDataId().GetKey() == b.GetDataId().GetKey() && a.IsSeparator() == b.IsSeparator() &&
          a.GetUserDescription() == b.GetUserDescription() && a.IsDefaultattribsOn() == b.IsDefaultattribsOn() &&
          first.attrib1 == second.attrib1 && first.attrib2 == second.attrib2 && first.attribText == second.attribText &&
-         first.attribFlag1 == second.attribFlag1 && first.attribFlag2 == second.attribFlag2 &&
-         first.attrib3 == second.attrib3 && a.IsDefaultFmtSet() == b.IsDefaultFmtSet() && a.GetDecimals() == b.GetDecimals();
+         first.attribFlag1 == second.attribFlag1 && first.attribFlag2 == second.attribFlag2 && first.attrib3 == second.attrib3 &&
+         a.IsDefaultFmtSet() == b.IsDefaultFmtSet() && a.GetDecimals() == b.GetDecimals();
 }
 
 TEST(CDataInfoArray, Grows) {

@@ -77,8 +77,7 @@ TEST(CDataInfo, EqualityLooksAtAllSixNumbers) {
   const CDataInfo info(kId, 7, 9);
   EXPECT_TRUE(info == CDataInfo(kId, 7, 9));
   EXPECT_FALSE(info != CDataInfo(kId, 7, 9));
-  for (const CDataInfo& other :
-       {CDataInfo(CDataId(5, 1002, 3, 2), 7, 9), CDataInfo(kId, 8, 9), CDataInfo(kId, 7, 65535)}) {
+  for (const CDataInfo& other : {CDataInfo(CDataId(5, 1002, 3, 2), 7, 9), CDataInfo(kId, 8, 9), CDataInfo(kId, 7, 65535)}) {
     EXPECT_FALSE(info == other);
     EXPECT_TRUE(info != other);
   }
@@ -142,8 +141,7 @@ TEST(CDataInfo, RandomTextsReadAsTheCLibraryReadsThem) {
     std::string text = round % 3 == 0 ? "" : "1,2,3,";
     for (std::size_t left = random() % 12; left > 0; --left) text += alphabet[random() % alphabet.size()];
     unsigned short n[6] = {};
-    const int read = std::max(
-        0, std::sscanf(text.c_str(), "%hu,%hu,%hu,%hu,%hu,%hu", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5]));
+    const int read = std::max(0, std::sscanf(text.c_str(), "%hu,%hu,%hu,%hu,%hu,%hu", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5]));
     CDataInfo expected(CDataId(11, 12, 13, 14), 15, 16);
     CDataInfo info = expected;
     if (read >= 5) expected = CDataInfo(CDataId(n[0], n[2], n[3], n[1]), n[4], read == 6 ? n[5] : 16);

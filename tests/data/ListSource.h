@@ -24,9 +24,7 @@ class ListSource : public XYZDataSource {
     if (atNext) atNext();
     return Deliver(point);
   }
-  double GetPosition() override {
-    return points.empty() ? 1.0 : static_cast<double>(next) / static_cast<double>(points.size());
-  }
+  double GetPosition() override { return points.empty() ? 1.0 : static_cast<double>(next) / static_cast<double>(points.size()); }
   void Change(std::vector<TimePoint> list) {
     points = std::move(list);
     Clear();

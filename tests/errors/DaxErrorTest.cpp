@@ -98,13 +98,10 @@ TEST(DaxError, FallbackFollowsTheInstalledLanguage) {
   EXPECT_EQ(FormatOf(1), "Interpolation error \"Heading\".");
 }
 
-TEST(DaxError, TypeFallsBackOnALiteralWithABlank) {
-  EXPECT_EQ(DaxError("", DaxError::Read, "", true, 0.0).Type(), "Dax Error");
-}
+TEST(DaxError, TypeFallsBackOnALiteralWithABlank) { EXPECT_EQ(DaxError("", DaxError::Read, "", true, 0.0).Type(), "Dax Error"); }
 
 TEST(DaxError, WholeStackGoesIntoTheTextAndNotItsLastPart) {
-  EXPECT_EQ(DaxError("C:\\stacks\\Heading", DaxError::Comp, "f", true, 0.0).Format(),
-            "Computation failed \"C:\\stacks\\Heading\".");
+  EXPECT_EQ(DaxError("C:\\stacks\\Heading", DaxError::Comp, "f", true, 0.0).Format(), "Computation failed \"C:\\stacks\\Heading\".");
 }
 
 TEST(DaxError, StackIsNoFormatAndOfAnyLength) {
@@ -117,8 +114,7 @@ TEST(DaxError, StackIsNoFormatAndOfAnyLength) {
 
 TEST(DaxError, DetailsAreFileSwitchTimeAndStack) {
   const ScopedTimeZone local("UTC0");
-  EXPECT_EQ(DaxError("Heading", DaxError::Read, "C:\\a\\b.raw", false, kTime).Details(),
-            "C:\\a\\b.raw Off 02/13/09 23:31:30.125 Heading");
+  EXPECT_EQ(DaxError("Heading", DaxError::Read, "C:\\a\\b.raw", false, kTime).Details(), "C:\\a\\b.raw Off 02/13/09 23:31:30.125 Heading");
 }
 
 TEST(DaxError, OnHasTwoBlanksBehindIt) {

@@ -261,8 +261,7 @@ class Model {
   };
 
   void Insert(const Row& row) {
-    const auto equal =
-        std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& other) { return other.signature == row.signature; });
+    const auto equal = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& other) { return other.signature == row.signature; });
     if (equal != m_rows.end()) m_rows.erase(equal);
     m_rows.push_back(row);
     std::stable_sort(m_rows.begin(), m_rows.end(), [](const Row& a, const Row& b) { return a.time < b.time; });

@@ -102,8 +102,8 @@ TEST(ErrorMessageFile, WordingsAreOfAnyLengthAndWithAnyPercents) {
   ExpectInChild([] {
     const LanguageFolder computer;
     const std::string longText(100000, 'w');
-    ErrorMessageFile::Get().Open(computer.Folder().Write(
-        "e.ini", "[File Error]\nOpen = %n%d%s%s%s%%%\nRead = " + longText + "%s\nWrite = no place\n"));
+    ErrorMessageFile::Get().Open(
+        computer.Folder().Write("e.ini", "[File Error]\nOpen = %n%d%s%s%s%%%\nRead = " + longText + "%s\nWrite = no place\n"));
     EXPECT_EQ(OpenFormat(), "%n%db.txt%%");
     EXPECT_EQ(FileError("f", FileError::Read).Format(), longText + "f");
     EXPECT_EQ(FileError("f", FileError::Write).Format(), "no place");
@@ -288,9 +288,9 @@ TEST(ErrorMessageFile, WithoutATranslationTheFilesWordingStays) {
     Translator::Instance().SetZELMessageLogger(&logger);
     EXPECT_EQ(OpenFormat(), "Cannot open b.txt");
     EXPECT_EQ(FileError("f", FileError::Open).Type(), "File trouble");
-    EXPECT_EQ(logger.texts, (std::vector<std::string>{
-                                "Translation for key (File Error.Open) in section (ErrorMessages.ini) is empty!",
-                                "Translation for key (FileError.Type) in section (ErrorMessages.ini) could not be found!"}));
+    EXPECT_EQ(logger.texts,
+              (std::vector<std::string>{"Translation for key (File Error.Open) in section (ErrorMessages.ini) is empty!",
+                                        "Translation for key (FileError.Type) in section (ErrorMessages.ini) could not be found!"}));
   });
 }
 

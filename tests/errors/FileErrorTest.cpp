@@ -17,9 +17,7 @@ TEST(FileError, FormatsTheBuiltInTextWithTheNameAfterTheLastBackslash) {
   EXPECT_EQ(FileError("C:\\a\\b.txt", FileError::Write).Format(), "Error writing to \"b.txt\".");
 }
 
-TEST(FileError, DetailsAreTheWholeName) {
-  EXPECT_EQ(FileError("C:\\a\\b.txt", FileError::Open).Details(), "C:\\a\\b.txt");
-}
+TEST(FileError, DetailsAreTheWholeName) { EXPECT_EQ(FileError("C:\\a\\b.txt", FileError::Open).Details(), "C:\\a\\b.txt"); }
 
 TEST(FileError, TypeFallsBackOnALiteral) { EXPECT_EQ(FileError("", FileError::Open).Type(), "File IO Error"); }
 
@@ -27,16 +25,14 @@ TEST(FileError, OnlyTheBackslashSeparates) {
   const struct {
     const char* file;
     const char* name;
-  } rows[] = {{"/tmp/x.txt", "/tmp/x.txt"}, {"C:/a/b", "C:/a/b"}, {"a\\", ""},     {"", ""},
-              {"\\", ""},                   {"\\\\a\\b/c", "b/c"}, {"plain", "plain"}};
+  } rows[] = {{"/tmp/x.txt", "/tmp/x.txt"}, {"C:/a/b", "C:/a/b"}, {"a\\", ""}, {"", ""}, {"\\", ""},
+              {"\\\\a\\b/c", "b/c"},        {"plain", "plain"}};
   for (const auto& row : rows) {
     EXPECT_EQ(FileError(row.file, FileError::Open).Format(), std::string("Error opening \"") + row.name + "\".");
   }
 }
 
-TEST(FileError, NameIsNoFormat) {
-  EXPECT_EQ(FileError("%s%n%d%%.txt", FileError::Open).Format(), "Error opening \"%s%n%d%%.txt\".");
-}
+TEST(FileError, NameIsNoFormat) { EXPECT_EQ(FileError("%s%n%d%%.txt", FileError::Open).Format(), "Error opening \"%s%n%d%%.txt\"."); }
 
 TEST(FileError, NameOfAnyLength) {
   const std::string name(100000, 'n');

@@ -25,8 +25,7 @@ TEST(FileObjectError, TypeAndDetails) {
 }
 
 TEST(FileObjectError, FormWithoutAKeyHasAnEmptyOne) {
-  EXPECT_EQ(FileObjectError("f", "s", FileObjectError::KeyNotFound).Format(),
-            "The key \"\" could not be found in section \"s\" of \"f\".");
+  EXPECT_EQ(FileObjectError("f", "s", FileObjectError::KeyNotFound).Format(), "The key \"\" could not be found in section \"s\" of \"f\".");
   EXPECT_EQ(FileObjectError("f", "s", FileObjectError::KeyNotFound).Signature(),
             FileObjectError("f", "s", "", FileObjectError::KeyNotFound).Signature());
 }

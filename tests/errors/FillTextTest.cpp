@@ -15,32 +15,22 @@ TEST(FillText, Rows) {
     const char* text;
     const char* filled;
   } rows[] = {
-      {"", ""},
-      {"plain", "plain"},
-      {"%s", "one"},
-      {"\"%s\" in \"%s\"", "\"one\" in \"two\""},
-      {"%s%s", "onetwo"},
-      {"%s, %s, %s.", "one, two, ."},  // surplus places give nothing
-      {"none", "none"},                // surplus arguments are dropped
-      {"100%%", "100%"},
-      {"%%s", "%s"},                   // a percent sign, then the letter
-      {"%%%s", "%one"},
-      {"%%%%", "%%"},
-      {"%", "%"},
-      {"%s%", "one%"},
-      {"%%%", "%%"},
-      {"%n%d%5s%S", "%n%d%5s%S"},      // other places stay as they are written
-      {"% s", "% s"},
-      {"%\xB0%s", "%\xB0one"},
+      {"", ""},           {"plain", "plain"},
+      {"%s", "one"},      {"\"%s\" in \"%s\"", "\"one\" in \"two\""},
+      {"%s%s", "onetwo"}, {"%s, %s, %s.", "one, two, ."},  // surplus places give nothing
+      {"none", "none"},                                    // surplus arguments are dropped
+      {"100%%", "100%"},  {"%%s", "%s"},                   // a percent sign, then the letter
+      {"%%%s", "%one"},   {"%%%%", "%%"},
+      {"%", "%"},         {"%s%", "one%"},
+      {"%%%", "%%"},      {"%n%d%5s%S", "%n%d%5s%S"},  // other places stay as they are written
+      {"% s", "% s"},     {"%\xB0%s", "%\xB0one"},
   };
   for (const auto& row : rows) EXPECT_EQ(FillText(row.text, {"one", "two"}), row.filled) << row.text;
 }
 
 TEST(FillText, WithoutArgumentsPlacesVanish) { EXPECT_EQ(FillText("a%sb%%", {}), "ab%"); }
 
-TEST(FillText, ArgumentsAreNotLookedInto) {
-  EXPECT_EQ(FillText("%s%s", {"%s", "%%"}), "%s%%");
-}
+TEST(FillText, ArgumentsAreNotLookedInto) { EXPECT_EQ(FillText("%s%s", {"%s", "%%"}), "%s%%"); }
 
 TEST(FillText, ZeroBytesPassThrough) {
   const std::string text("a\0%s", 4);

@@ -27,8 +27,7 @@ class FixedWording : public ErrorWording {
 
 class WordingGuard {
  public:
-  explicit WordingGuard(FixedWording::Texts texts)
-      : m_former(ErrorWording::Install(std::make_shared<FixedWording>(std::move(texts)))) {}
+  explicit WordingGuard(FixedWording::Texts texts) : m_former(ErrorWording::Install(std::make_shared<FixedWording>(std::move(texts)))) {}
   ~WordingGuard() { ErrorWording::Install(std::move(m_former)); }
   WordingGuard(const WordingGuard&) = delete;
   WordingGuard& operator=(const WordingGuard&) = delete;

@@ -21,7 +21,12 @@ TEST(NumberedTexts, BuiltInTable) {
       {12035, R"(Error opening "%s".)"},
       {12036, R"(Error reading from "%s".)"},
       {12037, R"(Error writing to "%s".)"},
-      {12038, "Error retrieving item \"[%s] - %s\"." "\n" "File in question:" "\n" "\"%s\"."},
+      {12038,
+       "Error retrieving item \"[%s] - %s\"."
+       "\n"
+       "File in question:"
+       "\n"
+       "\"%s\"."},
       {12039, R"(Unknown)"},
       {12040, R"(Section "%s" could not be found in "%s".)"},
       {12041, R"(The key "%s" could not be found in section "%s" of "%s".)"},
@@ -51,7 +56,8 @@ TEST(NumberedTexts, BuiltInTable) {
 TEST(NumberedTexts, TheTwoReadingTextsAreEqual) { EXPECT_EQ(NumberedText(12032), NumberedText(12036)); }
 
 TEST(NumberedTexts, UnknownNumberIsEmpty) {
-  for (const int number : {0, -1, 1, 12029, 12042, 12043, 12046, 12048, 12066, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+  for (const int number :
+       {0, -1, 1, 12029, 12042, 12043, 12046, 12048, 12066, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
     EXPECT_EQ(NumberedText(number), "") << number;
   }
 }

@@ -40,16 +40,11 @@ void ApplyWrite(std::string& file, const DiskChange& change, Fate fate) {
   const auto offset = static_cast<std::size_t>(change.offset);
   const std::size_t half = change.bytes.size() / 2;
   switch (fate) {
-    case Fate::Whole:
-      return Put(file, offset, change.bytes);
-    case Fate::Front:
-      return Put(file, offset, change.bytes.substr(0, half));
-    case Fate::Back:
-      return Put(file, offset + half, change.bytes.substr(half));
-    case Fate::Zeros:
-      return Put(file, offset, std::string(change.bytes.size(), '\0'));
-    case Fate::Lost:
-      return;
+    case Fate::Whole: return Put(file, offset, change.bytes);
+    case Fate::Front: return Put(file, offset, change.bytes.substr(0, half));
+    case Fate::Back: return Put(file, offset + half, change.bytes.substr(half));
+    case Fate::Zeros: return Put(file, offset, std::string(change.bytes.size(), '\0'));
+    case Fate::Lost: return;
   }
 }
 
@@ -72,17 +67,13 @@ std::vector<Step> StepsOf(const DiskContent& before, const std::vector<DiskChang
       if (ForcesOut(changes[later], change)) step.pending = false;
     }
     switch (change.kind) {
-      case Kind::Create:
-        known[change.file] = names[change.path] = std::to_string(change.file);
-        break;
+      case Kind::Create: known[change.file] = names[change.path] = std::to_string(change.file); break;
       case Kind::Rename:
         step.file = names[change.path];
         names[change.target] = step.file;
         names.erase(change.path);
         break;
-      case Kind::Remove:
-        names.erase(change.path);
-        break;
+      case Kind::Remove: names.erase(change.path); break;
       default:
         if (known.count(change.file) == 0) known[change.file] = names.count(change.path) != 0 ? names[change.path] : change.path;
     }
@@ -94,8 +85,7 @@ std::vector<Step> StepsOf(const DiskContent& before, const std::vector<DiskChang
 
 void Apply(Disk& disk, const Step& step, Fate fate) {
   switch (step.change.kind) {
-    case Kind::Write:
-      return ApplyWrite(disk.files[step.file], step.change, fate);
+    case Kind::Write: return ApplyWrite(disk.files[step.file], step.change, fate);
     case Kind::Truncate:
       if (fate == Fate::Whole) disk.files[step.file].resize(static_cast<std::size_t>(step.change.offset), '\0');
       return;
@@ -110,8 +100,7 @@ void Apply(Disk& disk, const Step& step, Fate fate) {
     case Kind::Remove:
       if (fate == Fate::Whole) disk.names.erase(step.change.path);
       return;
-    default:
-      return;
+    default: return;
   }
 }
 

@@ -205,28 +205,25 @@ class FaultRuns {
     for (const Repeat repeat : {Repeat::Once, Repeat::ForEver}) {
       const bool forEver = repeat == Repeat::ForEver;
       const std::string suffix = forEver ? ", for ever" : ", once";
-      for (const Failure& failure : {Failure{"disk full", ENOSPC}, Failure{"I/O error", EIO}, Failure{"no permission", EACCES},
-                                     Failure{"stale handle", ESTALE}}) {
+      for (const Failure& failure :
+           {Failure{"disk full", ENOSPC}, Failure{"I/O error", EIO}, Failure{"no permission", EACCES}, Failure{"stale handle", ESTALE}}) {
         places += EachN<SystemCallFaults>(
-            failure.name + suffix,
-            [&](SystemCallFaults& faults, unsigned long long n) { faults.FailAt(n, failure.error, repeat); }, false, false,
-            forEver);
+            failure.name + suffix, [&](SystemCallFaults& faults, unsigned long long n) { faults.FailAt(n, failure.error, repeat); }, false,
+            false, forEver);
       }
       EachN<SystemCallFaults>(
-          "interrupted" + suffix,
-          [&](SystemCallFaults& faults, unsigned long long n) { faults.InterruptAt(n, repeat); }, true, false, false);
-      EachN<SystemCallFaults>(
-          "short read" + suffix,
-          [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Read, n, repeat); }, true, false,
+          "interrupted" + suffix, [&](SystemCallFaults& faults, unsigned long long n) { faults.InterruptAt(n, repeat); }, true, false,
           false);
       EachN<SystemCallFaults>(
-          "short write" + suffix,
-          [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Write, n, repeat); }, true,
-          false, false);
+          "short read" + suffix, [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Read, n, repeat); },
+          true, false, false);
+      EachN<SystemCallFaults>(
+          "short write" + suffix, [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Write, n, repeat); },
+          true, false, false);
       EachN<SystemCallFaults>(
           "short write, then a full disk" + suffix,
-          [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Write, n, repeat, ENOSPC); },
-          false, false, forEver);
+          [&](SystemCallFaults& faults, unsigned long long n) { faults.ShortenAt(SystemCall::Write, n, repeat, ENOSPC); }, false, false,
+          forEver);
     }
     return places;
   }

@@ -110,8 +110,8 @@ TEST_F(MemoryFaults, ReadingATreeLeavesItEmpty) {
     return document;
   };
   what.run = [&](Document& document) {
-    const std::string text = "<?x?><a n=\"&amp;" + m_long + "\" n=\"2\"><b>" + m_long + "&lt;</b>" + m_long + "<c d=\"1\"><e>" + m_long +
-                             "</e></c></a>";
+    const std::string text =
+        "<?x?><a n=\"&amp;" + m_long + "\" n=\"2\"><b>" + m_long + "&lt;</b>" + m_long + "<c d=\"1\"><e>" + m_long + "</e></c></a>";
     return document.reader.ReadData(text.data(), static_cast<unsigned int>(text.size()));
   };
   what.picture = [](Document& document) { return document.root.Name() + (document.root.HasAttributes() ? "+" : "0"); };

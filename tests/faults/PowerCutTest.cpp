@@ -142,8 +142,7 @@ TEST_F(PowerCut, WorkGoesOnAfterwards) {
 // The states would show it if a save were not made so.
 TEST_F(PowerCut, ASaveThatWritesOverTheFileIsSeenToBreakIt) {
   const FileObject settings = Sample(9000, 'x');
-  const Recording recording =
-      Record("[Old]\r\n", [&] { return settings.FileSave(m_name, CFile::modeCreate | CFile::modeWrite); });
+  const Recording recording = Record("[Old]\r\n", [&] { return settings.FileSave(m_name, CFile::modeCreate | CFile::modeWrite); });
   EXPECT_GT(CountBroken(recording), 100u);
 }
 

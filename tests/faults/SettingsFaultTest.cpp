@@ -22,9 +22,7 @@ constexpr unsigned int kRead = CFile::modeRead | CFile::shareDenyWrite;
 constexpr unsigned int kCreate = CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive;
 
 // More than two blocks of the archive's buffer.
-std::string SampleText() {
-  return "first\r\n[Ship]\r\nname=Noordster\r\ndraught=2.5\r\n[Long]\r\nkey=" + std::string(9000, 'x') + "\r\n";
-}
+std::string SampleText() { return "first\r\n[Ship]\r\nname=Noordster\r\ndraught=2.5\r\n[Long]\r\nkey=" + std::string(9000, 'x') + "\r\n"; }
 
 std::string Shown(const FileObject& settings) {
   std::string text = settings.GetFileName() + (settings.FileInitialised() ? " read\n" : "\n");
@@ -226,8 +224,7 @@ TEST_F(SettingsFaultsLong, TextEditorChangesAndSaves) {
     return editor;
   };
   what.run = [](SettingsTextEditor& editor) {
-    return editor.SetItem("Ship", "draught", "3.5", false) && editor.SetItem("New", "a", "b", true) &&
-           editor.FileSaveReplacing("");
+    return editor.SetItem("Ship", "draught", "3.5", false) && editor.SetItem("New", "a", "b", true) && editor.FileSaveReplacing("");
   };
   what.picture = [&](SettingsTextEditor& editor) { return editor.Text() + m_folder.Read("a.ini"); };
   what.afterFailure = [&](SettingsTextEditor& editor, RunEnd end, const std::string&) {

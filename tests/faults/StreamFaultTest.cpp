@@ -64,8 +64,8 @@ TEST_F(StreamFaultsLong, FileStreamReads) {
   what.prepare = [&] { m_folder.Write(m_short, m_block); };
   what.run = [&](Reader& reader) {
     reader.text.assign(9000, ' ');
-    return reader.stream.Open(m_name.c_str(), false, true) && reader.stream.Read(reader.text.data(), 100) &&
-           reader.stream.Seek(500, 1) && reader.stream.Read(reader.text.data(), 9000);
+    return reader.stream.Open(m_name.c_str(), false, true) && reader.stream.Read(reader.text.data(), 100) && reader.stream.Seek(500, 1) &&
+           reader.stream.Read(reader.text.data(), 9000);
   };
   what.picture = [](Reader& reader) { return StateOf(reader.stream) + reader.text; };
   Run(std::move(what), 30);
@@ -244,8 +244,7 @@ TEST_F(StreamFaultsLong, XmlReads) {
   what.afterFailure = [](Document& document, RunEnd end, const std::string&) {
     if (end != RunEnd::False) return;
     EXPECT_EQ(document.root, XmlElement());
-    EXPECT_TRUE(document.reader.LastReport().fault == XmlFault::CannotOpen ||
-                document.reader.LastReport().fault == XmlFault::CannotRead);
+    EXPECT_TRUE(document.reader.LastReport().fault == XmlFault::CannotOpen || document.reader.LastReport().fault == XmlFault::CannotRead);
   };
   Run(std::move(what), 30);
 }

@@ -64,10 +64,8 @@ bool MayBeInterrupted(SystemCall kind) {
     case SystemCall::Write:
     case SystemCall::Sync:
     case SystemCall::Truncate:
-    case SystemCall::Lock:
-      return true;
-    default:
-      return false;
+    case SystemCall::Lock: return true;
+    default: return false;
   }
 }
 
@@ -125,9 +123,7 @@ Verdict Begin(SystemCall kind) {
       verdict.bytes = fault->bytes;
       if (kind == SystemCall::Write) watch.nextWriteError = fault->error;
       break;
-    case Way::Pretend:
-      verdict.pretends = true;
-      break;
+    case Way::Pretend: verdict.pretends = true; break;
     case Way::Call: {
       const Aside aside;
       fault->function();
@@ -137,8 +133,7 @@ Verdict Begin(SystemCall kind) {
       verdict.dies = true;
       verdict.bytes = fault->bytes;
       break;
-    default:
-      verdict.error = fault->way == Way::Interrupt ? EINTR : fault->error;
+    default: verdict.error = fault->way == Way::Interrupt ? EINTR : fault->error;
   }
   return verdict;
 }
@@ -157,10 +152,10 @@ bool IsRefused(SystemCall kind) {
 }
 
 // The call of that name behind this one.
-#define NEXT(name)                                                                              \
-  ([] {                                                                                         \
-    static const auto next = reinterpret_cast<decltype(&::name)>(::dlsym(RTLD_NEXT, #name));    \
-    return next;                                                                                \
+#define NEXT(name)                                                                           \
+  ([] {                                                                                      \
+    static const auto next = reinterpret_cast<decltype(&::name)>(::dlsym(RTLD_NEXT, #name)); \
+    return next;                                                                             \
   }())
 
 unsigned long long FileNumber(int descriptor) {
@@ -191,8 +186,8 @@ void NoteWrite(int descriptor, const void* bytes, std::size_t size, off_t offset
   const int error = errno;
   {
     const Aside watch;
-    watch->changes.push_back({DiskChange::Kind::Write, FileNumber(descriptor), {}, {}, offset,
-                              std::string(static_cast<const char*>(bytes), size)});
+    watch->changes.push_back(
+        {DiskChange::Kind::Write, FileNumber(descriptor), {}, {}, offset, std::string(static_cast<const char*>(bytes), size)});
   }
   errno = error;
 }
@@ -309,9 +304,7 @@ int open(const char* path, int flags, ...) {
   return descriptor;
 }
 
-ssize_t read(int descriptor, void* buffer, size_t size) {
-  return MayRead(size) ? NEXT(read)(descriptor, buffer, size) : -1;
-}
+ssize_t read(int descriptor, void* buffer, size_t size) { return MayRead(size) ? NEXT(read)(descriptor, buffer, size) : -1; }
 
 ssize_t pread(int descriptor, void* buffer, size_t size, off_t offset) {
   return MayRead(size) ? NEXT(pread)(descriptor, buffer, size, offset) : -1;
@@ -351,21 +344,13 @@ int fsync(int descriptor) {
 }
 
 // Nobody else is about in these tests whom a pause could let pass.
-int nanosleep(const struct timespec* wanted, struct timespec* left) {
-  return t_watch != nullptr ? 0 : NEXT(nanosleep)(wanted, left);
-}
+int nanosleep(const struct timespec* wanted, struct timespec* left) { return t_watch != nullptr ? 0 : NEXT(nanosleep)(wanted, left); }
 
-int stat(const char* path, struct stat* status) noexcept {
-  return IsRefused(SystemCall::Status) ? -1 : NEXT(stat)(path, status);
-}
+int stat(const char* path, struct stat* status) noexcept { return IsRefused(SystemCall::Status) ? -1 : NEXT(stat)(path, status); }
 
-int lstat(const char* path, struct stat* status) noexcept {
-  return IsRefused(SystemCall::Status) ? -1 : NEXT(lstat)(path, status);
-}
+int lstat(const char* path, struct stat* status) noexcept { return IsRefused(SystemCall::Status) ? -1 : NEXT(lstat)(path, status); }
 
-int fstat(int descriptor, struct stat* status) noexcept {
-  return IsRefused(SystemCall::Status) ? -1 : NEXT(fstat)(descriptor, status);
-}
+int fstat(int descriptor, struct stat* status) noexcept { return IsRefused(SystemCall::Status) ? -1 : NEXT(fstat)(descriptor, status); }
 
 int fstatat(int folder, const char* path, struct stat* status, int flags) noexcept {
   return IsRefused(SystemCall::Status) ? -1 : NEXT(fstatat)(folder, path, status, flags);
@@ -393,9 +378,7 @@ int fcntl(int descriptor, int command, ...) {
   return NEXT(fcntl)(descriptor, command, argument);
 }
 
-int fchmod(int descriptor, mode_t mode) noexcept {
-  return IsRefused(SystemCall::Mode) ? -1 : NEXT(fchmod)(descriptor, mode);
-}
+int fchmod(int descriptor, mode_t mode) noexcept { return IsRefused(SystemCall::Mode) ? -1 : NEXT(fchmod)(descriptor, mode); }
 
 int fchown(int descriptor, uid_t owner, gid_t group) noexcept {
   return IsRefused(SystemCall::Owner) ? -1 : NEXT(fchown)(descriptor, owner, group);
@@ -426,13 +409,9 @@ struct dirent* readdir(DIR* folder) {
   return entry;
 }
 
-char* getcwd(char* buffer, size_t size) noexcept {
-  return IsRefused(SystemCall::Folder) ? nullptr : NEXT(getcwd)(buffer, size);
-}
+char* getcwd(char* buffer, size_t size) noexcept { return IsRefused(SystemCall::Folder) ? nullptr : NEXT(getcwd)(buffer, size); }
 
-int statvfs(const char* path, struct statvfs* status) noexcept {
-  return IsRefused(SystemCall::Status) ? -1 : NEXT(statvfs)(path, status);
-}
+int statvfs(const char* path, struct statvfs* status) noexcept { return IsRefused(SystemCall::Status) ? -1 : NEXT(statvfs)(path, status); }
 
 int access(const char* path, int mode) noexcept { return IsRefused(SystemCall::Access) ? -1 : NEXT(access)(path, mode); }
 
@@ -448,9 +427,7 @@ pid_t fork() noexcept { return IsRefused(SystemCall::Process) ? -1 : NEXT(fork)(
 
 int pipe2(int* ends, int flags) noexcept { return IsRefused(SystemCall::Process) ? -1 : NEXT(pipe2)(ends, flags); }
 
-pid_t waitpid(pid_t child, int* status, int options) {
-  return IsRefused(SystemCall::Process) ? -1 : NEXT(waitpid)(child, status, options);
-}
+pid_t waitpid(pid_t child, int* status, int options) { return IsRefused(SystemCall::Process) ? -1 : NEXT(waitpid)(child, status, options); }
 
 int pthread_attr_init(pthread_attr_t* attributes) noexcept {
   return IsRefused(SystemCall::Thread) ? errno : NEXT(pthread_attr_init)(attributes);

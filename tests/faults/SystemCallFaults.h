@@ -13,8 +13,26 @@
 // faccessat; Clock is localtime_r and clock_nanosleep; Process is fork, pipe2 and waitpid; Thread is pthread_attr_init,
 // pthread_attr_setstacksize and pthread_create; Device is isatty and ioctl.
 enum class SystemCall : unsigned int {
-  Open, Read, Write, Seek, Sync, Status, Truncate, Lock, Flags, Mode, Owner, Rename, Remove, Folder, Access, ReadLink, Clock,
-  Process, Thread, Device
+  Open,
+  Read,
+  Write,
+  Seek,
+  Sync,
+  Status,
+  Truncate,
+  Lock,
+  Flags,
+  Mode,
+  Owner,
+  Rename,
+  Remove,
+  Folder,
+  Access,
+  ReadLink,
+  Clock,
+  Process,
+  Thread,
+  Device
 };
 
 // A call that changed something on the disk, or forced it there.

@@ -25,8 +25,7 @@ class SystemFiles : public testing::Test {
  protected:
   std::unique_ptr<PlatformFile> Open(const std::string& path, FileRights access = FileRights::ReadWrite,
                                      FileRights sharing = FileRights::ReadWrite,
-                                     FileDisposition disposition = FileDisposition::OpenExisting,
-                                     PlatformFile* inPlaceOf = nullptr) {
+                                     FileDisposition disposition = FileDisposition::OpenExisting, PlatformFile* inPlaceOf = nullptr) {
     FileOpenRequest request;
     request.path = path;
     request.access = access;

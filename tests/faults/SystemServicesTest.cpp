@@ -105,7 +105,10 @@ TEST(SystemThreads, AThreadThatTheSystemRefusesIsNone) {
   PlatformThreads& threads = PlatformThreads::System();
   const int descriptors = CountOpenDescriptors();
   for (const unsigned long long n : {1, 2, 3}) {
-    EXPECT_EQ(Failing(SystemCall::Thread, EAGAIN, [&] { return threads.CreateSuspended([] {}, 0, 1 << 20); }, n), nullptr) << n;
+    EXPECT_EQ(Failing(
+                  SystemCall::Thread, EAGAIN, [&] { return threads.CreateSuspended([] {}, 0, 1 << 20); }, n),
+              nullptr)
+        << n;
   }
   EXPECT_EQ(CountOpenDescriptors(), descriptors);
 }
@@ -216,9 +219,7 @@ TEST(SystemProcesses, TheShortNameStandsIn) {
   EXPECT_TRUE(withRecords([](SystemCallFaults& calls) { calls.FailAt(SystemCall::Open, 1, EMFILE, Repeat::ForEver); }).empty());
   EXPECT_TRUE(withRecords([](SystemCallFaults& calls) { calls.FailAt(SystemCall::Read, 1, EIO, Repeat::ForEver); }).empty());
   for (const std::size_t bytes : {0, 1}) {
-    EXPECT_TRUE(withRecords([&](SystemCallFaults& calls) {
-                  calls.ShortenAt(SystemCall::Read, 1, Repeat::ForEver, 0, bytes);
-                }).empty())
+    EXPECT_TRUE(withRecords([&](SystemCallFaults& calls) { calls.ShortenAt(SystemCall::Read, 1, Repeat::ForEver, 0, bytes); }).empty())
         << bytes;
   }
   EXPECT_FALSE(withRecords([](SystemCallFaults& calls) { calls.InterruptAt(1, Repeat::ForEver); }).empty());
@@ -277,8 +278,10 @@ TEST_F(SystemHelp, WhatTheSystemRefusesIsNotShown) {
   ExpectInChild([&] {
     EXPECT_TRUE(Show());
     const int descriptors = CountOpenDescriptors();
-    EXPECT_FALSE(Failing(SystemCall::Process, EMFILE, [&] { return Show(); }, 1));  // no pipe
-    EXPECT_FALSE(Failing(SystemCall::Process, EAGAIN, [&] { return Show(); }, 2));  // no process
+    EXPECT_FALSE(Failing(
+        SystemCall::Process, EMFILE, [&] { return Show(); }, 1));  // no pipe
+    EXPECT_FALSE(Failing(
+        SystemCall::Process, EAGAIN, [&] { return Show(); }, 2));  // no process
     EXPECT_EQ(CountOpenDescriptors(), descriptors);
     EXPECT_FALSE(HasChildren());
   });

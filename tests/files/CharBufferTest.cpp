@@ -370,9 +370,7 @@ TEST(CharBuffer, RandomCallsAgreeWithAVector) {
           model.position = model.end = 0;
           break;
         case 3:
-        case 4:
-          ASSERT_EQ(ReadText(buffer, static_cast<int>(size)), model.Read(size));
-          break;
+        case 4: ASSERT_EQ(ReadText(buffer, static_cast<int>(size)), model.Read(size)); break;
         default: {
           std::string text;
           while (text.size() < size) text += static_cast<char>('a' + random() % 26);

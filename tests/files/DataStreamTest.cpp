@@ -100,8 +100,7 @@ TEST(DataStream, BracketedSeekAndReadOfSeveralThreadsDoNotMix) {
         const unsigned int wanted = (round * 7 + thread * 13) % kRecords;
         unsigned int record[4] = {};
         stream.Lock();
-        const bool whole = stream.Seek(static_cast<long long>(wanted * sizeof(record)), 0) &&
-                           stream.Read(record, sizeof(record));
+        const bool whole = stream.Seek(static_cast<long long>(wanted * sizeof(record)), 0) && stream.Read(record, sizeof(record));
         stream.Unlock();
         EXPECT_TRUE(whole);
         for (const unsigned int number : record) EXPECT_EQ(number, wanted);

@@ -46,8 +46,7 @@ class FileFinderTest : public testing::Test {
 
 TEST_F(FileFinderTest, FindsWhatMatchesInByteOrder) {
   for (const char* const name : {"b.txt", "a.txt", "B.txt", "c.dat", "\xB0.txt", "_.txt", "a.TXT"}) m_folder.Write(name, "");
-  EXPECT_EQ(FindAnew("*.txt"),
-            (Names{"~\\B.txt", "~\\_.txt", "~\\a.TXT", "~\\a.txt", "~\\b.txt", "~\\\xB0.txt"}));
+  EXPECT_EQ(FindAnew("*.txt"), (Names{"~\\B.txt", "~\\_.txt", "~\\a.TXT", "~\\a.txt", "~\\b.txt", "~\\\xB0.txt"}));
   EXPECT_EQ(FindAnew("?.DAT"), (Names{"~\\c.dat"}));
   EXPECT_EQ(FindAnew("none*"), Names());
 }
@@ -100,8 +99,7 @@ TEST_F(FileFinderTest, EmptyDirectoryIsTheCurrentOne) {
 TEST_F(FileFinderTest, SearchesBelowDepthFirstParentsAheadOfChildren) {
   for (const char* const folder : {"b", "a", "a/z", "a/c", "a/c/d"}) m_folder.MakeFolder(folder);
   for (const char* const file : {"f", "a/f", "b/f", "a/z/f", "a/c/f", "a/c/d/f"}) m_folder.Write(file, "");
-  EXPECT_EQ(FindAnew("f", true),
-            (Names{"~\\f", "~\\a\\f", "~\\a\\c\\f", "~\\a\\c\\d\\f", "~\\a\\z\\f", "~\\b\\f"}));
+  EXPECT_EQ(FindAnew("f", true), (Names{"~\\f", "~\\a\\f", "~\\a\\c\\f", "~\\a\\c\\d\\f", "~\\a\\z\\f", "~\\b\\f"}));
   EXPECT_EQ(FindAnew("f", false), (Names{"~\\f"}));
 }
 
@@ -249,10 +247,7 @@ TEST_F(FileFinderTest, EachFailingListingIsAnEmptyFolderAndLeaksNothing) {
     }
     // The root: nothing is known to be below it. A folder while its own folders are looked for: it has none. A folder while
     // its matches are looked for: these are missing.
-    const Names expected = n == 1   ? Names()
-                           : n == 5 ? Names{"~\\b\\f"}
-                           : n == 6 ? Names{"~\\a\\f"}
-                                    : Names{"~\\a\\f", "~\\b\\f"};
+    const Names expected = n == 1 ? Names() : n == 5 ? Names{"~\\b\\f"} : n == 6 ? Names{"~\\a\\f"} : Names{"~\\a\\f", "~\\b\\f"};
     EXPECT_EQ(found, expected) << n;
   }
 }

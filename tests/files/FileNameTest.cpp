@@ -21,9 +21,7 @@ void PrintTo(const Parts& parts, std::ostream* out) {
   *out << '[' << parts.root << '|' << parts.path << '|' << parts.name << '|' << parts.extension << ']';
 }
 
-Parts PartsOf(const FileName& name) {
-  return {name.Root(true), name.Path(true, false), name.Name(false), name.Extension(true)};
-}
+Parts PartsOf(const FileName& name) { return {name.Root(true), name.Path(true, false), name.Name(false), name.Extension(true)}; }
 
 // ---- The rules once more, element by element on a list of characters taken from the left ----
 
@@ -103,8 +101,7 @@ Parts Told(const std::string& text) {
 }
 
 // Calls `visit` with every text of up to `length` of these characters.
-void ForEachText(std::size_t length, const std::function<void(const std::string&)>& visit,
-                 const std::string& characters = "\\.:ab") {
+void ForEachText(std::size_t length, const std::function<void(const std::string&)>& visit, const std::string& characters = "\\.:ab") {
   std::string text;
   const std::function<void()> extend = [&] {
     visit(text);
@@ -125,29 +122,28 @@ TEST(FileName, TakesPathsApart) {
     const char* text;
     Parts parts;
   };
-  for (const Row& row : std::vector<Row>{
-           {"", {"", "", "", ""}},
-           {"C:\\a\\b.txt", {"C:\\", "a\\", "b", ".txt"}},
-           {"\\\\srv\\share\\f", {"\\\\srv\\", "share\\", "f", ""}},
-           {"C:", {"C:\\", "", "", ""}},
-           {"C:\\", {"C:\\", "", "", ""}},
-           {"\\\\", {"", "", "", ""}},
-           {"\\\\srv", {"\\\\srv\\", "", "", ""}},
-           {"\\\\srv\\", {"\\\\srv\\", "", "", ""}},
-           {"\\\\\\x", {"\\\\\\", "", "x", ""}},
-           {"C:foo", {"", "", "C:foo", ""}},
-           {"C:foo\\bar", {"", "C:foo\\", "bar", ""}},
-           {"a.b.c", {"", "", "a.b", ".c"}},
-           {"dir\\", {"", "dir\\", "", ""}},
-           {"..\\x.txt", {"", "..\\", "x", ".txt"}},
-           {"..\\..\\x", {"", "", "x", ""}},
-           {".\\x", {"", ".\\", "x", ""}},
-           {"name.", {"", "", "name", "."}},
-           {".cfg", {"", "", "", ".cfg"}},
-           {".", {"", "", "", "."}},
-           {"..", {"", "", ".", "."}},
-           {"/tmp\\x\\y.z", {"", "/tmp\\x\\", "y", ".z"}},
-           {"a/b.c", {"", "", "a/b", ".c"}}}) {
+  for (const Row& row : std::vector<Row>{{"", {"", "", "", ""}},
+                                         {"C:\\a\\b.txt", {"C:\\", "a\\", "b", ".txt"}},
+                                         {"\\\\srv\\share\\f", {"\\\\srv\\", "share\\", "f", ""}},
+                                         {"C:", {"C:\\", "", "", ""}},
+                                         {"C:\\", {"C:\\", "", "", ""}},
+                                         {"\\\\", {"", "", "", ""}},
+                                         {"\\\\srv", {"\\\\srv\\", "", "", ""}},
+                                         {"\\\\srv\\", {"\\\\srv\\", "", "", ""}},
+                                         {"\\\\\\x", {"\\\\\\", "", "x", ""}},
+                                         {"C:foo", {"", "", "C:foo", ""}},
+                                         {"C:foo\\bar", {"", "C:foo\\", "bar", ""}},
+                                         {"a.b.c", {"", "", "a.b", ".c"}},
+                                         {"dir\\", {"", "dir\\", "", ""}},
+                                         {"..\\x.txt", {"", "..\\", "x", ".txt"}},
+                                         {"..\\..\\x", {"", "", "x", ""}},
+                                         {".\\x", {"", ".\\", "x", ""}},
+                                         {"name.", {"", "", "name", "."}},
+                                         {".cfg", {"", "", "", ".cfg"}},
+                                         {".", {"", "", "", "."}},
+                                         {"..", {"", "", ".", "."}},
+                                         {"/tmp\\x\\y.z", {"", "/tmp\\x\\", "y", ".z"}},
+                                         {"a/b.c", {"", "", "a/b", ".c"}}}) {
     EXPECT_EQ(PartsOf(FileName(row.text)), row.parts) << row.text;
   }
 }

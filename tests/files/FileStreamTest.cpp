@@ -20,9 +20,7 @@ struct Flags {
 
 constexpr Flags kAllFlags[] = {{false, false}, {false, true}, {true, false}, {true, true}};
 
-bool Put(DataStream& stream, const std::string& text) {
-  return stream.Write(text.data(), static_cast<unsigned int>(text.size()));
-}
+bool Put(DataStream& stream, const std::string& text) { return stream.Write(text.data(), static_cast<unsigned int>(text.size())); }
 
 // What a read of exactly `size` bytes gives; "!" and the front that came when it is false.
 std::string Take(DataStream& stream, unsigned int size) {

@@ -288,22 +288,49 @@ struct Operation {
 
 const std::vector<Operation>& Operations() {
   static const std::vector<Operation> operations = {
-      {"Read", [](HugeFileStream& s) { char byte = 0; s.Seek(3, 0); return s.Read(&byte, 1) ? 1 : 0; },
-       [](Told& t) { t.Seek(3); return t.Read() ? 1 : 0; }},
-      {"Read alone", [](HugeFileStream& s) { char byte = 0; return s.Read(&byte, 1) ? 1 : 0; },
+      {"Read",
+       [](HugeFileStream& s) {
+         char byte = 0;
+         s.Seek(3, 0);
+         return s.Read(&byte, 1) ? 1 : 0;
+       },
+       [](Told& t) {
+         t.Seek(3);
+         return t.Read() ? 1 : 0;
+       }},
+      {"Read alone",
+       [](HugeFileStream& s) {
+         char byte = 0;
+         return s.Read(&byte, 1) ? 1 : 0;
+       },
        [](Told& t) { return t.Read() ? 1 : 0; }},
       {"Seek", [](HugeFileStream& s) { return s.Seek(4, 0) ? 1 : 0; }, [](Told& t) { return t.Seek(4) ? 1 : 0; }},
       {"Position", [](HugeFileStream& s) { return s.Position(); }, [](Told& t) { return t.Position(); }},
-      {"Write", [](HugeFileStream& s) { s.Seek(4, 0); return s.Write("4", 1) ? 1 : 0; },
-       [](Told& t) { t.Seek(4); return t.OnOpenFile() ? 1 : 0; }},
-      {"Write alone", [](HugeFileStream& s) { return s.Write("", 0) ? 1 : 0; },
-       [](Told& t) { return t.OnOpenFile() ? 1 : 0; }},
+      {"Write",
+       [](HugeFileStream& s) {
+         s.Seek(4, 0);
+         return s.Write("4", 1) ? 1 : 0;
+       },
+       [](Told& t) {
+         t.Seek(4);
+         return t.OnOpenFile() ? 1 : 0;
+       }},
+      {"Write alone", [](HugeFileStream& s) { return s.Write("", 0) ? 1 : 0; }, [](Told& t) { return t.OnOpenFile() ? 1 : 0; }},
       {"SetSize", [](HugeFileStream& s) { return s.SetSize(10) ? 1 : 0; }, [](Told& t) { return t.SetSize() ? 1 : 0; }},
-      {"GetSize", [](HugeFileStream& s) { long long size = 0; return s.GetSize(size) ? 1 : 0; },
+      {"GetSize",
+       [](HugeFileStream& s) {
+         long long size = 0;
+         return s.GetSize(size) ? 1 : 0;
+       },
        [](Told& t) { return t.OnOpenFile() ? 1 : 0; }},
       {"Sync", [](HugeFileStream& s) { return s.Sync() ? 1 : 0; }, [](Told& t) { return t.OnOpenFile() ? 1 : 0; }},
       {"GetFileTimes",
-       [](HugeFileStream& s) { double a = 0.0; double b = 0.0; double c = 0.0; return s.GetFileTimes(a, b, c) ? 1 : 0; },
+       [](HugeFileStream& s) {
+         double a = 0.0;
+         double b = 0.0;
+         double c = 0.0;
+         return s.GetFileTimes(a, b, c) ? 1 : 0;
+       },
        [](Told& t) { return t.OnOpenFile() ? 1 : 0; }},
   };
   return operations;

@@ -18,9 +18,7 @@ namespace {
 
 constexpr long long kGiga = 1LL << 30;
 
-bool Put(DataStream& stream, const std::string& text) {
-  return stream.Write(text.data(), static_cast<unsigned int>(text.size()));
-}
+bool Put(DataStream& stream, const std::string& text) { return stream.Write(text.data(), static_cast<unsigned int>(text.size())); }
 
 // What a read of exactly `size` bytes gives; "!" and the front that came when it is false.
 std::string Take(DataStream& stream, unsigned int size) {
@@ -29,9 +27,7 @@ std::string Take(DataStream& stream, unsigned int size) {
   return "!" + text.substr(0, text.find('\0'));
 }
 
-bool Opens(const std::string& path, bool create, bool readWrite) {
-  return HugeFileStream(path.c_str(), create, readWrite).IsOpen();
-}
+bool Opens(const std::string& path, bool create, bool readWrite) { return HugeFileStream(path.c_str(), create, readWrite).IsOpen(); }
 
 // ---- Opening ----
 
@@ -490,8 +486,8 @@ TEST(HugeFileStream, TimesAreMillisecondsSince1970InSteps100NanosecondsWide) {
     double milliseconds;
   };
   // One division of the whole 100 nanoseconds by 10000, truncated to the past.
-  for (const Row& row : {Row{1234567890123456789, 12345678901234567.0 / 10000.0}, Row{0, 0.0}, Row{99, 0.0},
-                         Row{-50, -1.0 / 10000.0}, Row{-86400000000000, -86400000.0}, Row{1000000, 1.0}}) {
+  for (const Row& row : {Row{1234567890123456789, 12345678901234567.0 / 10000.0}, Row{0, 0.0}, Row{99, 0.0}, Row{-50, -1.0 / 10000.0},
+                         Row{-86400000000000, -86400000.0}, Row{1000000, 1.0}}) {
     const std::chrono::sys_time<std::chrono::nanoseconds> time{std::chrono::nanoseconds(row.nanoseconds)};
     std::filesystem::last_write_time(path, std::chrono::file_clock::from_sys(time));
     HugeFileStream stream(path.c_str(), false, false);

@@ -48,9 +48,7 @@ TEST(PathHelpers, SplitsAtTheLastSeparatorAndDot) {
   }
 }
 
-TEST(PathHelpers, SplitNameIsEmptyWhenTheLastDotIsADirectorys) {
-  EXPECT_EQ(SplitOf("C:\\a.b\\file"), (Split{"C:\\a.b\\", "", "b\\file"}));
-}
+TEST(PathHelpers, SplitNameIsEmptyWhenTheLastDotIsADirectorys) { EXPECT_EQ(SplitOf("C:\\a.b\\file"), (Split{"C:\\a.b\\", "", "b\\file"})); }
 
 TEST(PathHelpers, SplitFindsNoNameWithoutADot) { EXPECT_EQ(SplitOf("C:\\dir\\file"), (Split{"C:\\dir\\", "", ""})); }
 
@@ -107,25 +105,24 @@ TEST(PathHelpers, SplitMayWriteOverItsInput) {
 }
 
 TEST(PathHelpers, TitleIsTheNameAlone) {
-  for (const auto& [path, title] :
-       std::vector<std::pair<std::string, std::string>>{{"", ""},
-                                                        {"C:\\data\\track.dat", "track"},
-                                                        {"track.dat", "track"},
-                                                        {"track", "track"},
-                                                        {"a.b.c", "a.b"},
-                                                        {"C:track.dat", "track"},
-                                                        {"C:\\a.b\\track", "track"},
-                                                        {".cfg", ".cfg"},
-                                                        {"dir\\", "dir"},
-                                                        {"dir\\\\", ""},
-                                                        {"C:\\dir\\", "dir"},
-                                                        {"C:\\", ""},
-                                                        {"C:", ""},
-                                                        {"\\", ""},
-                                                        {".", "."},
-                                                        {"..", "."},
-                                                        {"a:b:c.d", "c"},
-                                                        {"/tmp\\x.y", "x"}}) {
+  for (const auto& [path, title] : std::vector<std::pair<std::string, std::string>>{{"", ""},
+                                                                                    {"C:\\data\\track.dat", "track"},
+                                                                                    {"track.dat", "track"},
+                                                                                    {"track", "track"},
+                                                                                    {"a.b.c", "a.b"},
+                                                                                    {"C:track.dat", "track"},
+                                                                                    {"C:\\a.b\\track", "track"},
+                                                                                    {".cfg", ".cfg"},
+                                                                                    {"dir\\", "dir"},
+                                                                                    {"dir\\\\", ""},
+                                                                                    {"C:\\dir\\", "dir"},
+                                                                                    {"C:\\", ""},
+                                                                                    {"C:", ""},
+                                                                                    {"\\", ""},
+                                                                                    {".", "."},
+                                                                                    {"..", "."},
+                                                                                    {"a:b:c.d", "c"},
+                                                                                    {"/tmp\\x.y", "x"}}) {
     EXPECT_EQ(GetTitleFromPath(path), title) << path;
   }
 }
@@ -133,9 +130,13 @@ TEST(PathHelpers, TitleIsTheNameAlone) {
 TEST(PathHelpers, TitleOfAnExtensionAloneIsTheDirectorys) { EXPECT_EQ(GetTitleFromPath("a\\.b"), "a"); }
 
 TEST(PathHelpers, FileNameIsWhatStandsBehindTheLastSeparator) {
-  for (const auto& [path, name] : std::vector<std::pair<std::string, std::string>>{
-           {"", ""}, {"C:\\data\\track.dat", "track.dat"}, {"track.dat", "track.dat"}, {"data\\", ""}, {"C:x", "C:x"},
-           {"a/b", "a/b"}, {"\\x", "x"}}) {
+  for (const auto& [path, name] : std::vector<std::pair<std::string, std::string>>{{"", ""},
+                                                                                   {"C:\\data\\track.dat", "track.dat"},
+                                                                                   {"track.dat", "track.dat"},
+                                                                                   {"data\\", ""},
+                                                                                   {"C:x", "C:x"},
+                                                                                   {"a/b", "a/b"},
+                                                                                   {"\\x", "x"}}) {
     EXPECT_EQ(GetFileNameFromPath(path), name) << path;
   }
 }

@@ -290,8 +290,7 @@ struct LateUser {
   bool armed = false;
   ~LateUser() {
     if (!armed) return;
-    std::fputs(CInitializerList::GetInitializers().RemoveInitializer("first") ? "found" : "nothing left",
-               stderr);
+    std::fputs(CInitializerList::GetInitializers().RemoveInitializer("first") ? "found" : "nothing left", stderr);
   }
 };
 

@@ -18,9 +18,7 @@ Items ItemsOf(const CZelString& list) {
   return items;
 }
 
-Items Split(const std::string& text, char separator, bool trim) {
-  return ItemsOf(CZelString(text, separator, trim));
-}
+Items Split(const std::string& text, char separator, bool trim) { return ItemsOf(CZelString(text, separator, trim)); }
 
 // The splitting told step by step, blanks collapsed pair by pair: a second transcription for short texts.
 Items SplitStepByStep(std::string text, char separator) {
@@ -111,8 +109,7 @@ TEST(CZelString, SplittingEqualsASecondTranscription) {
   for (int i = 0; i < 20'000; ++i) {
     std::string text;
     for (auto length = random() % 12; length > 0; --length) text += " ,ab"[random() % 4];
-    for (const char separator : {' ', ','})
-      EXPECT_EQ(Split(text, separator, false), SplitStepByStep(text, separator)) << text;
+    for (const char separator : {' ', ','}) EXPECT_EQ(Split(text, separator, false), SplitStepByStep(text, separator)) << text;
   }
 }
 
@@ -378,8 +375,7 @@ TEST(CZelString, GetItemBoundariesArePlacesInTheElementsJoined) {
   // Not in the text loaded: that one has blanks.
   list.LoadString(" ab , cde", true);
   EXPECT_TRUE(list.GetItemBoundaries(1, first, last));
-  EXPECT_EQ(list.String().substr(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first + 1)),
-            "cde");
+  EXPECT_EQ(list.String().substr(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first + 1)), "cde");
 }
 
 TEST(CZelString, GetItemBoundariesOfAnEmptyElementEndAtMinusOne) {
@@ -450,8 +446,7 @@ TEST(CZelString, GetElementNumberEqualsAPlainSearch) {
       expected = 0;
       for (const char c : ("," + text + ",").substr(0, place)) expected += c == ',';
     }
-    EXPECT_EQ(CZelString(text, ',', false).GetElementNumber(part.c_str(), 0), expected)
-        << text << " | " << part;
+    EXPECT_EQ(CZelString(text, ',', false).GetElementNumber(part.c_str(), 0), expected) << text << " | " << part;
   }
 }
 

@@ -8,9 +8,7 @@
 namespace zelbase::detail {
 namespace {
 
-char Byte(int value) {
-  return static_cast<char>(static_cast<unsigned char>(value));
-}
+char Byte(int value) { return static_cast<char>(static_cast<unsigned char>(value)); }
 
 TEST(Characters, WhiteSpaceIsSixBytes) {
   std::string spaces;

@@ -20,9 +20,7 @@ Items ItemsOf(const FormatString& list) {
   return items;
 }
 
-Items Split(const std::string& text, char separator = ',') {
-  return ItemsOf(FormatString(text, separator));
-}
+Items Split(const std::string& text, char separator = ',') { return ItemsOf(FormatString(text, separator)); }
 
 TEST(FormatString, ANewOneHasNoItems) {
   FormatString list(';');

@@ -46,13 +46,9 @@ double Geo(const std::string& text) {
   return kNan;
 }
 
-bool Unreadable(const std::string& text) {
-  return std::isnan(Geo(text));
-}
+bool Unreadable(const std::string& text) { return std::isnan(Geo(text)); }
 
-std::uint64_t Bits(double value) {
-  return std::bit_cast<std::uint64_t>(value);
-}
+std::uint64_t Bits(double value) { return std::bit_cast<std::uint64_t>(value); }
 
 // --- FormatGeogs ---
 
@@ -61,27 +57,43 @@ TEST(FormatGeogs, DecimalDegrees) {
   EXPECT_EQ(Geogs(0.0, 1, 0, 10, true, false), "000 N");
   EXPECT_EQ(Geogs(-4.25, 1, 3, 11, false, true), "W 004.250\xB0");
   EXPECT_EQ(Geogs(-4.25, 1, 3, 11, false, false), "W 004.250 ");
-  EXPECT_EQ(Geogs(2.5, 1, 0, 11, true, true), "002\xB0" "E");  // an exact half to even
+  EXPECT_EQ(Geogs(2.5, 1, 0, 11, true, true),
+            "002\xB0"
+            "E");  // an exact half to even
 }
 
 TEST(FormatGeogs, DegreesAndDecimalMinutes) {
   EXPECT_EQ(Geogs(-4.25, 3, 3, 11, false, false), "W 004 15.000 ");
-  EXPECT_EQ(Geogs(-4.25, 3, 3, 11, true, true), "004\xB0" "15.000'W");
-  EXPECT_EQ(Geogs(52.5125, 3, 2, 10, true, true), "052\xB0" "30.75'N");
-  EXPECT_EQ(Geogs(7.1, 3, 0, 10, true, true), "007\xB0" "06'N");
+  EXPECT_EQ(Geogs(-4.25, 3, 3, 11, true, true),
+            "004\xB0"
+            "15.000'W");
+  EXPECT_EQ(Geogs(52.5125, 3, 2, 10, true, true),
+            "052\xB0"
+            "30.75'N");
+  EXPECT_EQ(Geogs(7.1, 3, 0, 10, true, true),
+            "007\xB0"
+            "06'N");
 }
 
 TEST(FormatGeogs, DegreesMinutesAndDecimalSeconds) {
-  EXPECT_EQ(Geogs(52.5125, 7, 2, 10, true, true), "052\xB0" "30'45.00\"N");
+  EXPECT_EQ(Geogs(52.5125, 7, 2, 10, true, true),
+            "052\xB0"
+            "30'45.00\"N");
   EXPECT_EQ(Geogs(52.5125, 7, 2, 10, false, false), "N 052 30 45.00 ");
-  EXPECT_EQ(Geogs(-179.999, 7, 0, 11, true, true), "179\xB0" "59'56\"W");
+  EXPECT_EQ(Geogs(-179.999, 7, 0, 11, true, true),
+            "179\xB0"
+            "59'56\"W");
 }
 
 TEST(FormatGeogs, RoundingComesBeforeTheSplit) {
   EXPECT_EQ(Geogs(59.99999999, 3, 1, 10, true, false), "060 00.0 N");
   EXPECT_EQ(Geogs(59.99999999, 7, 1, 10, true, false), "060 00 00.0 N");
-  EXPECT_EQ(Geogs(12.0 + 59.96 / 60, 3, 1, 10, true, true), "013\xB0" "00.0'N");
-  EXPECT_EQ(Geogs(12.0 + 34.0 / 60 + 59.96 / 3600, 7, 1, 10, true, true), "012\xB0" "35'00.0\"N");
+  EXPECT_EQ(Geogs(12.0 + 59.96 / 60, 3, 1, 10, true, true),
+            "013\xB0"
+            "00.0'N");
+  EXPECT_EQ(Geogs(12.0 + 34.0 / 60 + 59.96 / 3600, 7, 1, 10, true, true),
+            "012\xB0"
+            "35'00.0\"N");
 }
 
 // As far as a double resolves a hundredth of the last place shown.
@@ -102,20 +114,30 @@ TEST(FormatGeogs, NoMinuteAndNoSecondShows60) {
 
 TEST(FormatGeogs, LatitudesTooHaveThreeDigits) {
   EXPECT_EQ(Geogs(5.0, 1, 1, 10, true, true), "005.0\xB0N");
-  EXPECT_EQ(Geogs(5.0, 3, 1, 10, true, true), "005\xB0" "00.0'N");
-  EXPECT_EQ(Geogs(5.0, 7, 1, 10, true, true), "005\xB0" "00'00.0\"N");
+  EXPECT_EQ(Geogs(5.0, 3, 1, 10, true, true),
+            "005\xB0"
+            "00.0'N");
+  EXPECT_EQ(Geogs(5.0, 7, 1, 10, true, true),
+            "005\xB0"
+            "00'00.0\"N");
 }
 
 TEST(FormatGeogs, TheHemisphereComesFromTheUnroundedValue) {
   EXPECT_EQ(Geogs(-1e-9, 1, 2, 10, true, true), "000.00\xB0S");
-  EXPECT_EQ(Geogs(-1e-9, 3, 2, 11, true, true), "000\xB0" "00.00'W");
-  EXPECT_EQ(Geogs(-5e-324, 7, 2, 10, true, true), "000\xB0" "00'00.00\"S");
+  EXPECT_EQ(Geogs(-1e-9, 3, 2, 11, true, true),
+            "000\xB0"
+            "00.00'W");
+  EXPECT_EQ(Geogs(-5e-324, 7, 2, 10, true, true),
+            "000\xB0"
+            "00'00.00\"S");
 }
 
 TEST(FormatGeogs, BothZerosAreNorthAndEast) {
   for (const double zero : {0.0, -0.0}) {
     EXPECT_EQ(Geogs(zero, 1, 2, 10, true, true), "000.00\xB0N");
-    EXPECT_EQ(Geogs(zero, 3, 2, 11, true, true), "000\xB0" "00.00'E");
+    EXPECT_EQ(Geogs(zero, 3, 2, 11, true, true),
+              "000\xB0"
+              "00.00'E");
   }
 }
 
@@ -142,7 +164,10 @@ TEST(FormatGeogs, AnUnknownAxisFillsTheTextAndThenFails) {
   for (const int axis : {0, 1, 9, 12, -10, INT_MIN, INT_MAX}) {
     EXPECT_EQ(Geogs(-52.5, 1, 2, axis, true, true), "{false}052.50\xB0") << axis;
     EXPECT_EQ(Geogs(-52.5, 3, 2, axis, false, false), "{false}052 30.00 ") << axis;
-    EXPECT_EQ(Geogs(-52.5, 7, 2, axis, false, true), "{false}052\xB0" "30'00.00\"") << axis;
+    EXPECT_EQ(Geogs(-52.5, 7, 2, axis, false, true),
+              "{false}052\xB0"
+              "30'00.00\"")
+        << axis;
   }
 }
 
@@ -153,7 +178,9 @@ TEST(FormatGeogs, WhatIsNotFiniteOrBeyondABillionLeavesTheText) {
     }
   }
   EXPECT_EQ(Geogs(1e9, 1, 2, 10, true, true), "1000000000.00\xB0N");
-  EXPECT_EQ(Geogs(-1e9, 3, 0, 10, true, true), "1000000000\xB0" "00'S");
+  EXPECT_EQ(Geogs(-1e9, 3, 0, 10, true, true),
+            "1000000000\xB0"
+            "00'S");
   EXPECT_EQ(Geogs(-1e9, 7, 15, 11, true, false).substr(0, 11), "1000000000 ");
 }
 
@@ -191,8 +218,7 @@ TEST(FormatGeogs, ASymbolOfTheLanguageIsTextAndNoFormat) {
 }
 
 // The definition once more, with formats put together and printed by the C library.
-bool FormatGeogsByPrintf(double value, unsigned int format, int decimals, int axis, std::string& text, bool behind,
-                         bool symbols) {
+bool FormatGeogsByPrintf(double value, unsigned int format, int decimals, int axis, std::string& text, bool behind, bool symbols) {
   const double magnitude = std::fabs(value);
   const int p = decimals > 0 ? 1 : 0;
   const std::string s = symbols ? "\xB0" : " ";
@@ -231,9 +257,9 @@ TEST(FormatGeogsLong, EqualsTheCLibraryOnAMillionRandomValues) {
   for (int i = 0; i < 1'000'000; ++i) {
     const std::uint64_t bits = random();
     double value = static_cast<double>(static_cast<std::int64_t>(bits)) * 0x1p-63 * 180;
-    if (i % 8 == 0) value = std::round(value * 3600) / 3600;             // whole seconds
-    if (i % 16 == 1) value = std::round(value * 36000 + 0.5) / 36000;    // tenths
-    if (i % 32 == 2) value *= 5e6;                                       // up to 9e8
+    if (i % 8 == 0) value = std::round(value * 3600) / 3600;                      // whole seconds
+    if (i % 16 == 1) value = std::round(value * 36000 + 0.5) / 36000;             // tenths
+    if (i % 32 == 2) value *= 5e6;                                                // up to 9e8
     const unsigned int format = 1 + 2 * static_cast<unsigned int>(random() % 4);  // 5, too
     const int decimals = static_cast<int>(random() % (i % 64 == 0 ? 16 : 6));
     const int axis = 10 + static_cast<int>(random() % 65 / 32);  // 12, too
@@ -344,11 +370,18 @@ TEST(StringToGeo, SignsAreLost) {
 }
 
 TEST(StringToGeo, AnyOtherCharacterIsABlank) {
-  EXPECT_EQ(Geo("52\xB0" "12'30.5\""), 12.0 / 60 + 52 + 30.5 / 3600);
-  EXPECT_EQ(Geo("52\xB0" "30'00\"S"), -52.5);
+  EXPECT_EQ(Geo("52\xB0"
+                "12'30.5\""),
+            12.0 / 60 + 52 + 30.5 / 3600);
+  EXPECT_EQ(Geo("52\xB0"
+                "30'00\"S"),
+            -52.5);
   EXPECT_EQ(Geo("5,5"), 5.0 / 60 + 5);
   EXPECT_EQ(Geo("\t 52 :  30 \r\n"), 52.5);
-  EXPECT_EQ(Geo(std::string("52\0" "30", 5)), 52.5);
+  EXPECT_EQ(Geo(std::string("52\0"
+                            "30",
+                            5)),
+            52.5);
   EXPECT_EQ(Geo("0x10"), 10.0 / 60);
   EXPECT_EQ(Geo("a52"), 52.0);
 }
@@ -422,8 +455,11 @@ std::string RandomCoordinate(std::mt19937_64& random) {
   const double value = static_cast<double>(static_cast<std::int64_t>(random())) * 0x1p-63 * 180;
   std::string text;
   if (random() % 8 == 0) return Printed("%.*f", static_cast<int>(random() % 20), std::fabs(value));
-  FormatGeogs(value, random() % 2 == 0 ? 7u : random() % 2 == 0 ? 3u : 1u, static_cast<int>(random() % 9),
-              10 + static_cast<int>(random() % 2), text, random() % 16 != 0, random() % 2 == 0);
+  FormatGeogs(value,
+              random() % 2 == 0   ? 7u
+              : random() % 2 == 0 ? 3u
+                                  : 1u,
+              static_cast<int>(random() % 9), 10 + static_cast<int>(random() % 2), text, random() % 16 != 0, random() % 2 == 0);
   return text;
 }
 

@@ -37,8 +37,8 @@ TEST(LanguageChoice, OneProgramHasSettingsOfItsOwn) {
   for (const char* const program : {"C:\\x\\TernaxUI.exe", "ternaxui.exe", "C:\\TERNAXUI.EXE", "/ternaxui.exe"}) {
     EXPECT_EQ(LanguageSettingsPath("C:", program), "C:\\VESOK\\ZELCORE\\TernaxUI.ini") << program;
   }
-  for (const char* const program : {"C:\\ternaxui.exe\\app.exe", "C:\\x\\ternaxui", "C:\\x\\ternaxui.exe.exe",
-                                    "C:\\x\\myternaxui.exe", "C:\\x\\ternaxui.exe\\", "x/ternaxui.exe"}) {
+  for (const char* const program : {"C:\\ternaxui.exe\\app.exe", "C:\\x\\ternaxui", "C:\\x\\ternaxui.exe.exe", "C:\\x\\myternaxui.exe",
+                                    "C:\\x\\ternaxui.exe\\", "x/ternaxui.exe"}) {
     EXPECT_EQ(LanguageSettingsPath("C:", program), "C:\\VESOK\\ZELCORE\\zelcore.ini") << program;
   }
 }
@@ -71,7 +71,10 @@ TEST(LanguageChoice, PathsOfAnyLengthStayWhole) {
 }
 
 TEST(LanguageChoice, LanguagesThatLeaveTheirFolderAreNone) {
-  for (const char* const language : {"Deutsch", "0409", ".", "a.b", "de_DE", "Fran\xE7" "ais", "Deutsch (neu)", "%s", "-"}) {
+  for (const char* const language : {"Deutsch", "0409", ".", "a.b", "de_DE",
+                                     "Fran\xE7"
+                                     "ais",
+                                     "Deutsch (neu)", "%s", "-"}) {
     EXPECT_TRUE(IsLanguage(language)) << language;
   }
   for (const char* const language : {"", "..", "a..b", "../..", "..\\..", "\\", "/", "a\\b", "a/b", "C:", ":", "/etc"}) {

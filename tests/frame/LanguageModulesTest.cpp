@@ -115,8 +115,8 @@ TEST(LanguageModules, EachAsksForTheModuleOfItsTitle) {
     computer.Enter();
     EXPECT_FALSE(ZELCORE::LoadAPPResourceDLL(kApplication));
     EXPECT_FALSE(ZELCORE::LoadDLLResourceDLL(kExtension, kApplication));
-    EXPECT_EQ(computer.Modules().Requests(), (std::vector<std::string>{".\\localizations\\Deutsch\\app_res.dll",
-                                                                       ".\\localizations\\Deutsch\\ZelBase_res.dll"}));
+    EXPECT_EQ(computer.Modules().Requests(),
+              (std::vector<std::string>{".\\localizations\\Deutsch\\app_res.dll", ".\\localizations\\Deutsch\\ZelBase_res.dll"}));
   });
 }
 
@@ -190,14 +190,14 @@ TEST(LanguageModules, SettingsThatAnotherIsWritingAreSilent) {
   Computer computer;
   computer.WriteTexts("app", "12034 = x");
   CFile writer;
-  ASSERT_TRUE(writer.Open(computer.Folder().InterfacePath() + "\\common\\VESOK\\ZELCORE\\zelcore.ini",
-                          CFile::modeWrite | CFile::shareDenyNone));
+  ASSERT_TRUE(
+      writer.Open(computer.Folder().InterfacePath() + "\\common\\VESOK\\ZELCORE\\zelcore.ini", CFile::modeWrite | CFile::shareDenyNone));
   ExpectNothingChosen(computer, "being written");
 }
 
 TEST(LanguageModules, ALanguageThatLeavesTheFolderLoadsNothing) {
-  for (const char* const language : {"..\\evil", "../evil", "..", "Deutsch\\..\\..\\evil", "Deutsch/../evil", "/evil", "C:evil",
-                                     "Deutsch\\", "a..b"}) {
+  for (const char* const language :
+       {"..\\evil", "../evil", "..", "Deutsch\\..\\..\\evil", "Deutsch/../evil", "/evil", "C:evil", "Deutsch\\", "a..b"}) {
     Computer computer(std::string("[Language]\nLanguage = ") + language + "\n");
     for (const char* const folder : {"evil", "localizations/a..b"}) computer.Folder().MakeFolder(folder);
     for (const char* const name : {"evil/app_res.dll", "evil/ZelBase_res.dll", "app_res.dll", "ZelBase_res.dll",

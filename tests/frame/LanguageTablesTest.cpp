@@ -49,35 +49,38 @@ TEST(TextFileTable, WithoutItsSectionIsNone) {
   EXPECT_EQ(TableOf(""), nullptr);
   EXPECT_EQ(TableOf("12034 = x\n"), nullptr);
   EXPECT_EQ(TableOf("[texts]\n12034 = x\n"), nullptr);
-  EXPECT_EQ(TableOf("\x7F" "ELF\x02\x01\x01"), nullptr);
+  EXPECT_EQ(TableOf("\x7F"
+                    "ELF\x02\x01\x01"),
+            nullptr);
   EXPECT_NE(TableOf("[Texts]"), nullptr);
 }
 
 TEST(TextFileTable, BrokenRowsStandBesideGoodOnes) {
-  const auto table = TableOf("[Texts]\n"
-                             "12030 = first\n"
-                             "= 12031\n"
-                             "12032\n"
-                             "x12033 = x\n"
-                             "12034x = x\n"
-                             "012035 = x\n"
-                             "+12036 = x\n"
-                             "-12037 = x\n"
-                             "0x2F06 = x\n"
-                             "12 039 = x\n"
-                             "4294979336 = x\n"   // 12040 above 2^32
-                             "2147483648 = x\n"
-                             "18446744073709563657 = x\n"  // 12041 above 2^64
-                             "00 = x\n"
-                             "; 12044 = x\n"
-                             "12045 =\n"
-                             "\xB2\xB3 = x\n" +
-                             std::string("12049\0 = x\n", 11) +
-                             "12050 = last\n"
-                             "2147483647 = most\n"
-                             "12051 = early\n"
-                             "12051 = late\n"
-                             "12052 = cut // here");
+  const auto table = TableOf(
+      "[Texts]\n"
+      "12030 = first\n"
+      "= 12031\n"
+      "12032\n"
+      "x12033 = x\n"
+      "12034x = x\n"
+      "012035 = x\n"
+      "+12036 = x\n"
+      "-12037 = x\n"
+      "0x2F06 = x\n"
+      "12 039 = x\n"
+      "4294979336 = x\n"  // 12040 above 2^32
+      "2147483648 = x\n"
+      "18446744073709563657 = x\n"  // 12041 above 2^64
+      "00 = x\n"
+      "; 12044 = x\n"
+      "12045 =\n"
+      "\xB2\xB3 = x\n" +
+      std::string("12049\0 = x\n", 11) +
+      "12050 = last\n"
+      "2147483647 = most\n"
+      "12051 = early\n"
+      "12051 = late\n"
+      "12052 = cut // here");
   ASSERT_NE(table, nullptr);
   const std::map<int, std::string> good = {{12030, "first"}, {12050, "last"}, {2147483647, "most"}, {12051, "late"}, {12052, "cut"}};
   for (int number = 12025; number < 12070; ++number) {
@@ -123,8 +126,8 @@ TEST(TextFileTable, ALoneBackslashGivesNoText) {
 TEST(TextFileTable, SurvivesAnyBytes) {
   const unsigned int seed = 20140115;
   std::mt19937 random(seed);
-  const std::string pieces[] = {"[Texts]", "\n", "\r\n", "=", "12034", "\\", "\\n", "//", ";", "[", "]", " ", "9999999999",
-                                std::string(1, '\0'), "\xFF", "%s"};
+  const std::string pieces[] = {
+      "[Texts]", "\n", "\r\n", "=", "12034", "\\", "\\n", "//", ";", "[", "]", " ", "9999999999", std::string(1, '\0'), "\xFF", "%s"};
   const TemporaryFolder folder;
   int tables = 0;
   for (int round = 0; round < 500; ++round) {
@@ -164,8 +167,8 @@ TEST(ModuleTextTable, NullAndEmptyAreNoText) {
 }
 
 TEST(LanguageTableChain, TheFirstThatHasANumberGivesItsText) {
-  const LanguageTableChain chain({{nullptr, std::make_shared<ModuleTextTable>(SomeTexts)},
-                                  {nullptr, std::make_shared<ModuleTextTable>(OtherTexts)}});
+  const LanguageTableChain chain(
+      {{nullptr, std::make_shared<ModuleTextTable>(SomeTexts)}, {nullptr, std::make_shared<ModuleTextTable>(OtherTexts)}});
   EXPECT_EQ(TextOf(chain, 1), "one");
   EXPECT_EQ(TextOf(chain, 2), "other");
   EXPECT_EQ(TextOf(chain, 4), "(none)");

@@ -25,9 +25,7 @@ HINSTANCE g_languageFor = nullptr;
 HINSTANCE g_resource = nullptr;
 std::size_t g_chainedBeforeLanguage = 0;
 
-std::size_t Chained() {
-  return AfxGetAppModuleState()->m_libraryList.size();
-}
+std::size_t Chained() { return AfxGetAppModuleState()->m_libraryList.size(); }
 
 bool Check(unsigned int version, const char* sourceFile, const char* buildDate) {
   Journal().push_back("check");
@@ -89,20 +87,11 @@ TEST_F(ModuleStart, TheBuildStampHasTheCompilersForm) {
   for (std::size_t i = 0; i < form.size(); ++i) {
     const char c = g_stamp[i];
     switch (form[i]) {
-      case 'A':
-        EXPECT_TRUE(c >= 'A' && c <= 'Z') << i;
-        break;
-      case 'a':
-        EXPECT_TRUE(c >= 'a' && c <= 'z') << i;
-        break;
-      case 'd':
-        EXPECT_TRUE(c == ' ' || (c >= '1' && c <= '3')) << i;
-        break;
-      case '9':
-        EXPECT_TRUE(c >= '0' && c <= '9') << i;
-        break;
-      default:
-        EXPECT_EQ(c, form[i]) << i;
+      case 'A': EXPECT_TRUE(c >= 'A' && c <= 'Z') << i; break;
+      case 'a': EXPECT_TRUE(c >= 'a' && c <= 'z') << i; break;
+      case 'd': EXPECT_TRUE(c == ' ' || (c >= '1' && c <= '3')) << i; break;
+      case '9': EXPECT_TRUE(c >= '0' && c <= '9') << i; break;
+      default: EXPECT_EQ(c, form[i]) << i;
     }
   }
 }
@@ -190,8 +179,7 @@ TEST_F(ModuleStart, DetachWithoutAttachAndTwiceIsHarmless) {
 }
 
 TEST_F(ModuleStart, EveryOtherReasonSucceedsAndDoesNothing) {
-  for (const unsigned int reason : {2u, 3u, 4u, 0xFFFFFFFFu})
-    EXPECT_NE(ZelBaseMain(kModule, reason, nullptr), 0);
+  for (const unsigned int reason : {2u, 3u, 4u, 0xFFFFFFFFu}) EXPECT_NE(ZelBaseMain(kModule, reason, nullptr), 0);
   EXPECT_EQ(Journal(), std::vector<std::string>{});
   EXPECT_EQ(Chained(), 0u);
 }

@@ -134,9 +134,9 @@ TEST(NumberFormat, TwoPercentSignsAreOne) {
 }
 
 TEST(NumberFormat, AnyOtherFormatGivesTheEmptyText) {
-  for (const char* format : {"%s", "%n", "%p", "%m", "%S", "%C", "%hhn", "%", "x%", "100% ", "%5", "%.", "%-", "%5%", "%-%", "%\n",
-                             "%y", "%'f", "%'d", "%I6d", "%*f", "%*d", "%.*f", "%.*d", "%1$f", "%1$d", "%.-1f", "%.-1d", "%.2.3f",
-                             "%5-d", "%5-f", "%+", "%%%"}) {
+  for (const char* format :
+       {"%s",  "%n",  "%p",   "%m",  "%S",  "%C",   "%hhn", "%",    "x%",   "100% ", "%5",    "%.",     "%-",   "%5%",  "%-%", "%\n", "%y",
+        "%'f", "%'d", "%I6d", "%*f", "%*d", "%.*f", "%.*d", "%1$f", "%1$d", "%.-1f", "%.-1d", "%.2.3f", "%5-d", "%5-f", "%+",  "%%%"}) {
     EXPECT_EQ(FormatDouble(1.5, format), "") << format;
     EXPECT_EQ(FormatInt(1, format), "") << format;
   }
@@ -149,7 +149,8 @@ TEST(NumberFormat, AConversionOfTheOtherKindGivesTheEmptyText) {
 
 TEST(NumberFormat, ALengthGivesTheEmptyText) {
   for (const char* format : {"%lf", "%Lf", "%le", "%lg", "%hf"}) EXPECT_EQ(FormatDouble(1.5, format), "") << format;
-  for (const char* format : {"%ld", "%lld", "%hd", "%hhu", "%zu", "%jd", "%td", "%I64d", "%lc"}) EXPECT_EQ(FormatInt(1, format), "") << format;
+  for (const char* format : {"%ld", "%lld", "%hd", "%hhu", "%zu", "%jd", "%td", "%I64d", "%lc"})
+    EXPECT_EQ(FormatInt(1, format), "") << format;
 }
 
 TEST(NumberFormat, ASecondConversionGivesTheEmptyText) {

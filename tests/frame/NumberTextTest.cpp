@@ -44,9 +44,7 @@ void ExpectScans(std::size_t (*scan)(std::string_view, Number&), const std::vect
   }
 }
 
-std::uint64_t Bits(double value) {
-  return std::bit_cast<std::uint64_t>(value);
-}
+std::uint64_t Bits(double value) { return std::bit_cast<std::uint64_t>(value); }
 
 double Scanned(const std::string& text) {
   double value = 77;
@@ -114,17 +112,14 @@ TEST(NumberText, ScanOfAWholeNumberBeyondItsTypeWrapsAround) {
                              {"-2147483649", 11, INT_MAX},
                              {"4294967296", 10, 0},
                              {"18446744073709551617", 20, 1}});
-  ExpectScans<unsigned int>(
-      ScanUnsigned, {{"-1", 2, 4294967295u}, {"4294967295", 10, 4294967295u}, {"4294967297", 10, 1u}});
-  ExpectScans<unsigned short>(
-      ScanUnsignedShort, {{"65535", 5, USHRT_MAX}, {"65536", 5, 0}, {"-1", 2, USHRT_MAX}, {"131073", 6, 1}});
+  ExpectScans<unsigned int>(ScanUnsigned, {{"-1", 2, 4294967295u}, {"4294967295", 10, 4294967295u}, {"4294967297", 10, 1u}});
+  ExpectScans<unsigned short>(ScanUnsignedShort, {{"65535", 5, USHRT_MAX}, {"65536", 5, 0}, {"-1", 2, USHRT_MAX}, {"131073", 6, 1}});
   ExpectScans<long long>(ScanInt64, {{"9223372036854775807", 19, LLONG_MAX},
                                      {"9223372036854775808", 19, LLONG_MIN},
                                      {"-9223372036854775808", 20, LLONG_MIN},
                                      {"18446744073709551616", 20, 0}});
-  ExpectScans<unsigned long long>(ScanUnsigned64, {{"18446744073709551615", 20, ULLONG_MAX},
-                                                   {"-1", 2, ULLONG_MAX},
-                                                   {"36893488147419103235", 20, 3}});  // 2^65 + 3
+  ExpectScans<unsigned long long>(
+      ScanUnsigned64, {{"18446744073709551615", 20, ULLONG_MAX}, {"-1", 2, ULLONG_MAX}, {"36893488147419103235", 20, 3}});  // 2^65 + 3
 }
 
 TEST(NumberText, ScanHexTakesAnOptionalPrefix) {
@@ -144,21 +139,17 @@ TEST(NumberText, ScanHexTakesAnOptionalPrefix) {
                                       {"g", 0, 0u},
                                       {"-", 0, 0u},
                                       {"", 0, 0u}});
-  ExpectScans<unsigned long long>(ScanHex64, {{"0xFFFFFFFFFFFFFFFF", 18, ULLONG_MAX},
-                                              {"10000000000000001", 17, 1ull},
-                                              {"0x", 2, 0ull},
-                                              {"z", 0, 0ull}});
+  ExpectScans<unsigned long long>(
+      ScanHex64, {{"0xFFFFFFFFFFFFFFFF", 18, ULLONG_MAX}, {"10000000000000001", 17, 1ull}, {"0x", 2, 0ull}, {"z", 0, 0ull}});
 }
 
 TEST(NumberText, ScanDoubleTakesTheLongestFront) {
   ExpectScans<double>(
-      ScanDouble,
-      {{"1.5", 3, 1.5}, {"-1.5", 4, -1.5},   {"+1.5", 4, 1.5},   {"  \t 2", 5, 2.0},  {"5.", 2, 5.0},
-       {".5", 2, 0.5},  {"-.5e1x", 5, -5.0}, {"1e3", 3, 1000.0}, {"1E+3", 4, 1000.0}, {"1e-3", 4, 0.001},
-       {"1e", 1, 1.0},  {"1e+", 1, 1.0},     {"1ex", 1, 1.0},    {"1e+-3", 1, 1.0},   {"1.2.3", 3, 1.2},
-       {"1,5", 1, 1.0}, {"12 34", 2, 12.0},  {"", 0, 0.0},       {".", 0, 0.0},       {"-", 0, 0.0},
-       {"-.", 0, 0.0},  {".e5", 0, 0.0},     {"e5", 0, 0.0},     {"+-1", 0, 0.0},     {"--1", 0, 0.0},
-       {"- 1", 0, 0.0}, {",5", 0, 0.0}});
+      ScanDouble, {{"1.5", 3, 1.5},     {"-1.5", 4, -1.5},  {"+1.5", 4, 1.5},    {"  \t 2", 5, 2.0}, {"5.", 2, 5.0},     {".5", 2, 0.5},
+                   {"-.5e1x", 5, -5.0}, {"1e3", 3, 1000.0}, {"1E+3", 4, 1000.0}, {"1e-3", 4, 0.001}, {"1e", 1, 1.0},     {"1e+", 1, 1.0},
+                   {"1ex", 1, 1.0},     {"1e+-3", 1, 1.0},  {"1.2.3", 3, 1.2},   {"1,5", 1, 1.0},    {"12 34", 2, 12.0}, {"", 0, 0.0},
+                   {".", 0, 0.0},       {"-", 0, 0.0},      {"-.", 0, 0.0},      {".e5", 0, 0.0},    {"e5", 0, 0.0},     {"+-1", 0, 0.0},
+                   {"--1", 0, 0.0},     {"- 1", 0, 0.0},    {",5", 0, 0.0}});
 }
 
 TEST(NumberText, ScanDoubleIsDecimalOnlyAndKnowsNoInfinityAndNoNan) {
@@ -235,9 +226,7 @@ TEST(NumberText, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
     ASSERT_EQ(Bits(read), Bits(expected)) << text;
     float single = 0;
     ASSERT_EQ(ScanFloat(text, single), text.size()) << text;
-    ASSERT_EQ(std::bit_cast<std::uint32_t>(single),
-              std::bit_cast<std::uint32_t>(std::strtof(text.c_str(), nullptr)))
-        << text;
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(std::strtof(text.c_str(), nullptr))) << text;
   }
 }
 
@@ -260,8 +249,7 @@ TEST(NumberText, ScansEqualTheCLibraryOnScrambledText) {
   constexpr std::string_view kAlphabet = "0123456789012345678901234567890+-.eE \t,z";
   for (int i = 0; i < 300'000; ++i) {
     std::string text;
-    for (std::size_t length = random() % 14; length > 0; --length)
-      text += kAlphabet[random() % kAlphabet.size()];
+    for (std::size_t length = random() % 14; length > 0; --length) text += kAlphabet[random() % kAlphabet.size()];
 
     char* end = nullptr;
     const double real = std::strtod(text.c_str(), &end);
@@ -348,8 +336,7 @@ TEST(NumberText, AppendGeneralHasSixDigitsAndExponentsOfAtLeastTwo) {
   EXPECT_EQ(General(-1.0 / 3), "-0.333333");
   EXPECT_EQ(General(1e300), "1e+300");
   EXPECT_EQ(General(-0.0), "-0");
-  EXPECT_EQ(General(std::numeric_limits<long double>::max()),
-            Printed("%Lg", std::numeric_limits<long double>::max()));
+  EXPECT_EQ(General(std::numeric_limits<long double>::max()), Printed("%Lg", std::numeric_limits<long double>::max()));
 }
 
 TEST(NumberText, WholeNumbersPrintInFull) {

@@ -71,10 +71,9 @@ TEST(NumericHelpers, TimeIntervalFollowsItsTable) {
   };
   // The last value before each bound, the bound itself, and the step below it.
   double next = 0;
-  const Row rows[] = {{44.9, 45, 30},           {89.9, 90, 60},          {179.9, 180, 120},
-                      {449.9, 450, 300},        {1199.9, 1200, 600},     {2699.9, 2700, 1800},
-                      {5399.9, 5400, 3600},     {10799.9, 10800, 7200},  {17999.9, 18000, 14400},
-                      {25199.9, 25200, 21600},  {32399.9, 32400, 28800}, {64799.9, 64800, 43200},
+  const Row rows[] = {{44.9, 45, 30},           {89.9, 90, 60},          {179.9, 180, 120},       {449.9, 450, 300},
+                      {1199.9, 1200, 600},      {2699.9, 2700, 1800},    {5399.9, 5400, 3600},    {10799.9, 10800, 7200},
+                      {17999.9, 18000, 14400},  {25199.9, 25200, 21600}, {32399.9, 32400, 28800}, {64799.9, 64800, 43200},
                       {129599.9, 129600, 86400}};
   for (const Row& row : rows) {
     EXPECT_EQ(TimeInterval(row.below), row.step);
@@ -126,9 +125,7 @@ TEST(NumericHelpers, RoundDoubleGoesUpAtAHalf) {
   EXPECT_EQ(RoundDouble(-2.6), -3);
 }
 
-TEST(NumericHelpers, RoundDoubleAddsTheHalfFirstSoThatJustBelowAHalfIsOne) {
-  EXPECT_EQ(RoundDouble(0.49999999999999994), 1);
-}
+TEST(NumericHelpers, RoundDoubleAddsTheHalfFirstSoThatJustBelowAHalfIsOne) { EXPECT_EQ(RoundDouble(0.49999999999999994), 1); }
 
 TEST(NumericHelpers, RoundDoubleStaysIn32Bits) {
   EXPECT_EQ(RoundDouble(2147483647.0), 2147483647L);
@@ -203,8 +200,7 @@ TEST(NumericHelpers, GetDoublePrecisionEqualsASecondTranscription) {
   for (int i = 0; i < 300'000; ++i) {
     const auto bits = random();
     const double any = std::bit_cast<double>(bits);
-    const double decimal = static_cast<double>(static_cast<std::int32_t>(bits)) /
-                           std::pow(10.0, static_cast<double>(bits >> 61));
+    const double decimal = static_cast<double>(static_cast<std::int32_t>(bits)) / std::pow(10.0, static_cast<double>(bits >> 61));
     ASSERT_EQ(GetDoublePrecision(any), DecimalsByRemainder(any)) << any;
     ASSERT_EQ(GetDoublePrecision(decimal), DecimalsByRemainder(decimal)) << decimal;
   }
@@ -230,9 +226,7 @@ TEST(NumericHelpers, DmsToDegTakesItsSignFromTheDegrees) {
   EXPECT_EQ(DmsToDeg(INT_MIN, 0, 0), -2147483648.0);
 }
 
-TEST(NumericHelpers, DmsToDegBetweenMinusOneAndZeroLosesItsSign) {
-  EXPECT_EQ(DmsToDeg(-0, 30, 0), 0.5);
-}
+TEST(NumericHelpers, DmsToDegBetweenMinusOneAndZeroLosesItsSign) { EXPECT_EQ(DmsToDeg(-0, 30, 0), 0.5); }
 
 TEST(NumericHelpers, DegToDmTruncatesTowardsZero) {
   int d = 7;

@@ -58,8 +58,9 @@ TEST(PrintfText, IntsEqualTheCLibraryInEveryForm) {
 }
 
 TEST(PrintfText, TheEndsOfDoublesInEveryKind) {
-  const double values[] = {0.0, -0.0, 1.0, DBL_TRUE_MIN, DBL_MIN, DBL_MAX, -DBL_MAX, 1e308, 9.9999995, 0.00009999995, 1e15,
-                           kInfinity, -kInfinity, kNan, std::copysign(kNan, -1.0)};
+  const double values[] = {0.0,     -0.0,      1.0,        DBL_TRUE_MIN, DBL_MIN,
+                           DBL_MAX, -DBL_MAX,  1e308,      9.9999995,    0.00009999995,
+                           1e15,    kInfinity, -kInfinity, kNan,         std::copysign(kNan, -1.0)};
   for (const double value : values) {
     for (const char kind : std::string_view("aefgAEFG")) {
       for (const char* front : {"%", "%+", "% ", "%#", "%012", "%-12", "%+#030", "%.0", "%#.0", "%.1", "%.20", "%.350"}) {
@@ -82,8 +83,8 @@ TEST(PrintfText, TheEndsOfIntsInEveryKind) {
 TEST(PrintfText, HexadecimalRoundsHalvesToEvenAndMayLeadWithTwo) {
   EXPECT_EQ(PrintfText("%.0a", 1.5), "0x2p+0");
   EXPECT_EQ(PrintfText("%.0a", 1.25), "0x1p+0");
-  EXPECT_EQ(PrintfText("%.1a", 1.0 + 1.0 / 32), "0x1.0p+0");   // 1.08 in hexadecimal
-  EXPECT_EQ(PrintfText("%.1a", 1.0 + 3.0 / 32), "0x1.2p+0");   // 1.18
+  EXPECT_EQ(PrintfText("%.1a", 1.0 + 1.0 / 32), "0x1.0p+0");  // 1.08 in hexadecimal
+  EXPECT_EQ(PrintfText("%.1a", 1.0 + 3.0 / 32), "0x1.2p+0");  // 1.18
   EXPECT_EQ(PrintfText("%a", DBL_TRUE_MIN), "0x0.0000000000001p-1022");
 }
 
@@ -119,7 +120,9 @@ TEST(PrintfText, TextAroundTheConversionStays) {
   EXPECT_EQ(PrintfText("100%% of %d%%", 5), "100% of 5%");
   EXPECT_EQ(PrintfText("%%%d", 5), "%5");
   EXPECT_EQ(PrintfText("%%d", 5), "%d");
-  EXPECT_EQ(PrintfText(std::string_view("a\0%d\0", 5), 5), std::string("a\0" "5\0", 4));
+  EXPECT_EQ(PrintfText(std::string_view("a\0%d\0", 5), 5), std::string("a\0"
+                                                                       "5\0",
+                                                                       4));
 }
 
 }  // namespace

@@ -10,9 +10,7 @@
 namespace crowded {
 
 struct Other {};
-Other& operator<<(Other& other, int) {
-  return other;
-}
+Other& operator<<(Other& other, int) { return other; }
 
 std::string Built() {
   using ::operator<<;
@@ -103,8 +101,6 @@ TEST(StringAppend, RealNumbersHaveSixDigits) {
   EXPECT_EQ(Appended(-std::numeric_limits<float>::infinity()), "-inf");
 }
 
-TEST(StringAppend, IsReachedFromACrowdedNamespace) {
-  EXPECT_EQ(crowded::Built(), "n=1");
-}
+TEST(StringAppend, IsReachedFromACrowdedNamespace) { EXPECT_EQ(crowded::Built(), "n=1"); }
 
 }  // namespace

@@ -65,28 +65,55 @@ void ExpectRows(const std::vector<VersionRow>& rows) {
 
 TEST(OSType, IsAnIntWhoseNumbersAreStored) {
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<OSType>, int>));
-  const OSType types[] = {OS_UNKNOWN,          OS_WIN32S,         OS_WINDOWS_95,          OS_WINDOWS_95_OSR2,
-                          OS_WINDOWS_NT_4,     OS_WINDOWS_98,     OS_WINDOWS_98_SE,       OS_WINDOWS_ME,
-                          OS_WINDOWS_2000,     OS_WINDOWS_XP,     OS_WINDOWS_XP_X64,      OS_WINDOWS_XP_SP2,
-                          OS_WINDOWS_XP_SP3,   OSType(13),        OS_WINDOWS_VISTA,       OS_SERVER_2003,
-                          OS_STORAGE_SERVER_2003, OS_SERVER_2003_R2, OS_HOME_SERVER,      OS_SERVER_2008,
-                          OS_SERVER_2008_R2,   OS_WINDOWS_7,      OS_WINDOWS_8};
+  const OSType types[] = {OS_UNKNOWN,
+                          OS_WIN32S,
+                          OS_WINDOWS_95,
+                          OS_WINDOWS_95_OSR2,
+                          OS_WINDOWS_NT_4,
+                          OS_WINDOWS_98,
+                          OS_WINDOWS_98_SE,
+                          OS_WINDOWS_ME,
+                          OS_WINDOWS_2000,
+                          OS_WINDOWS_XP,
+                          OS_WINDOWS_XP_X64,
+                          OS_WINDOWS_XP_SP2,
+                          OS_WINDOWS_XP_SP3,
+                          OSType(13),
+                          OS_WINDOWS_VISTA,
+                          OS_SERVER_2003,
+                          OS_STORAGE_SERVER_2003,
+                          OS_SERVER_2003_R2,
+                          OS_HOME_SERVER,
+                          OS_SERVER_2008,
+                          OS_SERVER_2008_R2,
+                          OS_WINDOWS_7,
+                          OS_WINDOWS_8};
   for (int i = 0; i < 23; ++i) EXPECT_EQ(static_cast<int>(types[i]), i);
 }
 
 TEST(OSTypeOf, Family0IsOneSystem) { ExpectRows({{Version(0, 0, 0), 1}, {Version(0, 3, 11), 1}, {Version(0, 6, 2), 1}}); }
 
 TEST(OSTypeOf, Family1GoesByTheSecondCharacterOfTheServiceText) {
-  ExpectRows({{WithText(Version(1, 4, 0), " C"), 3},  {WithText(Version(1, 4, 0), " B"), 3},
-              {WithText(Version(1, 4, 0), ""), 2},    {WithText(Version(1, 4, 0), " A"), 2},
-              {WithText(Version(1, 4, 0), "C"), 2},   {WithText(Version(1, 4, 0), "B "), 2},
-              {WithText(Version(1, 4, 0), " b"), 2},  {WithText(Version(1, 4, 0), " C and more"), 3},
-              {WithText(Version(1, 4, 10), " A"), 6}, {WithText(Version(1, 4, 10), " B"), 6},
-              {WithText(Version(1, 4, 10), ""), 5},   {WithText(Version(1, 4, 10), " C"), 5},
-              {WithText(Version(1, 4, 10), "A"), 5},  {WithText(Version(1, 4, 90), " A"), 7},
-              {Version(1, 4, 90), 7},                 {Version(1, 4, 1), 0},
-              {Version(1, 4, 91), 0},                 {Version(1, 3, 0), 0},
-              {Version(1, 5, 0), 0},                  {WithText(Version(1, 4, 0), std::string("\0\0", 2)), 2}});
+  ExpectRows({{WithText(Version(1, 4, 0), " C"), 3},
+              {WithText(Version(1, 4, 0), " B"), 3},
+              {WithText(Version(1, 4, 0), ""), 2},
+              {WithText(Version(1, 4, 0), " A"), 2},
+              {WithText(Version(1, 4, 0), "C"), 2},
+              {WithText(Version(1, 4, 0), "B "), 2},
+              {WithText(Version(1, 4, 0), " b"), 2},
+              {WithText(Version(1, 4, 0), " C and more"), 3},
+              {WithText(Version(1, 4, 10), " A"), 6},
+              {WithText(Version(1, 4, 10), " B"), 6},
+              {WithText(Version(1, 4, 10), ""), 5},
+              {WithText(Version(1, 4, 10), " C"), 5},
+              {WithText(Version(1, 4, 10), "A"), 5},
+              {WithText(Version(1, 4, 90), " A"), 7},
+              {Version(1, 4, 90), 7},
+              {Version(1, 4, 1), 0},
+              {Version(1, 4, 91), 0},
+              {Version(1, 3, 0), 0},
+              {Version(1, 5, 0), 0},
+              {WithText(Version(1, 4, 0), std::string("\0\0", 2)), 2}});
 }
 
 TEST(OSTypeOf, Family2UpTo4IsOneSystem) {

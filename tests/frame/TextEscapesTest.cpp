@@ -7,13 +7,10 @@
 
 namespace {
 
-std::string Bytes(const char* text, std::size_t size) {
-  return {text, size};
-}
+std::string Bytes(const char* text, std::size_t size) { return {text, size}; }
 
 void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {
-  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-    text.replace(at, from.size(), to);
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) text.replace(at, from.size(), to);
 }
 
 // The escaping told step by step, one character after the other over the whole text.
@@ -102,13 +99,9 @@ TEST(TextEscapes, XmlLeavesBracketsThatCloseAndEnds) {
   EXPECT_EQ(XMLEscape("><"), ">&lt;");
 }
 
-TEST(TextEscapes, XmlOfNullIsEmpty) {
-  EXPECT_EQ(XMLEscape(nullptr), "");
-}
+TEST(TextEscapes, XmlOfNullIsEmpty) { EXPECT_EQ(XMLEscape(nullptr), ""); }
 
-TEST(TextEscapes, XmlOfAStringTakesZeroBytesToo) {
-  EXPECT_EQ(XMLEscape(Bytes("a\0&", 3)), Bytes("a\0&amp;", 7));
-}
+TEST(TextEscapes, XmlOfAStringTakesZeroBytesToo) { EXPECT_EQ(XMLEscape(Bytes("a\0&", 3)), Bytes("a\0&amp;", 7)); }
 
 TEST(TextEscapes, XmlEqualsTheStepsOneByOne) {
   std::mt19937 random(9);

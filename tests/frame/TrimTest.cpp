@@ -74,8 +74,6 @@ TEST(Trim, OfNullIsNull) {
   EXPECT_EQ(trimright(none, ' '), nullptr);
 }
 
-TEST(Trim, OfAStringPassesItsZeroBytes) {
-  EXPECT_EQ(OnString(trim, std::string(" \0 ", 3), ' '), std::string("\0", 1));
-}
+TEST(Trim, OfAStringPassesItsZeroBytes) { EXPECT_EQ(OnString(trim, std::string(" \0 ", 3), ' '), std::string("\0", 1)); }
 
 }  // namespace

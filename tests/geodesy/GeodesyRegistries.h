@@ -71,9 +71,7 @@ struct StaticDataRegistry {
     using NamedObject::NamedObject;
   };
   static List& One() { return List::GetGeoStaticDataList(); }
-  static void Register(List& list, const std::string& type, Creator* creator) {
-    list.RegisterGeoStaicDatabase(type, creator);
-  }
+  static void Register(List& list, const std::string& type, Creator* creator) { list.RegisterGeoStaicDatabase(type, creator); }
   static bool UnRegister(List& list, const std::string& type) { return list.UnRegisterGeoStaicDatabase(type); }
   static int Types(List& list, std::vector<std::string>& types) { return list.GetGeoStaticTypes(types); }
 };
@@ -98,8 +96,7 @@ struct GeoidRegistry {
 template <class Registry>
 class NotingCreator : public Registry::Creator {
  public:
-  explicit NotingCreator(std::string name = "made", int* destroyed = nullptr)
-      : m_name(std::move(name)), m_destroyed(destroyed) {}
+  explicit NotingCreator(std::string name = "made", int* destroyed = nullptr) : m_name(std::move(name)), m_destroyed(destroyed) {}
   NotingCreator(const NotingCreator&) = delete;
   NotingCreator& operator=(const NotingCreator&) = delete;
   ~NotingCreator() override {

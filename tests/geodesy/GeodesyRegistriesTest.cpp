@@ -49,10 +49,8 @@ struct FirstUse {
   char letter;
   void (*use)(char);
 };
-constexpr std::array<FirstUse, 4> kUses = {{{'c', Use<CoordSysRegistry>},
-                                            {'d', Use<DatabaseRegistry>},
-                                            {'g', Use<GeoidRegistry>},
-                                            {'s', Use<StaticDataRegistry>}}};
+constexpr std::array<FirstUse, 4> kUses = {
+    {{'c', Use<CoordSysRegistry>}, {'d', Use<DatabaseRegistry>}, {'g', Use<GeoidRegistry>}, {'s', Use<StaticDataRegistry>}}};
 
 std::string Sorted(std::string letters) {
   std::sort(letters.begin(), letters.end());

@@ -55,9 +55,7 @@ double UnitAfter(double unit, bool result = true) {
   return model.m_linearUnit;
 }
 
-bool IsSameBits(double left, double right) {
-  return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
-}
+bool IsSameBits(double left, double right) { return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right); }
 
 TEST(GeoidModel, StartsWithoutFileAndSystemAndWithAUnitOfOne) {
   const OpenModel model;

@@ -7,6 +7,7 @@
 #include <utility>
 
 // All numbers that a spare operation may have.
+// clang-format off
 #define FOR_NUMBERS_2_TO_19(X) \
   X(2) X(3) X(4) X(5) X(6) X(7) X(8) X(9) X(10) X(11) X(12) X(13) X(14) X(15) X(16) X(17) X(18) X(19)
 #define FOR_NUMBERS_1_TO_19(X) X(1) FOR_NUMBERS_2_TO_19(X)
@@ -18,6 +19,7 @@
 #define FOR_NUMBERS_67_TO_76(X) X(67) X(68) X(69) X(70) X(71) X(72) X(73) X(74) X(75) X(76)
 #define FOR_NUMBERS_1_TO_76(X) \
   FOR_NUMBERS_1_TO_19(X) X(20) FOR_NUMBERS_21_TO_61(X) FOR_NUMBERS_62_TO_66(X) FOR_NUMBERS_67_TO_76(X)
+// clang-format on
 
 // What a class has in slot Number, on top of Base.
 template <int Number, class Base>
@@ -45,18 +47,18 @@ struct Overriding;
 template <template <int, class> class Slot, class Interface, int Count, int Missing>
 using Below = Overriding<Slot, Interface, Count - 1, (Missing < Count ? Missing : 0)>;
 template <template <int, class> class Slot, class Interface, int Count, int Missing>
-struct Overriding
-    : std::conditional_t<Count == Missing, std::type_identity<Below<Slot, Interface, Count, Missing>>,
-                         std::type_identity<Slot<Count, Below<Slot, Interface, Count, Missing>>>>::type {};
+struct Overriding : std::conditional_t<Count == Missing, std::type_identity<Below<Slot, Interface, Count, Missing>>,
+                                       std::type_identity<Slot<Count, Below<Slot, Interface, Count, Missing>>>>::type {};
 template <template <int, class> class Slot, class Interface>
 struct Overriding<Slot, Interface, 0, 0> : Interface {};
 
 // Whether each of the Count slots, left out alone, leaves a class abstract.
 template <template <int, class> class Slot, class Interface, int Count>
 constexpr bool EachSlotIsPure() {
-  return []<int... Less>(std::integer_sequence<int, Less...>) {
+  constexpr auto each = []<int... Less>(std::integer_sequence<int, Less...>) {
     return (std::is_abstract_v<Overriding<Slot, Interface, Count, Less + 1>> && ...);
-  }(std::make_integer_sequence<int, Count>{});
+  };
+  return each(std::make_integer_sequence<int, Count>{});
 }
 
 // The place of a virtual operation after the destructor, from 1, by the value of its member pointer: the offset in the table

@@ -310,15 +310,14 @@ TYPED_TEST_P(GeodesyRegistry, TheOneListDestroysEachCreatorOnceAtExit) {
   EXPECT_EQ(child.OutputText(), "co");
 }
 
-REGISTER_TYPED_TEST_SUITE_P(GeodesyRegistry, AnUnknownTypeGivesNull, CreatesByTypeCaseSensitively, EachObjectIsANewOne,
-                            ACreatorMayGiveNull, TheFirstOfATypeStaysAndTheRefusedOneIsItsCallers,
-                            TheSameCreatorTwiceUnderATypeIsDestroyedOnce, ANullCreatorIsIgnored,
-                            UnregisteringDestroysTheCreator, AnObjectOutlivesItsCreator,
+REGISTER_TYPED_TEST_SUITE_P(GeodesyRegistry, AnUnknownTypeGivesNull, CreatesByTypeCaseSensitively, EachObjectIsANewOne, ACreatorMayGiveNull,
+                            TheFirstOfATypeStaysAndTheRefusedOneIsItsCallers, TheSameCreatorTwiceUnderATypeIsDestroyedOnce,
+                            ANullCreatorIsIgnored, UnregisteringDestroysTheCreator, AnObjectOutlivesItsCreator,
                             ListsItsTypesInTheOrderOfTheirBytes, CreatorsGoWithTheList,
                             OneCreatorForTwoTypesIsDestroyedOnceWithTheLastOfThem, OneCreatorForManyTypesGoesOnceWithTheList,
                             CopiesShareTheCreatorsAndTheLastDestroysThemOnce, AssignmentToItselfKeepsTheCreators,
                             ACreatorMayTakeItsOwnTypeOutWhileItWorks, ACreatorMayEmptyTheWholeListWhileItWorks,
                             ACreatorMayRegisterOthersWhileItWorks, WhatACreatorThrowsPassesAndNothingBreaks,
                             ACreatorThatTakesItselfOutAndThrowsIsDestroyedOnce, ACreatorMayAskTheListWhileItGoes,
-                            ACreatorMayAskTheListWhileAnotherTakesItsPlace, CreatingAsksForNoMemoryOfItsOwn,
-                            DestroysThroughTheBases, ThereIsOne, TheOneListDestroysEachCreatorOnceAtExit);
+                            ACreatorMayAskTheListWhileAnotherTakesItsPlace, CreatingAsksForNoMemoryOfItsOwn, DestroysThroughTheBases,
+                            ThereIsOne, TheOneListDestroysEachCreatorOnceAtExit);

@@ -66,9 +66,9 @@ TEST(ZelGeoCoordSysLoader, AnyOtherNameBeforeALoadLoadsNothing) {
   ExpectInChild([] {
     OwnModules own;
     own.Add();
-    for (const std::string& name : {std::string(), std::string("zelcoordsys"), std::string("ZELCOORDSYS"),
-                                    std::string("ZELCoordSys "), std::string("ZELCoordSy"), std::string("ZELCoordSys\0", 12),
-                                    std::string("ZELGeoCoordSysR.dll"), std::string("./ZELGeoCoordSysR.dll")}) {
+    for (const std::string& name :
+         {std::string(), std::string("zelcoordsys"), std::string("ZELCOORDSYS"), std::string("ZELCoordSys "), std::string("ZELCoordSy"),
+          std::string("ZELCoordSys\0", 12), std::string("ZELGeoCoordSysR.dll"), std::string("./ZELGeoCoordSysR.dll")}) {
       EXPECT_FALSE(Load(name)) << name;
     }
     EXPECT_TRUE(own.modules.Requests().empty());
@@ -261,11 +261,9 @@ TEST(ZelGeoCoordSysLoader, APluginFillsTheRegistriesOfTheProcess) {
           ASSERT_NE(system, nullptr);
           EXPECT_TRUE(system->Operation66());
           EXPECT_NE(dynamic_cast<SpareGeoCoordSys*>(system.get()), nullptr);  // one class for both modules
-          const std::unique_ptr<ZelGeoDatabaseBase> database(
-              ZelGeoDatabaseBaseList::GetGeoDatabaseList().Create("plug-in database"));
+          const std::unique_ptr<ZelGeoDatabaseBase> database(ZelGeoDatabaseBaseList::GetGeoDatabaseList().Create("plug-in database"));
           EXPECT_NE(database, nullptr);
-          const std::unique_ptr<ZelGeoStaticDataBase> data(
-              ZelGeoStaticDatabaseList::GetGeoStaticDataList().Create("plug-in data"));
+          const std::unique_ptr<ZelGeoStaticDataBase> data(ZelGeoStaticDatabaseList::GetGeoStaticDataList().Create("plug-in data"));
           EXPECT_NE(data, nullptr);
           const std::unique_ptr<GeoidModel> model(GeoidModelList::GetGeoidModelList().Create("plug-in model"));
           ASSERT_NE(model, nullptr);
@@ -423,9 +421,21 @@ TEST(ZelGeoCoordSysLoader, APluginThatRegistersNothingIsTrue) {
 // --- Where it lies ------------------------------------------------------------------------------------------------------------
 
 TEST(ZelGeoCoordSysLoader, TheFolderMayHaveAnyName) {
-  const std::vector<std::string> names = {"a folder with blanks", " ", "in front and behind ", "H\xF6he", "25 \xB0", "\xC3\xB6",
-                                          "\x80\x81\xFE\xFF", "tab\tand\nline", "%s%n$HOME${x}$:;", "$origin", "a\\b", "\\",
-                                          "..and.so", "'\"*?", std::string(255, 'n')};
+  const std::vector<std::string> names = {"a folder with blanks",
+                                          " ",
+                                          "in front and behind ",
+                                          "H\xF6he",
+                                          "25 \xB0",
+                                          "\xC3\xB6",
+                                          "\x80\x81\xFE\xFF",
+                                          "tab\tand\nline",
+                                          "%s%n$HOME${x}$:;",
+                                          "$origin",
+                                          "a\\b",
+                                          "\\",
+                                          "..and.so",
+                                          "'\"*?",
+                                          std::string(255, 'n')};
   for (const std::string& name : names) {
     ExpectInChild([&name] {
       const TemporaryFolder outer;

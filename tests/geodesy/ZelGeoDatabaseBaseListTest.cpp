@@ -36,9 +36,7 @@ class AskedCreator : public GeoDatabaseICreator {
 
 class Readiness : public testing::Test {
  protected:
-  void Register(std::function<bool()> isReady) {
-    m_list.RegisterGeoDatabase("a", new AskedCreator(std::move(isReady), &m_destroyed));
-  }
+  void Register(std::function<bool()> isReady) { m_list.RegisterGeoDatabase("a", new AskedCreator(std::move(isReady), &m_destroyed)); }
   ZelGeoDatabaseBaseList m_list;
   int m_destroyed = 0;  // databases
 };

@@ -12,8 +12,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(ZelGeoStaticDatabaseList, GeodesyRegistry, Static
 TEST(ZelGeoStaticDatabaseList, TheNamesOfItsOperationsStayMisspelt) {
   static_assert(std::is_same_v<decltype(&ZelGeoStaticDatabaseList::RegisterGeoStaicDatabase),
                                void (ZelGeoStaticDatabaseList::*)(std::string, GeoStaticICreator*)>);
-  static_assert(std::is_same_v<decltype(&ZelGeoStaticDatabaseList::UnRegisterGeoStaicDatabase),
-                               bool (ZelGeoStaticDatabaseList::*)(std::string)>);
+  static_assert(
+      std::is_same_v<decltype(&ZelGeoStaticDatabaseList::UnRegisterGeoStaicDatabase), bool (ZelGeoStaticDatabaseList::*)(std::string)>);
   static_assert(std::is_same_v<decltype(&ZelGeoStaticDatabaseList::GetGeoStaticDataList), ZelGeoStaticDatabaseList& (*)()>);
 }
 

@@ -64,9 +64,7 @@ TEST(Angles, InterpolateCircularOfExactlyHalfAPeriodGoesStraight) {
   EXPECT_EQ(InterpolateCircular(0, 360, 180, 0, 0.5), 90);
 }
 
-TEST(Angles, InterpolateCircularReachingTheUpperEndGivesTheLower) {
-  EXPECT_EQ(InterpolateCircular(0, 360, 350, 10, 0.5), 0);
-}
+TEST(Angles, InterpolateCircularReachingTheUpperEndGivesTheLower) { EXPECT_EQ(InterpolateCircular(0, 360, 350, 10, 0.5), 0); }
 
 TEST(Angles, InterpolateCircularAddsOrTakesOnePeriodOnly) {
   EXPECT_EQ(InterpolateCircular(0, 360, 0, 90, 10), 540);    // 900 less one period
@@ -131,8 +129,7 @@ TEST(Angles, RandomInterpolationAgreesWithASecondTranscription) {
     const bool above = r >= hi;
     if (above) r = r - p;
     tally.Count(below ? "added" : above ? "taken" : "kept");
-    ASSERT_TRUE(Same(InterpolateCircular(lo, hi, a, b, t), r))
-        << lo << ' ' << hi << ' ' << a << ' ' << b << ' ' << t;
+    ASSERT_TRUE(Same(InterpolateCircular(lo, hi, a, b, t), r)) << lo << ' ' << hi << ' ' << a << ' ' << b << ' ' << t;
   }
 }
 

@@ -51,8 +51,7 @@ Points CornersByVectors(short code, const Point& reference, double height, doubl
   const Point ahead(std::sin(radians), std::cos(radians), 0);
   const Point right(std::cos(radians), -std::sin(radians), 0);
   const Place place = kPlaces[code];
-  const Point origin =
-      Point(reference.x, reference.y, 0) - right * (place.across * width) - ahead * (place.along * height);
+  const Point origin = Point(reference.x, reference.y, 0) - right * (place.across * width) - ahead * (place.along * height);
   return {origin, origin + right * width, origin + right * width + ahead * height, origin + ahead * height, origin};
 }
 
@@ -63,8 +62,7 @@ TEST(BoxComp, AroundItsCentreWithoutRotation) {
 
 TEST(BoxComp, EveryCodeWithoutRotationIsExact) {
   // Corner 0 of a box of height 4 and width 2 whose reference point lies at (10, 20).
-  const Point corner0[] = {{10, 20, 0}, {8, 20, 0}, {8, 16, 0}, {10, 16, 0}, {9, 18, 0},
-                           {9, 20, 0},  {9, 16, 0}, {8, 18, 0}, {10, 18, 0}};
+  const Point corner0[] = {{10, 20, 0}, {8, 20, 0}, {8, 16, 0}, {10, 16, 0}, {9, 18, 0}, {9, 20, 0}, {9, 16, 0}, {8, 18, 0}, {10, 18, 0}};
   for (short code = 0; code <= 8; ++code) {
     const BoxComp box(code, Point(10, 20, 0), 4, 2, 0);
     const Point& p = corner0[code];

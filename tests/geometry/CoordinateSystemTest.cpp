@@ -20,10 +20,9 @@ bool SamePage(const Page& a, const Page& b) {
 bool SameState(const CoordinateSystem& a, const SecondSystem& b) {
   return Same(a.scale.x, b.scale[0]) && Same(a.scale.y, b.scale[1]) &&
          SamePage(a.worldWindow, Page(b.world[0], b.world[1], b.world[2], b.world[3])) &&
-         SamePage(a.pixelWindow, Page(b.pixel[0], b.pixel[1], b.pixel[2], b.pixel[3])) &&
-         Same(a.worldCentre.x, b.worldCentre[0]) && Same(a.worldCentre.y, b.worldCentre[1]) &&
-         Same(a.pixelCentre.x, b.pixelCentre[0]) && Same(a.pixelCentre.y, b.pixelCentre[1]) && Same(a.skew, b.skew) &&
-         a.rotationMode == b.mode && Same(a.sinSkew, b.s) && Same(a.cosSkew, b.c);
+         SamePage(a.pixelWindow, Page(b.pixel[0], b.pixel[1], b.pixel[2], b.pixel[3])) && Same(a.worldCentre.x, b.worldCentre[0]) &&
+         Same(a.worldCentre.y, b.worldCentre[1]) && Same(a.pixelCentre.x, b.pixelCentre[0]) && Same(a.pixelCentre.y, b.pixelCentre[1]) &&
+         Same(a.skew, b.skew) && a.rotationMode == b.mode && Same(a.sinSkew, b.s) && Same(a.cosSkew, b.c);
 }
 
 // 800 by 600 pixels on as many metres: one pixel to a metre, y down.
@@ -61,8 +60,8 @@ TEST(CoordinateSystem, BeginsWithTheUnitSquareOnOnePixel) {
 
 TEST(CoordinateSystem, AScaleIsValidFromTenthOfABillionthToTenBillionEndsIncluded) {
   CoordinateSystem system;
-  const std::pair<double, bool> rows[] = {{1e-10, true},  {-1e-10, true},   {1e10, true},       {-1e10, true},
-                                          {9e-11, false}, {1.1e10, false},  {0.0, false},       {kNan, false},
+  const std::pair<double, bool> rows[] = {{1e-10, true},  {-1e-10, true},     {1e10, true},       {-1e10, true},
+                                          {9e-11, false}, {1.1e10, false},    {0.0, false},       {kNan, false},
                                           {1.0, true},    {kInfinity, false}, {-kInfinity, false}};
   for (const auto& [scale, valid] : rows) {
     system.scale = Point(scale, -1, 0);
@@ -114,12 +113,12 @@ TEST(CoordinateSystem, ComparisonMindsSkewAndCentresInTheTurnedMode) {
   EXPECT_TRUE(a == b);
   b.SetSkew(390);  // the same direction, another number
   EXPECT_TRUE(a != b);
-  for (Point CoordinateSystem::* const centre : {&CoordinateSystem::worldCentre, &CoordinateSystem::pixelCentre}) {
+  for (Point CoordinateSystem::*const centre : {&CoordinateSystem::worldCentre, &CoordinateSystem::pixelCentre}) {
     b = a;
     (b.*centre).y += 1e-12;
     EXPECT_TRUE(a != b);
   }
-  for (double CoordinateSystem::* const value : {&CoordinateSystem::sinSkew, &CoordinateSystem::cosSkew}) {
+  for (double CoordinateSystem::*const value : {&CoordinateSystem::sinSkew, &CoordinateSystem::cosSkew}) {
     b = a;
     b.*value += 1e-15;
     EXPECT_TRUE(a != b);
@@ -476,20 +475,14 @@ TEST(CoordinateSystem, MayTakeItselfForTheOther) {
 // --- Against the second transcription ------------------------------------------------------------------------------------
 
 // Ordinary windows half of the time, any numbers otherwise.
-Page AnyPage(EdgeValues& values) {
-  return Page(values.Coordinate(), values.Coordinate(), values.Coordinate(), values.Coordinate());
-}
+Page AnyPage(EdgeValues& values) { return Page(values.Coordinate(), values.Coordinate(), values.Coordinate(), values.Coordinate()); }
 
 void Change(TwoSystems& both, EdgeValues& values) {
   switch (values.Index(7)) {
-    case 0:
-      return both.SetMode(values.Index(5));
-    case 1:
-      return both.SetSkew(values.Bearing());
-    case 2:
-      return both.SetWorld(AnyPage(values));
-    case 3:
-      return both.SetPixel(AnyPage(values));
+    case 0: return both.SetMode(values.Index(5));
+    case 1: return both.SetSkew(values.Bearing());
+    case 2: return both.SetWorld(AnyPage(values));
+    case 3: return both.SetPixel(AnyPage(values));
     case 4: {
       const Page area = AnyPage(values);
       const double factor = values.Coordinate();

@@ -115,9 +115,7 @@ TEST(CurveDraw, ARadiusBelowHalfAPixelDrawsNothing) {
   EXPECT_EQ(surface.Lines(), Lines());
 }
 
-TEST(CurveDraw, ARadiusOfHalfAPixelIsDrawnInQuarters) {
-  EXPECT_EQ(ChordsOf(Curve(kCentre, 0.5, 0, 360)).size(), 4u);
-}
+TEST(CurveDraw, ARadiusOfHalfAPixelIsDrawnInQuarters) { EXPECT_EQ(ChordsOf(Curve(kCentre, 0.5, 0, 360)).size(), 4u); }
 
 TEST(CurveDraw, OnATurnedMapTheBearingsAreOfTheWorld) {
   CoordinateSystem system = OneToOne();

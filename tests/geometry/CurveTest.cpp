@@ -13,14 +13,10 @@ namespace {
 
 constexpr double kDegree = SecondCurve::kDegree;
 
-Curve Arc(double radius, double start, double end) {
-  return Curve(Point(0, 0, 0), radius, start, end);
-}
+Curve Arc(double radius, double start, double end) { return Curve(Point(0, 0, 0), radius, start, end); }
 
 // On a circle, 10 and 360 + 10 are the same.
-double BearingGap(double a, double b) {
-  return std::fabs(std::remainder(a - b, 360.0));
-}
+double BearingGap(double a, double b) { return std::fabs(std::remainder(a - b, 360.0)); }
 
 TEST(Curve, DefaultsToZero) {
   const Curve curve;
@@ -74,8 +70,7 @@ TEST(Curve, BothEndsArePartOfTheArc) {
 
 TEST(Curve, TheFullCircleHoldsEveryBearingAndHasNoSectorAngle) {
   const Curve circle = Arc(5, 0, 360);
-  for (double bearing = -720; bearing <= 720; bearing += 7.5)
-    EXPECT_TRUE(circle.AngleInCurve(bearing)) << bearing;
+  for (double bearing = -720; bearing <= 720; bearing += 7.5) EXPECT_TRUE(circle.AngleInCurve(bearing)) << bearing;
   EXPECT_EQ(circle.SectorAngle(), 0);
   EXPECT_EQ(circle.Bow(), 0);
   double ratio = 0;
@@ -210,8 +205,7 @@ TEST(Curve, NegativeBulgeBowsToTheLeftAndRunsClockwise) {
 
 TEST(Curve, BulgeOfPointsOnOneLineLeavesADefaultCurve) {
   const Point p(3, 4, 9);
-  for (const Curve& curve : {Curve(p, Point(8, 5, 7), 0.0), Curve(p, p, 1.0), Curve(p, Point(8, 5, 7), -0.0),
-                             Curve(p, p, kInfinity)}) {
+  for (const Curve& curve : {Curve(p, Point(8, 5, 7), 0.0), Curve(p, p, 1.0), Curve(p, Point(8, 5, 7), -0.0), Curve(p, p, kInfinity)}) {
     if (curve.radius != 0) {
       EXPECT_TRUE(std::isnan(curve.radius));
       continue;
@@ -306,8 +300,8 @@ TEST(Curve, GetAsPointsStraddlesTheArc) {
 TEST(Curve, GetAsPointsRefusesWhatHasNoStepOrTooMany) {
   std::vector<Point> points(1);
   const Curve arc = Arc(1000, 0, 180);
-  for (const double tolerance : {0.0, -0.0, -1.0, -1000.0, -5000.0, kNan, -kInfinity, kInfinity, kSmallest,
-                                 1e-300, 1e-13, 1e-12, 1000.0001}) {
+  for (const double tolerance :
+       {0.0, -0.0, -1.0, -1000.0, -5000.0, kNan, -kInfinity, kInfinity, kSmallest, 1e-300, 1e-13, 1e-12, 1000.0001}) {
     EXPECT_FALSE(arc.GetAsPoints(points, tolerance)) << tolerance;
   }
   for (const double radius : {kNan, kInfinity, -kInfinity, 1e300, kLargest}) {
@@ -341,9 +335,7 @@ TEST(Curve, GetAsPointsNearItsBoundStillAnswers) {
   EXPECT_NEAR(static_cast<double>(points.size()), std::numbers::pi / std::sqrt(4e-11), 200);
 }
 
-SecondCurve Second(const Curve& curve) {
-  return {curve.centre.x, curve.centre.y, curve.radius, curve.startAngle, curve.endAngle};
-}
+SecondCurve Second(const Curve& curve) { return {curve.centre.x, curve.centre.y, curve.radius, curve.startAngle, curve.endAngle}; }
 
 Curve AnyCurve(EdgeValues& random) {
   Curve curve(random.AnyPoint(), random.Coordinate(), random.Bearing(), random.Bearing());
@@ -402,14 +394,12 @@ TEST(Curve, RandomExtentsHoldTheArcAndTouchIt) {
     for (int k = 0; k <= kSteps; ++k) {
       const double bearing = start + (curve.radius < 0 ? -1 : 1) * sweep * k / kSteps;
       const double radians = bearing * std::numbers::pi / 180;
-      walked |= Point(centre.x + std::sin(radians) * std::fabs(radius),
-                      centre.y + std::cos(radians) * std::fabs(radius), 0);
+      walked |= Point(centre.x + std::sin(radians) * std::fabs(radius), centre.y + std::cos(radians) * std::fabs(radius), 0);
     }
     const double miss = std::fabs(radius) * (1 - std::cos(std::numbers::pi / kSteps)) + 1e-9;
     int quarters = 0;
-    for (const auto& [exact, found] :
-         {std::pair(page.left, walked.left), std::pair(page.bottom, walked.bottom),
-          std::pair(-page.right, -walked.right), std::pair(-page.top, -walked.top)}) {
+    for (const auto& [exact, found] : {std::pair(page.left, walked.left), std::pair(page.bottom, walked.bottom),
+                                       std::pair(-page.right, -walked.right), std::pair(-page.top, -walked.top)}) {
       ASSERT_LE(exact, found + 1e-9);
       ASSERT_GE(exact, found - miss);
     }
@@ -442,8 +432,7 @@ TEST(Curve, RandomWildExtentsAreQuiet) {
 
 TEST(Curve, RandomPolylinesAgreeWithASecondTranscription) {
   EdgeValues random(7206);
-  Tally tally({"tolerance above radius", "no step", "too many", "ends only", "clockwise", "counter-clockwise",
-               "left out, long"});
+  Tally tally({"tolerance above radius", "no step", "too many", "ends only", "clockwise", "counter-clockwise", "left out, long"});
   std::vector<Point> points;
   std::vector<Point> expected;
   for (int i = 0; i < kRandomRounds; ++i) {
@@ -465,8 +454,7 @@ TEST(Curve, RandomPolylinesAgreeWithASecondTranscription) {
         return false;
       }
       const double step = std::acos((r - tolerance) / (tolerance + r));
-      const double turn =
-          curve.radius > 0 ? curve.endAngle - curve.startAngle : curve.startAngle - curve.endAngle;
+      const double turn = curve.radius > 0 ? curve.endAngle - curve.startAngle : curve.startAngle - curve.endAngle;
       const double sweep = SecondCurve::Trim(turn) * kDegree;
       if (std::isnan(step) || step == 0 || std::isnan(sweep)) {
         tally.Count("no step");
@@ -508,8 +496,7 @@ TEST(Curve, RandomBulgesMakeTheArcThroughBothEnds) {
   Tally tally({"to the right", "to the left", "refused"});
   for (int i = 0; i < kRandomRounds; ++i) {
     const Point p1(random.Between(-100, 100), random.Between(-100, 100), 1);
-    const Point p2 =
-        random.Index(20) == 0 ? p1 : Point(random.Between(-100, 100), random.Between(-100, 100), 5);
+    const Point p2 = random.Index(20) == 0 ? p1 : Point(random.Between(-100, 100), random.Between(-100, 100), 5);
     const double bulge = (random.Flag() ? 1 : -1) * random.Between(0.05, 2);
     const Curve arc(p1, p2, bulge);
     if (tally.Either(arc.radius == 0, "refused", bulge > 0 ? "to the right" : "to the left")) {
@@ -544,8 +531,7 @@ TEST(Curve, RandomWildBulgesAgreeWithASecondTranscription) {
     const double dy = p2.y - p1.y;
     const double sagitta = std::fabs(bulge) * std::sqrt(dx * dx + dy * dy) * 0.5;
     const double turned = (SecondCurve::Bearing(dx, dy) + (bulge >= 0 ? 90.0 : -90.0)) * kDegree;
-    const Point third((p1.x + p2.x) * 0.5 + std::sin(turned) * sagitta,
-                      (p1.y + p2.y) * 0.5 + std::cos(turned) * sagitta, 0);
+    const Point third((p1.x + p2.x) * 0.5 + std::sin(turned) * sagitta, (p1.y + p2.y) * 0.5 + std::cos(turned) * sagitta, 0);
     Point centre;
     const bool found = CentreCircleFrom3P(p1, third, p2, centre);
     const Curve arc(p1, p2, bulge);

@@ -244,8 +244,7 @@ bool Flatten(const Scene& scene, Point (&p)[2], bool noBearing, Line& flat) {
     const double x = q.x - scene.refX;
     const double y = q.y - scene.refY;
     const double z = q.z;
-    q = Point(std::cos(b) * x + std::sin(b) * y,
-              std::cos(a) * std::cos(b) * y - std::cos(a) * std::sin(b) * x + std::sin(a) * z,
+    q = Point(std::cos(b) * x + std::sin(b) * y, std::cos(a) * std::cos(b) * y - std::cos(a) * std::sin(b) * x + std::sin(a) * z,
               std::sin(a) * std::sin(b) * x - std::sin(a) * std::cos(b) * y + std::cos(a) * z);
   }
   const bool seen[] = {scene.distance - p[0].z > 0, scene.distance - p[1].z > 0};
@@ -274,8 +273,12 @@ TEST(D3Projector, RandomScenesAreDrawnAsTheRulesSay) {
     RecordingSurface surface;
     SecondDrawing second(both.second);
     AnySurface(values, surface, second);
-    const Scene scene{values.Flag() ? values.Between(1, 1000) : values.Coordinate(), values.Coordinate(), values.Coordinate(),
-                      values.Bearing(), values.Bearing(), values.Flag()};
+    const Scene scene{values.Flag() ? values.Between(1, 1000) : values.Coordinate(),
+                      values.Coordinate(),
+                      values.Coordinate(),
+                      values.Bearing(),
+                      values.Bearing(),
+                      values.Flag()};
     D3Projector projector;
     projector.GetCoordinateSystem() = both.ours;
     projector.SetViewDistance(scene.distance);

@@ -41,9 +41,7 @@ bool Same(Number a, Number b) {
   return a == b && std::signbit(a) == std::signbit(b);
 }
 
-inline bool Same(const Point& a, const Point& b) {
-  return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z);
-}
+inline bool Same(const Point& a, const Point& b) { return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z); }
 
 // A sequence of numbers for a test, repeatable by its seed, which is printed.
 class EdgeValues {
@@ -53,9 +51,7 @@ class EdgeValues {
   // 0 to count - 1.
   int Index(int count) { return std::uniform_int_distribution<int>(0, count - 1)(m_random); }
   bool Flag() { return Index(2) == 0; }
-  double Between(double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(m_random);
-  }
+  double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(m_random); }
 
   // A whole number of few: coincident, collinear and touching shapes come by themselves.
   double Grid() { return Index(9) - 4; }
@@ -63,75 +59,55 @@ class EdgeValues {
   // Next to `value`: itself, a neighbouring double, or off by about a tolerance of geometry.
   double Near(double value) {
     switch (Index(6)) {
-      case 0:
-        return value;
-      case 1:
-        return std::nextafter(value, kInfinity);
-      case 2:
-        return std::nextafter(value, -kInfinity);
-      case 3:
-        return value + Between(-3e-7, 3e-7);
-      case 4:
-        return value + Between(-3e-14, 3e-14);
-      default:
-        return value * (1 + Between(-1e-13, 1e-13));
+      case 0: return value;
+      case 1: return std::nextafter(value, kInfinity);
+      case 2: return std::nextafter(value, -kInfinity);
+      case 3: return value + Between(-3e-7, 3e-7);
+      case 4: return value + Between(-3e-14, 3e-14);
+      default: return value * (1 + Between(-1e-13, 1e-13));
     }
   }
 
   // What ought not to be given, but is.
   double Wild() {
-    static constexpr double kValues[] = {0.0,       -0.0,      kNan,       kInfinity, -kInfinity, kLargest,
-                                         -kLargest, kSmallest, -kSmallest, 1e-300,    -1e-300,    1e-7,
-                                         -1e-7,     1e-160,    1e160,      -1e160,    1e10,       -1e10,
-                                         1e308,     2.2e-308,  360.0};
+    static constexpr double kValues[] = {0.0,       -0.0,       kNan,   kInfinity, -kInfinity, kLargest, -kLargest,
+                                         kSmallest, -kSmallest, 1e-300, -1e-300,   1e-7,       -1e-7,    1e-160,
+                                         1e160,     -1e160,     1e10,   -1e10,     1e308,      2.2e-308, 360.0};
     return kValues[Index(static_cast<int>(std::size(kValues)))];
   }
 
   // Mostly a coordinate that a survey has, or a grid's, or one beside it; at times something wild.
   double Coordinate() {
     switch (Index(16)) {
-      case 0:
-        return Wild();
+      case 0: return Wild();
       case 1:
       case 2:
       case 3:
-      case 4:
-        return Between(-1000, 1000);
-      case 5:
-        return Between(-7e6, 7e6);
+      case 4: return Between(-1000, 1000);
+      case 5: return Between(-7e6, 7e6);
       case 6:
       case 7:
-      case 8:
-        return Near(Grid());
-      case 9:
-        return Between(-2e-7, 2e-7);
-      default:
-        return Grid();
+      case 8: return Near(Grid());
+      case 9: return Between(-2e-7, 2e-7);
+      default: return Grid();
     }
   }
 
   // A bearing: mostly a quarter of the circle, one beside it, or any; at times something wild.
   double Bearing() {
     switch (Index(16)) {
-      case 0:
-        return Wild();
+      case 0: return Wild();
       case 1:
       case 2:
       case 3:
-      case 4:
-        return Between(0, 360);
-      case 5:
-        return Between(-2000, 2000);
+      case 4: return Between(0, 360);
+      case 5: return Between(-2000, 2000);
       case 6:
       case 7:
-      case 8:
-        return Near(90.0 * Index(5));
-      case 9:
-        return Between(-1e-13, 1e-13);
-      case 10:
-        return 45.0 * (Index(33) - 16);
-      default:
-        return 90.0 * Index(5);
+      case 8: return Near(90.0 * Index(5));
+      case 9: return Between(-1e-13, 1e-13);
+      case 10: return 45.0 * (Index(33) - 16);
+      default: return 90.0 * Index(5);
     }
   }
 
@@ -154,14 +130,10 @@ class EdgeValues {
   std::pair<Point, Point> Related(const Point& a, const Point& b) {
     const auto near = [&](const Point& point) { return Flag() ? point : NearPoint(point); };
     switch (Index(5)) {
-      case 0:
-        return {near(a), near(b)};
-      case 1:
-        return {near(b), near(a)};
-      case 2:
-        return {NearLine(a, b), NearLine(a, b)};
-      case 3:
-        return {NearLine(a, b), AnyPoint()};
+      case 0: return {near(a), near(b)};
+      case 1: return {near(b), near(a)};
+      case 2: return {NearLine(a, b), NearLine(a, b)};
+      case 3: return {NearLine(a, b), AnyPoint()};
       default: {
         const Point beside = Point(b.y - a.y, a.x - b.x, 0) * (Flag() ? Between(-1e-6, 1e-6) : Grid());
         return {near(a + beside), near(b + beside)};

@@ -229,8 +229,10 @@ TEST(EditableObject, UndoAndRedoOfAnEmptyStackAreFalse) {
 }
 
 TEST(EditableObject, UndoDoesWhatTheTableSaysAndFilesTheRecord) {
-  const std::pair<int, const char*> rows[] = {{1, "delete at 8 with 1/1"}, {2, "delete at 8 with 1/1"},
-                                              {3, "insert 8 at -1 with 1/1"}, {5, "back 8 at -1 with 1/1"},
+  const std::pair<int, const char*> rows[] = {{1, "delete at 8 with 1/1"},
+                                              {2, "delete at 8 with 1/1"},
+                                              {3, "insert 8 at -1 with 1/1"},
+                                              {5, "back 8 at -1 with 1/1"},
                                               {6, "back 8 at -1 with 1/1"}};
   for (const auto& [kind, call] : rows) {
     Recorder object;
@@ -248,8 +250,10 @@ TEST(EditableObject, UndoDoesWhatTheTableSaysAndFilesTheRecord) {
 }
 
 TEST(EditableObject, RedoDoesWhatTheTableSaysAndFilesTheRecord) {
-  const std::pair<int, const char*> rows[] = {{1, "add 8 at -1 with 1/1"},      {2, "insert 8 at -1 with 1/1"},
-                                              {3, "delete at 8 with 1/1"},      {5, "forward 8 at -1 with 1/1"},
+  const std::pair<int, const char*> rows[] = {{1, "add 8 at -1 with 1/1"},
+                                              {2, "insert 8 at -1 with 1/1"},
+                                              {3, "delete at 8 with 1/1"},
+                                              {5, "forward 8 at -1 with 1/1"},
                                               {6, "forward 8 at -1 with 1/1"}};
   for (const auto& [kind, call] : rows) {
     Recorder object;
@@ -450,9 +454,8 @@ TEST(EditableObject, AMovementIsADistanceAbove0) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double infinity = std::numeric_limits<double>::infinity();
   // The square of a tiny distance is 0; what is no number is not above 0.
-  const std::tuple<double, double, bool> drops[] = {{1e-100, 0, true},   {0, -1e-7, true}, {denormal, 0, false},
-                                                    {1e-170, 0, false},  {nan, 1, false},  {infinity, 0, true},
-                                                    {0, infinity, true}, {-0.0, 0, false}};
+  const std::tuple<double, double, bool> drops[] = {{1e-100, 0, true}, {0, -1e-7, true},    {denormal, 0, false}, {1e-170, 0, false},
+                                                    {nan, 1, false},   {infinity, 0, true}, {0, infinity, true},  {-0.0, 0, false}};
   for (const auto& [x, y, moved] : drops) {
     Recorder object;
     object.m_redoStack = {{5, 8, Point(), Point()}};
@@ -613,8 +616,7 @@ class HistoryModel {
 
   bool Undo() { return Step(undo, redo, {"", "delete", "delete", "insert", "", "back", "back"}, {1, 2}, {1, 2, 3, 5, 6}); }
   bool Redo() {
-    return Step(redo, undo, {"", "add", "insert", "delete", "delete all", "forward", "forward"}, {3},
-                {1, 2, 3, 5, 6, kUnknown});
+    return Step(redo, undo, {"", "add", "insert", "delete", "delete all", "forward", "forward"}, {3}, {1, 2, 3, 5, 6, kUnknown});
   }
   void DeleteAt(int kind, const Point& point) {
     redo.push_back({kind, active, Point(), point});
@@ -647,8 +649,8 @@ class HistoryModel {
     const std::string operation = kind == kUnknown ? "" : operations[static_cast<std::size_t>(kind)];
     const bool hasRecord = operation == "add" || operation == "insert" || operation == "back" || operation == "forward";
     if (!operation.empty()) {
-      calls.push_back(operation + (hasRecord ? " " + std::to_string(record.index) : "") + " at " + std::to_string(active) +
-                      " with " + std::to_string(undo.size()) + "/" + std::to_string(redo.size()));
+      calls.push_back(operation + (hasRecord ? " " + std::to_string(record.index) : "") + " at " + std::to_string(active) + " with " +
+                      std::to_string(undo.size()) + "/" + std::to_string(redo.size()));
     }
     if (filed.contains(kind)) to.push_back(record);
     return true;
@@ -657,8 +659,8 @@ class HistoryModel {
 
 TEST(EditableObject, RandomStepsGoAsTheTableSays) {
   EdgeValues random(7711);
-  Tally tally({"undone", "nothing to undo", "redone", "nothing to redo", "added", "deleted", "all deleted", "dragged",
-               "dropped elsewhere", "clicked", "dropped while idle", "dropped without a drag", "cleared"});
+  Tally tally({"undone", "nothing to undo", "redone", "nothing to redo", "added", "deleted", "all deleted", "dragged", "dropped elsewhere",
+               "clicked", "dropped while idle", "dropped without a drag", "cleared"});
   Recorder object;
   HistoryModel model;
   for (int i = 0; i < kRandomRounds; ++i) {
@@ -699,7 +701,10 @@ TEST(EditableObject, RandomStepsGoAsTheTableSays) {
       case 10: {
         const bool isDrag = model.state != 0 && !model.redo.empty();
         const bool isClick = isDrag && model.redo.back().from.Dist2D(point) == 0;
-        tally.Count(model.state == 0 ? "dropped while idle" : !isDrag ? "dropped without a drag" : isClick ? "clicked" : "dropped elsewhere");
+        tally.Count(model.state == 0 ? "dropped while idle"
+                    : !isDrag        ? "dropped without a drag"
+                    : isClick        ? "clicked"
+                                     : "dropped elsewhere");
         object.Drop(point);
         model.Drop(point);
         break;

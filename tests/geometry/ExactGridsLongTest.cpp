@@ -61,24 +61,18 @@ void ForSegmentPairs(Check check) {
   }
   const std::size_t count = segments.size();
   std::size_t pair = 0;
-  EXPECT_TRUE(ForSpread(count * count, 11, pair,
-                        [&](std::size_t i) { return check(segments[i / count], segments[i % count]); }))
+  EXPECT_TRUE(ForSpread(count * count, 11, pair, [&](std::size_t i) { return check(segments[i / count], segments[i % count]); }))
       << segments[pair / count].Shown() << " and " << segments[pair % count].Shown();
 }
 
 // Twice the area of the triangle, positive to the left of the way from a to b.
-int Turn(const Node& a, const Node& b, const Node& c) {
-  return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-}
+int Turn(const Node& a, const Node& b, const Node& c) { return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x); }
 
 bool IsOn(const Segment& s, const Node& p) {
-  return Turn(s.start, s.end, p) == 0 && LiteralBetween(p.x, s.start.x, s.end.x) &&
-         LiteralBetween(p.y, s.start.y, s.end.y);
+  return Turn(s.start, s.end, p) == 0 && LiteralBetween(p.x, s.start.x, s.end.x) && LiteralBetween(p.y, s.start.y, s.end.y);
 }
 
-int Sign(int value) {
-  return (value > 0) - (value < 0);
-}
+int Sign(int value) { return (value > 0) - (value < 0); }
 
 // Whether the segments have a point in common, by the turns of their ends.
 bool Touch(const Segment& a, const Segment& b) {
@@ -94,17 +88,11 @@ bool IsNear(double value, const Fraction& exact) {
   return std::abs(value - exact.Nearest()) <= 1e-14 * std::max(1.0, std::abs(exact.Nearest()));
 }
 
-bool IsNear(const Point& point, const LiteralPoint<Fraction>& exact) {
-  return IsNear(point.x, exact.x) && IsNear(point.y, exact.y);
-}
+bool IsNear(const Point& point, const LiteralPoint<Fraction>& exact) { return IsNear(point.x, exact.x) && IsNear(point.y, exact.y); }
 
-LiteralPage<Fraction> ExactPage(const Segment& corners) {
-  return {corners.start.x, corners.start.y, corners.end.x, corners.end.y};
-}
+LiteralPage<Fraction> ExactPage(const Segment& corners) { return {corners.start.x, corners.start.y, corners.end.x, corners.end.y}; }
 
-Page PageOf(const Segment& corners) {
-  return Page(corners.start, corners.end);
-}
+Page PageOf(const Segment& corners) { return Page(corners.start, corners.end); }
 
 // The stretch of the segment, from 0 to 1, that lies in the page; nothing when `to` lies before `from`.
 struct Stretch {
@@ -140,8 +128,8 @@ LiteralPoint<Fraction> PointAt(const LiteralSegment<Fraction>& s, const Fraction
 // --- Two segments ---
 
 TEST(IntersectLinesOnTheGridLong, AllPairsCrossWhereFractionsSay) {
-  KindCount kinds({"both vertical", "second vertical", "first vertical", "parallel", "crossing", "flags 0",
-                   "flags 1", "flags 2", "flags 3"});
+  KindCount kinds(
+      {"both vertical", "second vertical", "first vertical", "parallel", "crossing", "flags 0", "flags 1", "flags 2", "flags 3"});
   ForSegmentPairs([&](const Segment& a, const Segment& b) {
     Point p(77, 78, 79);
     long flags = 80;
@@ -202,9 +190,7 @@ TEST(PageClipLineOnTheGridLong, AllSegmentsAreClippedToAllPagesAsFractionsSay) {
       kinds.Count(2);
       const bool isOnProlongation = [&] {
         for (const Node& end : {s.start, s.end}) {
-          if (end.x == corners.start.x || end.x == corners.end.x || end.y == corners.start.y ||
-              end.y == corners.end.y)
-            return true;
+          if (end.x == corners.start.x || end.x == corners.end.x || end.y == corners.start.y || end.y == corners.end.y) return true;
         }
         return false;
       }();
@@ -212,9 +198,7 @@ TEST(PageClipLineOnTheGridLong, AllSegmentsAreClippedToAllPagesAsFractionsSay) {
     }
     kinds.Count(seen ? 1 : 0);
     if (!seen) return true;
-    if (!IsNear(out.start, PointAt(s.Exact(), stretch.from)) ||
-        !IsNear(out.end, PointAt(s.Exact(), stretch.to)))
-      return false;
+    if (!IsNear(out.start, PointAt(s.Exact(), stretch.from)) || !IsNear(out.end, PointAt(s.Exact(), stretch.to))) return false;
     return std::abs(out.start.z - height(out.start)) < 1e-13 && std::abs(out.end.z - height(out.end)) < 1e-13;
   });
 }
@@ -243,18 +227,13 @@ TEST(LineClipOnTheGridLong, AllSegmentsMeetTheEdgesOfAllPagesWhereFractionsSay) 
 
 using Polygon = std::vector<Node>;
 
-std::vector<Point> PointsOf(const Polygon& polygon) {
-  return {polygon.begin(), polygon.end()};
-}
+std::vector<Point> PointsOf(const Polygon& polygon) { return {polygon.begin(), polygon.end()}; }
 
 // What lies on one side of a limit, ring by ring along the polygon, with bridges along the side that hold no
 // area.
-std::vector<LiteralPoint<Fraction>> CutOff(const std::vector<LiteralPoint<Fraction>>& polygon,
-                                           Fraction LiteralPoint<Fraction>::*across, const Fraction& limit,
-                                           bool keepBelow) {
-  const auto isIn = [&](const LiteralPoint<Fraction>& p) {
-    return keepBelow ? p.*across <= limit : p.*across >= limit;
-  };
+std::vector<LiteralPoint<Fraction>> CutOff(const std::vector<LiteralPoint<Fraction>>& polygon, Fraction LiteralPoint<Fraction>::*across,
+                                           const Fraction& limit, bool keepBelow) {
+  const auto isIn = [&](const LiteralPoint<Fraction>& p) { return keepBelow ? p.*across <= limit : p.*across >= limit; };
   std::vector<LiteralPoint<Fraction>> kept;
   for (std::size_t i = 0; i < polygon.size(); ++i) {
     const LiteralPoint<Fraction>& a = polygon[i];
@@ -290,8 +269,7 @@ Fraction AreaOf(const std::vector<LiteralPoint<Fraction>>& rest) {
 // Whether four corners, in their order, make a polygon that neither crosses nor touches itself.
 bool IsSimple(const Polygon& corners) {
   if (corners.size() != 4) return false;
-  const Segment sides[] = {
-      {corners[0], corners[1]}, {corners[1], corners[2]}, {corners[2], corners[3]}, {corners[3], corners[0]}};
+  const Segment sides[] = {{corners[0], corners[1]}, {corners[1], corners[2]}, {corners[2], corners[3]}, {corners[3], corners[0]}};
   for (const Segment& side : sides) {
     if (side.IsPoint()) return false;
   }
@@ -309,8 +287,7 @@ struct GridPage {
 };
 
 GridPage HalfPage(int left, int bottom, int right, int top) {
-  return {Page(left / 2.0, bottom / 2.0, right / 2.0, top / 2.0),
-          {{left, 2}, {bottom, 2}, {right, 2}, {top, 2}}};
+  return {Page(left / 2.0, bottom / 2.0, right / 2.0, top / 2.0), {{left, 2}, {bottom, 2}, {right, 2}, {top, 2}}};
 }
 
 long RingsOf(const PolyClipper& clipper) {
@@ -353,18 +330,15 @@ TEST(PolyClipperOnTheGridLong, AllSegmentsThereAndBackAreClippedToAllPagesExactl
     clipper.SetPage(PageOf(corners));
     LiteralPolyClipper literal(PageOf(corners));
     const std::vector<Point> points = PointsOf({s.start, s.end});
-    if (!clipper.FillPolygon(points) || !literal.FillPolygon(points) || !SameRings(clipper, literal))
-      return false;
+    if (!clipper.FillPolygon(points) || !literal.FillPolygon(points) || !SameRings(clipper, literal)) return false;
     const Stretch stretch = Visible(ExactPage(corners), s.Exact());
     kinds.Count(stretch.IsNothing() ? 0 : stretch.from == stretch.to ? 1 : 2);
-    if (stretch.IsNothing() || clipper.GetOutputSize() == 0)
-      return stretch.IsNothing() && clipper.GetOutputSize() == 0;
+    if (stretch.IsNothing() || clipper.GetOutputSize() == 0) return stretch.IsNothing() && clipper.GetOutputSize() == 0;
     Page seen;
     for (int i = 0; i < clipper.GetOutputSize(); ++i) seen |= clipper.GetOutputPoint(i);
     const LiteralPoint<Fraction> from = PointAt(s.Exact(), stretch.from);
     const LiteralPoint<Fraction> to = PointAt(s.Exact(), stretch.to);
-    return clipper.Area() == 0 &&
-           IsNear(seen.BottomLeft(), {std::min(from.x, to.x), std::min(from.y, to.y), 0}) &&
+    return clipper.Area() == 0 && IsNear(seen.BottomLeft(), {std::min(from.x, to.x), std::min(from.y, to.y), 0}) &&
            IsNear(seen.TopRight(), {std::max(from.x, to.x), std::max(from.y, to.y), 0});
   });
 }
@@ -386,8 +360,7 @@ TEST(PolyClipperOnTheGridLong, AllPairsOfOpenWaysAreClippedAsALiteralBubbleSortD
           literal.Store(way.start, true);
           literal.Store(way.end, false);
         }
-        if (!clipper.DoPolyClip(closeLast) || !literal.DoPolyClip(closeLast) || !SameRings(clipper, literal))
-          return false;
+        if (!clipper.DoPolyClip(closeLast) || !literal.DoPolyClip(closeLast) || !SameRings(clipper, literal)) return false;
         kinds.Count(literal.reached.jumps + literal.reached.closings + literal.reached.dropped == 0 ? 0 : 1);
         if (literal.reached.ties > 0) kinds.Count(2);
         if (literal.reached.dropped > 0) kinds.Count(3);
@@ -419,8 +392,7 @@ void ForTrianglePairs(Check check) {
   };
   const std::size_t count = triangles.size();
   std::size_t pair = 0;
-  EXPECT_TRUE(ForSpread(count * count, 11, pair,
-                        [&](std::size_t i) { return check(triangles[i / count], triangles[i % count]); }))
+  EXPECT_TRUE(ForSpread(count * count, 11, pair, [&](std::size_t i) { return check(triangles[i / count], triangles[i % count]); }))
       << shown(triangles[pair / count]) << "and " << shown(triangles[pair % count]);
 }
 
@@ -437,8 +409,7 @@ TEST(PolyClipperOnTheGridLong, AllTrianglesAreClippedToTheBoxesOfAllTrianglesExa
     clipper.SetPage(page);
     LiteralPolyClipper literal(page);
     const std::vector<Point> points = PointsOf(triangle);
-    if (!clipper.FillPolygon(points) || !literal.FillPolygon(points) || !SameRings(clipper, literal))
-      return false;
+    if (!clipper.FillPolygon(points) || !literal.FillPolygon(points) || !SameRings(clipper, literal)) return false;
     const std::vector<LiteralPoint<Fraction>> inside = Inside(triangle, box);
     const Fraction area = AreaOf(inside);
     if (clipper.Area() != area.Nearest()) return false;
@@ -448,10 +419,9 @@ TEST(PolyClipperOnTheGridLong, AllTrianglesAreClippedToTheBoxesOfAllTrianglesExa
     // Both have the same corners.
     for (int i = 0; i < clipper.GetOutputSize(); ++i) {
       const Point point = clipper.GetOutputPoint(i);
-      const bool isCorner =
-          std::any_of(inside.begin(), inside.end(), [&](const LiteralPoint<Fraction>& corner) {
-            return corner.x.Nearest() == point.x && corner.y.Nearest() == point.y;
-          });
+      const bool isCorner = std::any_of(inside.begin(), inside.end(), [&](const LiteralPoint<Fraction>& corner) {
+        return corner.x.Nearest() == point.x && corner.y.Nearest() == point.y;
+      });
       if (!isCorner) return false;
     }
     return true;
@@ -466,8 +436,7 @@ bool AreApart(const Polygon& a, const Polygon& b) {
   }
   // One in the other has its corners to one side of all the other's sides.
   const auto holds = [](const Polygon& outer, const Node& node) {
-    const int turns[] = {Turn(outer[0], outer[1], node), Turn(outer[1], outer[2], node),
-                         Turn(outer[2], outer[0], node)};
+    const int turns[] = {Turn(outer[0], outer[1], node), Turn(outer[1], outer[2], node), Turn(outer[2], outer[0], node)};
     return (turns[0] > 0 && turns[1] > 0 && turns[2] > 0) || (turns[0] < 0 && turns[1] < 0 && turns[2] < 0);
   };
   return !holds(a, b[0]) && !holds(b, a[0]);
@@ -476,8 +445,7 @@ bool AreApart(const Polygon& a, const Polygon& b) {
 // Both at once: the areas of triangles that have no point in common add up. All others, neighbours with a
 // common edge among them, are paired as the rules say, and may lose a part.
 TEST(PolyClipperOnTheGridLong, AllTrianglePairsAreClippedTogetherExactlyOrAsALiteralBubbleSortDoes) {
-  KindCount kinds(
-      {"apart", "in touch", "pairing mended", "no partner, rest dropped", "closed at a used partner"});
+  KindCount kinds({"apart", "in touch", "pairing mended", "no partner, rest dropped", "closed at a used partner"});
   const GridPage pages[] = {HalfPage(1, 1, 3, 3), HalfPage(0, 1, 2, 4)};
   PolyClipper clipper;
   ForTrianglePairs([&](const Polygon& a, const Polygon& b) {
@@ -491,8 +459,7 @@ TEST(PolyClipperOnTheGridLong, AllTrianglePairsAreClippedTogetherExactlyOrAsALit
           literal.Store(triangle[i % 3], i == 0);
         }
       }
-      if (!clipper.DoPolyClip(false) || !literal.DoPolyClip(false) || !SameRings(clipper, literal))
-        return false;
+      if (!clipper.DoPolyClip(false) || !literal.DoPolyClip(false) || !SameRings(clipper, literal)) return false;
       if (literal.reached.ties > 0) kinds.Count(2);
       if (literal.reached.dropped > 0) kinds.Count(3);
       if (literal.reached.closings > 0) kinds.Count(4);

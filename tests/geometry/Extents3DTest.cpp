@@ -13,9 +13,7 @@ struct Axis {
   double high;
 };
 
-std::array<Axis, 3> Axes(const Extents3D& box) {
-  return {Axis{box.xMin, box.xMax}, Axis{box.yMin, box.yMax}, Axis{box.zMin, box.zMax}};
-}
+std::array<Axis, 3> Axes(const Extents3D& box) { return {Axis{box.xMin, box.xMax}, Axis{box.yMin, box.yMax}, Axis{box.zMin, box.zMax}}; }
 
 bool SameBox(const Extents3D& a, const Extents3D& b) {
   for (std::size_t k = 0; k < 3; ++k) {
@@ -36,8 +34,7 @@ TEST(Extents3D, DefaultIsEmpty) {
 
 TEST(Extents3D, IsARowOfSixDoubles) {
   const Extents3D box(1, 2, 3, 4, 5, 6);
-  static_assert(sizeof(Extents3D) == 48 && std::is_trivially_copyable_v<Extents3D> &&
-                std::is_standard_layout_v<Extents3D>);
+  static_assert(sizeof(Extents3D) == 48 && std::is_trivially_copyable_v<Extents3D> && std::is_standard_layout_v<Extents3D>);
   const auto* words = reinterpret_cast<const double*>(&box);
   for (int i = 0; i < 6; ++i) EXPECT_EQ(words[i], i + 1);
 }
@@ -151,8 +148,7 @@ TEST(Extents3D, ANanCoordinateEntersAnEmptyAxisAndNoOther) {
 // The rules of one axis as tables of what comes of each order of the four bounds.
 TEST(Extents3D, RandomGrowthAgreesWithASecondTranscription) {
   EdgeValues random(7109);
-  Tally tally({"invalid axis", "raised", "lowered", "kept", "copied", "united", "source invalid", "NaN",
-               "valid", "not valid"});
+  Tally tally({"invalid axis", "raised", "lowered", "kept", "copied", "united", "source invalid", "NaN", "valid", "not valid"});
   for (int i = 0; i < kRandomRounds; ++i) {
     std::array<Axis, 3> mine;
     std::array<Axis, 3> other;
@@ -162,8 +158,7 @@ TEST(Extents3D, RandomGrowthAgreesWithASecondTranscription) {
         axis.high = random.Flag() ? random.Near(axis.low) : random.Coordinate();
       }
     }
-    const double point[3] = {random.Coordinate(),
-                             random.Flag() ? random.Near(mine[1].low) : random.Coordinate(),
+    const double point[3] = {random.Coordinate(), random.Flag() ? random.Near(mine[1].low) : random.Coordinate(),
                              random.Flag() ? mine[2].high : random.Coordinate()};
     std::array<Axis, 3> grown = mine;
     std::array<Axis, 3> united = mine;

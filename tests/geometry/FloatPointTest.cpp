@@ -9,13 +9,10 @@
 
 namespace {
 
-bool SameFloats(const FloatPoint& a, const FloatPoint& b) {
-  return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z);
-}
+bool SameFloats(const FloatPoint& a, const FloatPoint& b) { return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z); }
 
 TEST(FloatPoint, IsThreePlainWords) {
-  static_assert(sizeof(FloatPoint) == 12 && std::is_trivially_copyable_v<FloatPoint> &&
-                std::is_standard_layout_v<FloatPoint>);
+  static_assert(sizeof(FloatPoint) == 12 && std::is_trivially_copyable_v<FloatPoint> && std::is_standard_layout_v<FloatPoint>);
   const FloatPoint p(1.0f, 2.0f, 3.0f);
   std::array<float, 3> words{};
   std::memcpy(words.data(), &p, sizeof p);
@@ -80,8 +77,7 @@ TEST(FloatPoint, FactorAndDivisorAreAppliedInDoubleAndRoundedOnce) {
   const double third = 1.0 / 3;
   EXPECT_EQ((FloatPoint(16777213.0f, 0.0f, 0.0f) * third).x, static_cast<float>(16777213.0 * third));
   EXPECT_EQ((FloatPoint(1.0f, 0.0f, 0.0f) / 1e-30).x, 1e30f);
-  EXPECT_EQ((FloatPoint(1e-30f, 0.0f, 0.0f) / 1e-60).x,
-            static_cast<float>(static_cast<double>(1e-30f) / 1e-60));
+  EXPECT_EQ((FloatPoint(1e-30f, 0.0f, 0.0f) / 1e-60).x, static_cast<float>(static_cast<double>(1e-30f) / 1e-60));
 }
 
 TEST(FloatPoint, AZeroDivisorLeavesTheValue) {
@@ -140,9 +136,7 @@ TEST(FloatPoint, RandomArithmeticRoundsAtEachStoredStep) {
     const double productX = static_cast<double>(a.x) * factor;
     const double quotientZ = static_cast<double>(a.z) / factor;
     ASSERT_TRUE(Same((a * factor).x, static_cast<float>(productX)));
-    ASSERT_TRUE(Same((a / factor).z, tally.Either(factor == 0, "divisor 0", "divisor")
-                                         ? a.z
-                                         : static_cast<float>(quotientZ)));
+    ASSERT_TRUE(Same((a / factor).z, tally.Either(factor == 0, "divisor 0", "divisor") ? a.z : static_cast<float>(quotientZ)));
     const float dx = a.x - b.x;
     const float dy = a.y - b.y;
     const float dz = a.z - b.z;

@@ -12,12 +12,8 @@
 
 namespace {
 
-Line Flat(double x1, double y1, double x2, double y2) {
-  return Line(Point(x1, y1, 0), Point(x2, y2, 0));
-}
-Curve Circle(double x, double y, double radius) {
-  return Curve(Point(x, y, 0), radius, 0, 360);
-}
+Line Flat(double x1, double y1, double x2, double y2) { return Line(Point(x1, y1, 0), Point(x2, y2, 0)); }
+Curve Circle(double x, double y, double radius) { return Curve(Point(x, y, 0), radius, 0, 360); }
 
 // An answer with outputs that show whether they were touched.
 struct Crossing {
@@ -269,9 +265,8 @@ TEST(CentreCircleFrom3P, WithCoincidentFirstPointsIsTrueWithAMeaninglessCentre) 
 // Over arrays {x1, y1, x2, y2}; half of them nearly collinear, coincident, reversed or parallel.
 TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues random(7209);
-  const std::vector<std::string> meetingNames = {"both vertical", "second vertical", "first vertical",
-                                                 "parallel",      "both steep",      "second steep",
-                                                 "first steep",   "ordinary"};
+  const std::vector<std::string> meetingNames = {"both vertical", "second vertical", "first vertical", "parallel",
+                                                 "both steep",    "second steep",    "first steep",    "ordinary"};
   std::vector<std::string> branches = meetingNames;
   branches.insert(branches.end(), {"flags 0", "flags 1", "flags 2", "flags 3"});
   Tally tally(branches);
@@ -310,8 +305,7 @@ TEST(IntersectLines, RandomLinesAgreeWithASecondTranscription) {
 Curve AnyCurve(EdgeValues& random) {
   const double radius = random.Index(3) == 0 ? random.Coordinate() : random.Between(-10, 10);
   if (random.Flag()) return Curve(random.GridPoint(), random.Flag() ? random.Grid() : radius, 0, 360);
-  return Curve(random.Index(4) == 0 ? random.AnyPoint() : random.GridPoint(), radius, random.Bearing(),
-               random.Bearing());
+  return Curve(random.Index(4) == 0 ? random.AnyPoint() : random.GridPoint(), radius, random.Bearing(), random.Bearing());
 }
 
 // A radius with which the circle touches another one at the distance d, from outside or inside, or is equal
@@ -337,8 +331,7 @@ TEST(IntersectCurves, RandomCurvesAgreeWithASecondTranscription) {
     ASSERT_EQ(Intersect(a, b, p), static_cast<long>(expected.count));
     for (std::size_t k = 0; k < 2; ++k) {
       const double untouched = 7 + static_cast<double>(k);
-      ASSERT_TRUE(
-          Same(p[k], k < expected.count ? expected.points[k] : Point(untouched, untouched, untouched)));
+      ASSERT_TRUE(Same(p[k], k < expected.count ? expected.points[k] : Point(untouched, untouched, untouched)));
     }
   }
 }
@@ -352,14 +345,10 @@ Line LineBy(EdgeValues& random, const Curve& c) {
   const Point touching = c.centre + out * c.radius;
   const Point along = Point(out.y, -out.x, 0) * random.Grid();
   switch (random.Index(4)) {
-    case 0:
-      return Line(random.NearPoint(touching - along), random.NearPoint(touching + along));
-    case 1:
-      return Line(start, random.NearPoint(c.centre));
-    case 2:
-      return Line(random.NearPoint(touching), start);
-    default:
-      return Line(start, random.NearPoint(start));
+    case 0: return Line(random.NearPoint(touching - along), random.NearPoint(touching + along));
+    case 1: return Line(start, random.NearPoint(c.centre));
+    case 2: return Line(random.NearPoint(touching), start);
+    default: return Line(start, random.NearPoint(start));
   }
 }
 
@@ -395,9 +384,7 @@ TEST(IntersectP3, RandomCirclesAgreeWithASecondTranscription) {
   const char* const refusals[] = {"concentric", "apart", "inside", "rounded out"};
   for (int i = 0; i < kRandomRounds; ++i) {
     const Point a = random.Index(3) == 0 ? random.AnyPoint() : random.GridPoint();
-    const Point b = random.Index(3) == 0 ? random.NearPoint(a)
-                    : random.Flag()      ? random.GridPoint()
-                                         : random.AnyPoint();
+    const Point b = random.Index(3) == 0 ? random.NearPoint(a) : random.Flag() ? random.GridPoint() : random.AnyPoint();
     const double ra = random.Index(5) == 0 ? random.Coordinate() : random.Between(0, 6);
     const double rb = random.Flag()          ? TouchingRadius(random, a.Dist2D(b), ra)
                       : random.Index(5) == 0 ? random.Coordinate()

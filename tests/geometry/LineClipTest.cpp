@@ -28,13 +28,9 @@ Clipped Clip(const Line& line, const Page& page, bool flip, bool extend) {
   return clipped;
 }
 
-Line Segment(double x1, double y1, double x2, double y2) {
-  return Line(Point(x1, y1, 0), Point(x2, y2, 0));
-}
+Line Segment(double x1, double y1, double x2, double y2) { return Line(Point(x1, y1, 0), Point(x2, y2, 0)); }
 
-bool SameLine(const Line& a, const Line& b) {
-  return Same(a.start, b.start) && Same(a.end, b.end);
-}
+bool SameLine(const Line& a, const Line& b) { return Same(a.start, b.start) && Same(a.end, b.end); }
 
 void ExpectClip(const Line& line, bool extend, const Line& expected, bool start, bool end) {
   const Clipped clipped = Clip(line, kPage, false, extend);
@@ -66,9 +62,7 @@ TEST(LineClip, HeightsAreZero) {
   EXPECT_EQ(clipped.line.end, Point(10, 5, 0));
 }
 
-TEST(LineClip, SegmentInsideGivesNone) {
-  ExpectClip(Segment(2, 3, 8, 5), false, kNone, false, false);
-}
+TEST(LineClip, SegmentInsideGivesNone) { ExpectClip(Segment(2, 3, 8, 5), false, kNone, false, false); }
 
 TEST(LineClip, SegmentOutsideGivesNone) {
   ExpectClip(Segment(12, 3, 18, 5), false, kNone, false, false);
@@ -159,16 +153,13 @@ TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues values(7319);
   Tally tally({"none", "one", "two", "corner twice", "reversed", "extended", "flipped"});
   for (int round = 0; round < kRandomRounds; ++round) {
-    const Page page = values.Index(4) == 0 ? Page(values.Coordinate(), values.Coordinate(),
-                                                  values.Coordinate(), values.Coordinate())
+    const Page page = values.Index(4) == 0 ? Page(values.Coordinate(), values.Coordinate(), values.Coordinate(), values.Coordinate())
                                            : Page(values.Grid(), values.Grid(), values.Grid(), values.Grid());
-    Line line(values.Index(8) == 0 ? page.BottomLeft() : values.AnyPoint(),
-              values.Index(8) == 0 ? page.TopRight() : values.AnyPoint());
+    Line line(values.Index(8) == 0 ? page.BottomLeft() : values.AnyPoint(), values.Index(8) == 0 ? page.TopRight() : values.AnyPoint());
     // Half of them nearly along an edge or a diagonal, either way.
     if (values.Flag()) {
       const Point corner = values.Flag() ? page.TopRight() : Point(page.left, page.top, 0);
-      const auto [start, end] =
-          values.Related(page.BottomLeft(), values.Flag() ? corner : Point(page.right, page.bottom, 0));
+      const auto [start, end] = values.Related(page.BottomLeft(), values.Flag() ? corner : Point(page.right, page.bottom, 0));
       line.Set(start, end);
     }
     const bool flip = values.Flag();
@@ -180,8 +171,7 @@ TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
     ASSERT_EQ(clipped.end, expected.end) << "round " << round;
     const bool none = clipped.line.start == kNone.start;
     const bool one = clipped.line.start == clipped.line.end;
-    const bool corner =
-        one && (clipped.line.start == page.BottomLeft() || clipped.line.start == page.TopRight());
+    const bool corner = one && (clipped.line.start == page.BottomLeft() || clipped.line.start == page.TopRight());
     tally.Count(none ? "none" : corner ? "corner twice" : one ? "one" : "two");
     if (line.end.x < line.start.x) tally.Count("reversed");
     if (extend) tally.Count("extended");
@@ -193,8 +183,7 @@ TEST(LineClip, ChordOfAnExtendedLineLiesOnItAndOnTheEdges) {
   EdgeValues values(7320);
   Tally tally({"chord", "none"});
   for (int round = 0; round < kRandomRounds; ++round) {
-    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20),
-                              values.Between(-10, 20));
+    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20));
     const Clipped clipped = Clip(line, kPage, values.Flag(), true);
     if (!tally.Either(clipped.start, "chord", "none")) continue;
     const Point way = line.end - line.start;
@@ -203,8 +192,7 @@ TEST(LineClip, ChordOfAnExtendedLineLiesOnItAndOnTheEdges) {
       // The distance from the line, and from the closest edge.
       const double off = (way.x * to.y - way.y * to.x) / line.Length(false);
       ASSERT_NEAR(off, 0, 1e-8 * (1 + std::fabs(way.y / way.x))) << "round " << round;
-      const double edge = std::min(
-          {std::fabs(point.x), std::fabs(point.x - 10), std::fabs(point.y), std::fabs(point.y - 10)});
+      const double edge = std::min({std::fabs(point.x), std::fabs(point.x - 10), std::fabs(point.y), std::fabs(point.y - 10)});
       ASSERT_EQ(edge, 0) << "round " << round;
       ASSERT_TRUE(kPage.IsPointInPage(point)) << "round " << round;
     }

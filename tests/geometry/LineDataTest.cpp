@@ -115,13 +115,9 @@ TEST(LineData, IsReachedAndDestroyedThroughTheBase) {
 
 // --- The order of travel ------------------------------------------------------------------------------------------------
 
-TEST(LineDataLoad, OnePointStaysWithoutAFlag) {
-  EXPECT_TRUE(SamePoints(Loaded(Stations({5})), Stations({5})));
-}
+TEST(LineDataLoad, OnePointStaysWithoutAFlag) { EXPECT_TRUE(SamePoints(Loaded(Stations({5})), Stations({5}))); }
 
-TEST(LineDataLoad, OnePointKeepsAFlagItHas) {
-  EXPECT_TRUE(SamePoints(Loaded({Station(5, true)}), {Station(5, true)}));
-}
+TEST(LineDataLoad, OnePointKeepsAFlagItHas) { EXPECT_TRUE(SamePoints(Loaded({Station(5, true)}), {Station(5, true)})); }
 
 TEST(LineDataLoad, FirstPointGetsTheFlag) {
   EXPECT_TRUE(SamePoints(Loaded(Stations({0, 5, 10})), {Station(0, true), Station(5), Station(10)}));
@@ -133,8 +129,7 @@ TEST(LineDataLoad, BackwardLineIsTurned) {
 
 TEST(LineDataLoad, SectionsOfABackwardLineStaySections) {
   // (a) and (b, c) become (c, b) and (a).
-  EXPECT_TRUE(SamePoints(Loaded({Station(10), Station(5, true), Station(1)}),
-                         {Station(1, true), Station(5), Station(10, true)}));
+  EXPECT_TRUE(SamePoints(Loaded({Station(10), Station(5, true), Station(1)}), {Station(1, true), Station(5), Station(10, true)}));
 }
 
 TEST(LineDataLoad, EqualEndsAreInOrder) {

@@ -41,8 +41,7 @@ TEST(LineDraw, ALineIsDrawnWithItsLastPixel) {
   RecordingSurface surface;
   surface.SetPen(1, 255);
   Between(10.5, 580.5, 30.5, 570.5).DrawLine(&surface, OneToOne(), kPage);
-  EXPECT_EQ(surface.Lines(), (Lines{"MoveTo 10 19", "LineTo 30 29", "GetCurrentObject 1", "GetObject 1", "SetPixel 30 29 255",
-                                    "GetROP2"}));
+  EXPECT_EQ(surface.Lines(), (Lines{"MoveTo 10 19", "LineTo 30 29", "GetCurrentObject 1", "GetObject 1", "SetPixel 30 29 255", "GetROP2"}));
 }
 
 TEST(LineDraw, InRasterModesSixAndSevenTheLastPixelIsPaintedTwice) {
@@ -79,8 +78,7 @@ TEST(LineDraw, ALineIsClippedInPixels) {
   EXPECT_EQ(Drawn(Between(400, 700, 400, -100)), (Lines{"MoveTo 400 0", "LineTo 400 600", "SetPixel 400 600 0"}));
   EXPECT_EQ(Drawn(Between(900, 0, 900, 600)), Lines());
   // By the page that was given, not by the window.
-  EXPECT_EQ(Drawn(Between(0, 300, 800, 300), Page(100, 100, 200, 400)),
-            (Lines{"MoveTo 100 300", "LineTo 200 300", "SetPixel 200 300 0"}));
+  EXPECT_EQ(Drawn(Between(0, 300, 800, 300), Page(100, 100, 200, 400)), (Lines{"MoveTo 100 300", "LineTo 200 300", "SetPixel 200 300 0"}));
 }
 
 TEST(LineDraw, ThePageIsRoundedToTheNearestPixelAndTheEndsDown) {
@@ -142,8 +140,7 @@ TEST(LineDraw, ATextIsWrittenAndEverythingPutBack) {
   // Due north: upwards, which is 90 degrees from the right.
   EXPECT_EQ(surface.Lines(),
             (Lines{"CreateFontIndirect 14 0 900 900 0 'Arial'", "SelectObject 5", "SetBkMode 1", "GetTextExtentPoint32A 'abc'",
-                   "SetTextAlign 26", "TextOut 400 300 'abc'", "SelectObject 3", "SetTextAlign 6", "SetBkMode 77",
-                   "DeleteObject 5"}));
+                   "SetTextAlign 26", "TextOut 400 300 'abc'", "SelectObject 3", "SetTextAlign 6", "SetBkMode 77", "DeleteObject 5"}));
   EXPECT_EQ(surface.NumNotDeleted(), 0u);
 }
 
@@ -160,9 +157,9 @@ TEST(LineDraw, AnEastwardLabelIsCutTo3599) {
 }
 
 TEST(LineDraw, ADirectionAbove3600LosesATurn) {
-  EXPECT_EQ(LabelOn(Between(400, 300, 500, 400)).escapement, 449);  // 45.00000000000076 degrees: 4049.99
-  EXPECT_EQ(LabelOn(Between(400, 300, 400, 200)).escapement, 2699); // 180.00000000000304
-  EXPECT_EQ(LabelOn(Between(400, 300, 300, 300)).escapement, 1800); // 269.99999999999847
+  EXPECT_EQ(LabelOn(Between(400, 300, 500, 400)).escapement, 449);   // 45.00000000000076 degrees: 4049.99
+  EXPECT_EQ(LabelOn(Between(400, 300, 400, 200)).escapement, 2699);  // 180.00000000000304
+  EXPECT_EQ(LabelOn(Between(400, 300, 300, 300)).escapement, 1800);  // 269.99999999999847
 }
 
 TEST(LineDraw, ATextThatThePageHoldsEndsAtTheStartOnTheBaseLine) {
@@ -219,8 +216,7 @@ TEST(LineDraw, EachQuadrantLeansOnItsEdge) {
   for (const Row& row : rows) {
     const Label label = LabelOn(row.line);
     EXPECT_EQ(label.align, 10);
-    EXPECT_EQ(label.text, "TextOut " + std::to_string(static_cast<int>(row.x)) + ' ' + std::to_string(static_cast<int>(row.y)) +
-                              " 'abc'");
+    EXPECT_EQ(label.text, "TextOut " + std::to_string(static_cast<int>(row.x)) + ' ' + std::to_string(static_cast<int>(row.y)) + " 'abc'");
   }
 }
 

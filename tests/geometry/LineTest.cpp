@@ -31,9 +31,7 @@ TEST(Line, LengthIsOverTwoOrThreeComponents) {
   EXPECT_EQ(line.Length(true), 13);
 }
 
-TEST(Line, GetCenterIsTheMiddleInHeightToo) {
-  EXPECT_EQ(Line(Point(1, 2, 3), Point(5, -2, 4)).GetCenter(), Point(3, 0, 3.5));
-}
+TEST(Line, GetCenterIsTheMiddleInHeightToo) { EXPECT_EQ(Line(Point(1, 2, 3), Point(5, -2, 4)).GetCenter(), Point(3, 0, 3.5)); }
 
 TEST(Line, ExtentsIsThePageAroundBothEnds) {
   EXPECT_EQ(Line(Point(1, 9, 3), Point(5, -2, 4)).Extents(), Page(1, -2, 5, 9));
@@ -149,8 +147,8 @@ TEST(Line, RandomLinesAgreeWithASecondTranscription) {
     const double m = (a.y - b.y) / (a.x - b.x);
     const double c = a.y - a.x * m;
     const auto between = [&](double x, double y) {
-      return std::fmin(a.x, b.x) <= x && x <= std::fmax(a.x, b.x) && std::fmin(a.y, b.y) <= y &&
-             y <= std::fmax(a.y, b.y) && !std::isnan(a.x + b.x) && !std::isnan(a.y + b.y);
+      return std::fmin(a.x, b.x) <= x && x <= std::fmax(a.x, b.x) && std::fmin(a.y, b.y) <= y && y <= std::fmax(a.y, b.y) &&
+             !std::isnan(a.x + b.x) && !std::isnan(a.y + b.y);
     };
     double found = 77;
     bool inSegment = false;

@@ -13,9 +13,7 @@
 #include "tests/geometry/SecondCurve.h"
 #include "zelbase/geometry/Curve.h"
 
-inline SecondCurve Second(const Curve& curve) {
-  return {curve.centre.x, curve.centre.y, curve.radius, curve.startAngle, curve.endAngle};
-}
+inline SecondCurve Second(const Curve& curve) { return {curve.centre.x, curve.centre.y, curve.radius, curve.startAngle, curve.endAngle}; }
 
 // --- Two arcs ---
 
@@ -53,9 +51,7 @@ inline LiteralCommon LiteralIntersect(const SecondCurve& a, const SecondCurve& b
     if (!a.HoldsPoint(candidate.x, candidate.y)) continue;
     if (b.HoldsPoint(candidate.x, candidate.y)) common.points[common.count++] = candidate;
   }
-  common.meeting = common.count == 0   ? CirclesMeeting::kNoneOnTheArcs
-                   : common.count == 1 ? CirclesMeeting::kOne
-                                       : CirclesMeeting::kTwo;
+  common.meeting = common.count == 0 ? CirclesMeeting::kNoneOnTheArcs : common.count == 1 ? CirclesMeeting::kOne : CirclesMeeting::kTwo;
   return common;
 }
 

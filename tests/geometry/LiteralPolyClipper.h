@@ -220,9 +220,7 @@ class LiteralPolyClipper {
     }
   }
 
-  int Type(int entry) const {
-    return m_flags[static_cast<std::size_t>(m_intersections[static_cast<std::size_t>(entry)])] & 3;
-  }
+  int Type(int entry) const { return m_flags[static_cast<std::size_t>(m_intersections[static_cast<std::size_t>(entry)])] & 3; }
 
   void CheckIntersectionList() {
     const int size = static_cast<int>(m_intersections.size());

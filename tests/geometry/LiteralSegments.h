@@ -33,21 +33,11 @@ struct LiteralPage {
   Number top{};
 };
 
-inline LiteralPoint<double> Literal(const Point& p) {
-  return {p.x, p.y, p.z};
-}
-inline LiteralSegment<double> Literal(const Line& l) {
-  return {Literal(l.start), Literal(l.end)};
-}
-inline LiteralPage<double> Literal(const Page& p) {
-  return {p.left, p.bottom, p.right, p.top};
-}
-inline Point Plain(const LiteralPoint<double>& p) {
-  return Point(p.x, p.y, p.z);
-}
-inline Line Plain(const LiteralSegment<double>& s) {
-  return Line(Plain(s.start), Plain(s.end));
-}
+inline LiteralPoint<double> Literal(const Point& p) { return {p.x, p.y, p.z}; }
+inline LiteralSegment<double> Literal(const Line& l) { return {Literal(l.start), Literal(l.end)}; }
+inline LiteralPage<double> Literal(const Page& p) { return {p.left, p.bottom, p.right, p.top}; }
+inline Point Plain(const LiteralPoint<double>& p) { return Point(p.x, p.y, p.z); }
+inline Line Plain(const LiteralSegment<double>& s) { return Line(Plain(s.start), Plain(s.end)); }
 
 // The constants of the rules, as a number of the kind asked for.
 template <class Number>
@@ -66,16 +56,7 @@ bool LiteralBetween(const Number& v, const Number& a, const Number& b) {
 
 // --- Where two lines cross ---
 
-enum class Meeting {
-  kBothVertical,
-  kSecondVertical,
-  kFirstVertical,
-  kParallel,
-  kBothSteep,
-  kSecondSteep,
-  kFirstSteep,
-  kOrdinary
-};
+enum class Meeting { kBothVertical, kSecondVertical, kFirstVertical, kParallel, kBothSteep, kSecondSteep, kFirstSteep, kOrdinary };
 
 template <class Number>
 struct LiteralCrossing {
@@ -84,10 +65,7 @@ struct LiteralCrossing {
   Number y{};
   long flags = 0;
 
-  bool Found() const {
-    return meeting != Meeting::kBothVertical && meeting != Meeting::kParallel &&
-           meeting != Meeting::kBothSteep;
-  }
+  bool Found() const { return meeting != Meeting::kBothVertical && meeting != Meeting::kParallel && meeting != Meeting::kBothSteep; }
 };
 
 // All that the cases ask for is reckoned first, whether it will be needed or not.
@@ -115,8 +93,7 @@ LiteralCrossing<Number> LiteralIntersect(const LiteralSegment<Number>& a, const 
   switch (crossing.meeting) {
     case Meeting::kBothVertical:
     case Meeting::kParallel:
-    case Meeting::kBothSteep:
-      return crossing;
+    case Meeting::kBothSteep: return crossing;
     case Meeting::kSecondVertical:
     case Meeting::kSecondSteep:
       crossing.x = b.start.x;
@@ -146,8 +123,7 @@ LiteralCrossing<Number> LiteralIntersect(const LiteralSegment<Number>& a, const 
 
 // The four edges as a table, each with its bit.
 template <class Number>
-bool LiteralClipLine(const LiteralPage<Number>& page, const LiteralSegment<Number>& in,
-                     LiteralSegment<Number>* out) {
+bool LiteralClipLine(const LiteralPage<Number>& page, const LiteralSegment<Number>& in, LiteralSegment<Number>* out) {
   using std::abs;
   using Place = LiteralPoint<Number>;
   const Number noDistance = LiteralLimits<Number>::noDistance;
@@ -155,9 +131,7 @@ bool LiteralClipLine(const LiteralPage<Number>& page, const LiteralSegment<Numbe
   const Number xMax = std::max(page.left, page.right);
   const Number yMin = std::min(page.bottom, page.top);
   const Number yMax = std::max(page.bottom, page.top);
-  const auto code = [&](const Place& p) {
-    return (p.y > yMax ? 1 : p.y < yMin ? 2 : 0) + (p.x > xMax ? 4 : p.x < xMin ? 8 : 0);
-  };
+  const auto code = [&](const Place& p) { return (p.y > yMax ? 1 : p.y < yMin ? 2 : 0) + (p.x > xMax ? 4 : p.x < xMin ? 8 : 0); };
   int c1 = code(in.start);
   int c2 = code(in.end);
   if ((c1 & c2) != 0) return false;
@@ -170,15 +144,13 @@ bool LiteralClipLine(const LiteralPage<Number>& page, const LiteralSegment<Numbe
     Number low;
     Number high;
   };
-  const std::array<Edge, 4> edges = {
-      Edge{1, &Place::y, &Place::x, yMax, xMin, xMax}, Edge{2, &Place::y, &Place::x, yMin, xMin, xMax},
-      Edge{4, &Place::x, &Place::y, xMax, yMin, yMax}, Edge{8, &Place::x, &Place::y, xMin, yMin, yMax}};
+  const std::array<Edge, 4> edges = {Edge{1, &Place::y, &Place::x, yMax, xMin, xMax}, Edge{2, &Place::y, &Place::x, yMin, xMin, xMax},
+                                     Edge{4, &Place::x, &Place::y, xMax, yMin, yMax}, Edge{8, &Place::x, &Place::y, xMin, yMin, yMax}};
   const auto clip = [&](int& c, Place& p, const Place& far) {
     for (const Edge& edge : edges) {
       if ((c & edge.bit) == 0) continue;
       if (abs(far.*edge.across - p.*edge.across) > noDistance) {
-        p.*edge.along += (far.*edge.along - p.*edge.along) * (edge.bound - p.*edge.across) /
-                         (far.*edge.across - p.*edge.across);
+        p.*edge.along += (far.*edge.along - p.*edge.along) * (edge.bound - p.*edge.across) / (far.*edge.across - p.*edge.across);
       }
       p.*edge.across = edge.bound;
       if (edge.low <= p.*edge.along && p.*edge.along <= edge.high) c = 0;
@@ -214,8 +186,7 @@ struct LiteralEdges {
 
 // With the crossings in a list and the lines' own formulas written out.
 template <class Number>
-LiteralEdges<Number> LiteralClip(const LiteralSegment<Number>& line, LiteralPage<Number> page, bool flip,
-                                 bool extend) {
+LiteralEdges<Number> LiteralClip(const LiteralSegment<Number>& line, LiteralPage<Number> page, bool flip, bool extend) {
   if (page.right < page.left) std::swap(page.left, page.right);
   if (page.top < page.bottom) std::swap(page.bottom, page.top);
   if (flip) std::swap(page.bottom, page.top);

@@ -5,9 +5,8 @@
 
 #include <cmath>
 
-#if defined(M_E) || defined(M_LOG2E) || defined(M_LOG10E) || defined(M_LN2) || defined(M_LN10) || \
-    defined(M_PI) || defined(M_PI_2) || defined(M_PI_4) || defined(M_1_PI) || defined(M_2_PI) ||  \
-    defined(M_2_SQRTPI) || defined(M_SQRT2)
+#if defined(M_E) || defined(M_LOG2E) || defined(M_LOG10E) || defined(M_LN2) || defined(M_LN10) || defined(M_PI) || defined(M_PI_2) || \
+    defined(M_PI_4) || defined(M_1_PI) || defined(M_2_PI) || defined(M_2_SQRTPI) || defined(M_SQRT2)
 #error "a macro of <cmath> hides a constant of MATH"
 #endif
 
@@ -18,9 +17,7 @@
 
 namespace MATH {
 
-static double ToleranceInside() {
-  return TOLERANCE;
-}
+static double ToleranceInside() { return TOLERANCE; }
 
 }  // namespace MATH
 
@@ -38,9 +35,7 @@ TEST(MathConstants, ToleranceBehindAUsingDeclarationIsTheFineOne) {
   EXPECT_EQ(::TOLERANCE, 1e-07);
 }
 
-TEST(MathConstants, EpsilonIsTheStepAboveOne) {
-  EXPECT_EQ(EPSILON, std::numeric_limits<double>::epsilon());
-}
+TEST(MathConstants, EpsilonIsTheStepAboveOne) { EXPECT_EQ(EPSILON, std::numeric_limits<double>::epsilon()); }
 
 TEST(MathConstants, DegreesToRadiansStaysTruncated) {
   EXPECT_LT(D_TO_R, MATH::DTR);

@@ -130,8 +130,7 @@ TEST(OffsetLineDataSegments, PositiveIsToTheLeftOfTravel) {
 
 TEST(OffsetLineDataSegments, ThePlanFollowsTheDirectionOfTheSegment) {
   // To the north-west in the plan, 5 m along it, while the height falls as much as the chainage rises.
-  const ProfilePoints moved =
-      OffsetOf({ProfilePoint(100, 200, 0, 0, false), ProfilePoint(97, 204, -5, 5, false)}, 2 * std::sqrt(2.0));
+  const ProfilePoints moved = OffsetOf({ProfilePoint(100, 200, 0, 0, false), ProfilePoint(97, 204, -5, 5, false)}, 2 * std::sqrt(2.0));
   ASSERT_EQ(moved.size(), 2u);
   EXPECT_TRUE(NearPoint(moved[0], ProfilePoint(100 - 0.6 * 2, 200 + 0.8 * 2, 2, 2, false)));
   EXPECT_TRUE(NearPoint(moved[1], ProfilePoint(97 - 0.6 * 2, 204 + 0.8 * 2, -3, 7, false)));
@@ -139,8 +138,7 @@ TEST(OffsetLineDataSegments, ThePlanFollowsTheDirectionOfTheSegment) {
 
 TEST(OffsetLineDataSegments, WithoutMovementInThePlanXGoesBackwards) {
   // Chainage and height alone change: the shift of 2 in chainage is -2 in x.
-  const ProfilePoints moved =
-      OffsetOf({ProfilePoint(100, 200, 0, 0, false), ProfilePoint(100, 200, -5, 5, false)}, 2 * std::sqrt(2.0));
+  const ProfilePoints moved = OffsetOf({ProfilePoint(100, 200, 0, 0, false), ProfilePoint(100, 200, -5, 5, false)}, 2 * std::sqrt(2.0));
   ASSERT_EQ(moved.size(), 2u);
   EXPECT_TRUE(NearPoint(moved[0], ProfilePoint(98, 200, 2, 2, false)));
 }
@@ -166,8 +164,8 @@ TEST(OffsetLineDataSegments, NothingRunsAcrossAGapAndNoArcFollowsIt) {
       OffsetOf({Along(0, 5, true), Along(10, 5), Along(20, 5, true), Along(28, -1), Along(40, 9, true), Along(50, 9)}, 2);
   const double d = 2 * 0.6;
   const double z = 2 * 0.8;
-  const ProfilePoints expected = {Along(0, 7, true),           Along(10, 7),       Along(20 + d, 5 + z, true),
-                                  Along(28 + d, -1 + z, false), Along(40, 11, true), Along(50, 11)};
+  const ProfilePoints expected = {Along(0, 7, true),   Along(10, 7), Along(20 + d, 5 + z, true), Along(28 + d, -1 + z, false),
+                                  Along(40, 11, true), Along(50, 11)};
   ASSERT_EQ(moved.size(), expected.size());
   for (std::size_t i = 0; i < moved.size(); ++i) EXPECT_TRUE(NearPoint(moved[i], expected[i])) << i;
 }
@@ -238,9 +236,8 @@ TEST(OffsetLineDataCorners, NoArcAtAnOffsetWithinTheTolerance) {
 
 TEST(OffsetLineDataCorners, ArcPointsGoByTheDirectionOfTheNewSegmentAndHaveNoFlag) {
   // In the plan first along x, then along y.
-  const ProfilePoints moved = OffsetOf({ProfilePoint(0, 0, 0, 0, true), ProfilePoint(10, 0, 10, 10, false),
-                                        ProfilePoint(10, 10, 0, 20, false)},
-                                       10);
+  const ProfilePoints moved =
+      OffsetOf({ProfilePoint(0, 0, 0, 0, true), ProfilePoint(10, 0, 10, 10, false), ProfilePoint(10, 10, 0, 20, false)}, 10);
   ASSERT_EQ(moved.size(), 12u);
   for (std::size_t i = 2; i < 10; ++i) {
     EXPECT_NEAR(moved[i].x, 10, 1e-9) << i;
@@ -260,8 +257,7 @@ TEST(OffsetLineDataCorners, TheOtherSideOfTheRidgeIsAnInnerCorner) {
 
 TEST(OffsetLineDataCorners, ADitchNarrowerThanTheOffsetIsLeftOut) {
   // 1 m deep and 2 m wide in a level line, raised by 5: what remains runs above it and never falls back.
-  const ProfilePoints moved =
-      OffsetOf({Along(0, 0), Along(20, 0), Along(21, -1), Along(22, 0), Along(40, 0)}, 5);
+  const ProfilePoints moved = OffsetOf({Along(0, 0), Along(20, 0), Along(21, -1), Along(22, 0), Along(40, 0)}, 5);
   for (std::size_t i = 1; i < moved.size(); ++i) {
     EXPECT_GE(moved[i].distance, moved[i - 1].distance - 1e-9) << i;
     EXPECT_GE(moved[i].z, 4.7) << i;
@@ -287,8 +283,7 @@ TEST(OffsetLineDataCorners, TheResultStaysAtTheOffsetFromTheSource) {
       const double dz = profile[i].z - profile[i - 1].z;
       double t = ((point.distance - profile[i - 1].distance) * dd + (point.z - profile[i - 1].z) * dz) / (dd * dd + dz * dz);
       t = std::fmin(1, std::fmax(0, t));
-      nearest = std::fmin(nearest, std::hypot(point.distance - profile[i - 1].distance - t * dd,
-                                              point.z - profile[i - 1].z - t * dz));
+      nearest = std::fmin(nearest, std::hypot(point.distance - profile[i - 1].distance - t * dd, point.z - profile[i - 1].z - t * dz));
     }
     EXPECT_NEAR(nearest, 2, 0.1);
   }
@@ -331,8 +326,7 @@ TEST(OffsetLineDataLevel, APointBelowIsLiftedWithACrossingOnTheWayFromTheOrigin)
 
 TEST(OffsetLineDataLevel, ThePointBeforePlaysNoPart) {
   // The second point is below the level as the first one is; its crossing is on its own way from the origin.
-  const ProfilePoints clipped =
-      ClippedAt({ProfilePoint(60, 36, -12, 24, false), ProfilePoint(80, 40, -20, 40, false)}, -10);
+  const ProfilePoints clipped = ClippedAt({ProfilePoint(60, 36, -12, 24, false), ProfilePoint(80, 40, -20, 40, false)}, -10);
   ASSERT_EQ(clipped.size(), 4u);
   EXPECT_TRUE(NearPoint(clipped[2], ProfilePoint(40, 20, -10, 20, false)));
   EXPECT_TRUE(SamePoint(clipped[3], ProfilePoint(80, 40, -10, 40, false)));
@@ -377,9 +371,7 @@ TEST(OffsetLineDataLevel, RunsWithApplyWhereEnabledWithAndWithoutOffset) {
   }
 }
 
-TEST(OffsetLineDataLevel, OfAnEmptyLineIsEmpty) {
-  EXPECT_TRUE(SamePoints(ClippedAt({}, -10), {}));
-}
+TEST(OffsetLineDataLevel, OfAnEmptyLineIsEmpty) { EXPECT_TRUE(SamePoints(ClippedAt({}, -10), {})); }
 
 TEST(OffsetLineDataLevel, NotANumberIsNotLifted) {
   const ProfilePoints clipped = ClippedAt({Along(5, kNaN)}, -10);
@@ -592,15 +584,16 @@ void ExpectSameOffset(const ProfilePoints& profile, double zShift, double offset
 }
 
 void Print(const char* name, unsigned int seeds, const OffsetTally& tally) {
-  std::printf("%s, seeds 1 to %u: segments %ld, gaps %ld, arcs %ld, under one step %ld, straight %ld; folds %ld, cut %ld, "
-              "without crossing %ld, open %ld; flags lost %ld\n",
-              name, seeds, tally.segments, tally.gaps, tally.fullArcs, tally.shortArcs, tally.straightJoints, tally.folds,
-              tally.cuts, tally.foldsKept, tally.openFolds, tally.flagsLost);
+  std::printf(
+      "%s, seeds 1 to %u: segments %ld, gaps %ld, arcs %ld, under one step %ld, straight %ld; folds %ld, cut %ld, "
+      "without crossing %ld, open %ld; flags lost %ld\n",
+      name, seeds, tally.segments, tally.gaps, tally.fullArcs, tally.shortArcs, tally.straightJoints, tally.folds, tally.cuts,
+      tally.foldsKept, tally.openFolds, tally.flagsLost);
 }
 
 void ExpectAllReached(const OffsetTally& tally) {
-  for (const long count : {tally.gaps, tally.fullArcs, tally.shortArcs, tally.straightJoints, tally.cuts, tally.foldsKept,
-                           tally.openFolds, tally.flagsLost}) {
+  for (const long count :
+       {tally.gaps, tally.fullArcs, tally.shortArcs, tally.straightJoints, tally.cuts, tally.foldsKept, tally.openFolds, tally.flagsLost}) {
     EXPECT_GT(count, 100);
   }
 }

@@ -18,17 +18,11 @@ namespace {
 
 const Page kPage(0, 0, 10, 10);
 
-Line Segment(double x1, double y1, double x2, double y2) {
-  return Line(Point(x1, y1, 0), Point(x2, y2, 0));
-}
+Line Segment(double x1, double y1, double x2, double y2) { return Line(Point(x1, y1, 0), Point(x2, y2, 0)); }
 
-Line Segment(double x1, double y1, double z1, double x2, double y2, double z2) {
-  return Line(Point(x1, y1, z1), Point(x2, y2, z2));
-}
+Line Segment(double x1, double y1, double z1, double x2, double y2, double z2) { return Line(Point(x1, y1, z1), Point(x2, y2, z2)); }
 
-bool SameLine(const Line& a, const Line& b) {
-  return Same(a.start, b.start) && Same(a.end, b.end);
-}
+bool SameLine(const Line& a, const Line& b) { return Same(a.start, b.start) && Same(a.end, b.end); }
 
 // --- ClipRect ---
 
@@ -44,8 +38,7 @@ TEST(PageClipRect, CutsDownToTheCommonPart) {
 }
 
 TEST(PageClipRect, RectanglesThatOnlyTouchAreLeftAlone) {
-  for (const Page& apart :
-       {Page(10, 0, 20, 10), Page(-10, 0, 0, 10), Page(0, 10, 10, 20), Page(20, 20, 30, 30)}) {
+  for (const Page& apart : {Page(10, 0, 20, 10), Page(-10, 0, 0, 10), Page(0, 10, 10, 20), Page(20, 20, 30, 30)}) {
     Page rect = apart;
     EXPECT_FALSE(kPage.ClipRect(rect));
     EXPECT_EQ(rect, apart);
@@ -73,8 +66,7 @@ TEST(PageClipRect, AreasOfTheNineTilesAddUpToTheWhole) {
       const int column = tile / 3;
       const int row = tile % 3;
       Page part = whole;
-      if (Page(bounds[column], bounds[row], bounds[column + 1], bounds[row + 1]).ClipRect(part))
-        sum += part.Area();
+      if (Page(bounds[column], bounds[row], bounds[column + 1], bounds[row + 1]).ClipRect(part)) sum += part.Area();
     }
     ASSERT_EQ(sum, whole.Area());
   }
@@ -92,8 +84,7 @@ TEST(PageClipLine, SegmentInsideIsUnchanged) {
 
 TEST(PageClipLine, SegmentAlongAnEdgeIsUnchanged) {
   Line out;
-  for (const Line& edge :
-       {Segment(0, 10, 10, 10), Segment(10, 0, 0, 0), Segment(0, 3, 0, 7), Segment(10, 7, 10, 3)}) {
+  for (const Line& edge : {Segment(0, 10, 10, 10), Segment(10, 0, 0, 0), Segment(0, 3, 0, 7), Segment(10, 7, 10, 3)}) {
     EXPECT_TRUE(kPage.ClipLine(edge, &out));
     EXPECT_TRUE(SameLine(out, edge));
   }
@@ -112,8 +103,7 @@ TEST(PageClipLine, SegmentAcrossIsCutAtBothEnds) {
 TEST(PageClipLine, SegmentBeyondOneEdgeLeavesTheOutputUntouched) {
   const Line before = Segment(1, 2, 3, 4, 5, 6);
   Line out = before;
-  for (const Line& beyond :
-       {Segment(-5, 0, -1, 10), Segment(11, 0, 15, 10), Segment(0, 11, 10, 15), Segment(0, -5, 10, -1)}) {
+  for (const Line& beyond : {Segment(-5, 0, -1, 10), Segment(11, 0, 15, 10), Segment(0, 11, 10, 15), Segment(0, -5, 10, -1)}) {
     EXPECT_FALSE(kPage.ClipLine(beyond, &out));
     EXPECT_TRUE(SameLine(out, before));
   }
@@ -161,9 +151,7 @@ TEST(PageClipLine, PageOfAnyOrientationClipsTheSame) {
   }
 }
 
-TEST(PageClipLine, NullGivesFalse) {
-  EXPECT_FALSE(kPage.ClipLine(Segment(1, 1, 2, 2), nullptr));
-}
+TEST(PageClipLine, NullGivesFalse) { EXPECT_FALSE(kPage.ClipLine(Segment(1, 1, 2, 2), nullptr)); }
 
 TEST(PageClipLine, NanIsBeyondNoEdgeAndIsSeen) {
   Line out;
@@ -237,27 +225,20 @@ bool LiteralClipLineInPlace(const Page& page, Line* line) {
 Point RandomEnd(EdgeValues& values, const Page& page) {
   const auto coordinate = [&](double a, double b) {
     switch (values.Index(8)) {
-      case 0:
-        return a;
-      case 1:
-        return values.Near(values.Flag() ? a : b);
-      case 2:
-        return values.Coordinate();
-      case 3:
-        return b;
-      default:
-        return values.Between(-15, 15);
+      case 0: return a;
+      case 1: return values.Near(values.Flag() ? a : b);
+      case 2: return values.Coordinate();
+      case 3: return b;
+      default: return values.Between(-15, 15);
     }
   };
-  return Point(coordinate(page.left, page.right), coordinate(page.bottom, page.top),
-               values.Flag() ? 0 : values.Grid());
+  return Point(coordinate(page.left, page.right), coordinate(page.bottom, page.top), values.Flag() ? 0 : values.Grid());
 }
 
 // Half of them nearly along an edge or a diagonal of the page, either way.
 Line RandomSegment(EdgeValues& values, const Page& page) {
   if (values.Flag()) return Line(RandomEnd(values, page), RandomEnd(values, page));
-  const Point corners[] = {page.BottomLeft(), Point(page.left, page.top, 0), page.TopRight(),
-                           Point(page.right, page.bottom, 0)};
+  const Point corners[] = {page.BottomLeft(), Point(page.left, page.top, 0), page.TopRight(), Point(page.right, page.bottom, 0)};
   const int corner = values.Index(4);
   auto [start, end] = values.Related(corners[corner], corners[(corner + 1 + values.Index(3)) % 4]);
   start.z = values.Flag() ? 0 : values.Grid();
@@ -267,11 +248,9 @@ Line RandomSegment(EdgeValues& values, const Page& page) {
 
 TEST(PageClipLine, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues values(7311);
-  Tally tally(
-      {"beyond one edge", "outside a corner", "inside", "start cut", "end cut", "both cut", "in place"});
+  Tally tally({"beyond one edge", "outside a corner", "inside", "start cut", "end cut", "both cut", "in place"});
   for (int round = 0; round < kRandomRounds; ++round) {
-    const Page page = values.Index(4) == 0 ? Page(values.Coordinate(), values.Coordinate(),
-                                                  values.Coordinate(), values.Coordinate())
+    const Page page = values.Index(4) == 0 ? Page(values.Coordinate(), values.Coordinate(), values.Coordinate(), values.Coordinate())
                                            : Page(values.Grid(), values.Grid(), values.Grid(), values.Grid());
     const Line in = RandomSegment(values, page);
     const Line before = Segment(7, 7, 7, 8, 8, 8);
@@ -338,8 +317,7 @@ TEST(PageClipLine, LengthsInTheNineTilesAddUpToTheWhole) {
   EdgeValues values(7313);
   const double bounds[] = {-100, 0, 10, 100};
   for (int round = 0; round < kRandomRounds; ++round) {
-    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20),
-                              values.Between(-10, 20));
+    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20));
     double sum = 0;
     for (int tile = 0; tile < 9; ++tile) {
       const int column = tile / 3;
@@ -355,8 +333,7 @@ TEST(PageClipLine, LengthsInTheNineTilesAddUpToTheWhole) {
 TEST(PageClipLine, ClippingAgainChangesNothingInThePlane) {
   EdgeValues values(7314);
   for (int round = 0; round < kRandomRounds; ++round) {
-    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20),
-                              values.Between(-10, 20));
+    const Line line = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20));
     Line once;
     if (!kPage.ClipLine(line, &once)) continue;
     Line twice;
@@ -381,17 +358,14 @@ TEST(PageClipLine, ShiftByAPowerOfTwoIsExactAndSoIsAScale) {
     Line out;
     Line there;
     const bool seen = kPage.ClipLine(line, &out);
-    ASSERT_EQ(shifted.ClipLine(Line(line.start + shift, line.end + shift), &there), seen)
-        << "round " << round;
+    ASSERT_EQ(shifted.ClipLine(Line(line.start + shift, line.end + shift), &there), seen) << "round " << round;
     if (seen) {
       ASSERT_TRUE(SameLine(there, Line(out.start + shift, out.end + shift))) << "round " << round;
     }
 
-    const Line any = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20),
-                             values.Between(-10, 20));
+    const Line any = Segment(values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20), values.Between(-10, 20));
     const bool anySeen = kPage.ClipLine(any, &out);
-    ASSERT_EQ(scaled.ClipLine(Line(any.start * scale, any.end * scale), &there), anySeen)
-        << "round " << round;
+    ASSERT_EQ(scaled.ClipLine(Line(any.start * scale, any.end * scale), &there), anySeen) << "round " << round;
     if (anySeen) {
       ASSERT_TRUE(SameLine(there, Line(out.start * scale, out.end * scale))) << "round " << round;
     }
@@ -486,19 +460,16 @@ TEST(PageClipCircle, NullArraysAreRefused) {
 
 TEST(PageClipCircle, CircleOverAllFourEdgesIsFourPiecesInItsCorners) {
   const double b = kThreeFour;
-  ExpectPieces(ClipCircle(kMiddle, Point(), 5, 0, 360),
-               {{b, 90 - b}, {90 + b, 180 - b}, {180 + b, 270 - b}, {270 + b, 360 - b}});
+  ExpectPieces(ClipCircle(kMiddle, Point(), 5, 0, 360), {{b, 90 - b}, {90 + b, 180 - b}, {180 + b, 270 - b}, {270 + b, 360 - b}});
 }
 
 TEST(PageClipCircle, CircleThatBeginsInACornerIsFivePieces) {
   const double b = kThreeFour;
-  ExpectPieces(ClipCircle(kMiddle, Point(), 5, 45, 45),
-               {{45, 90 - b}, {90 + b, 180 - b}, {180 + b, 270 - b}, {270 + b, 360 - b}, {b, 45}});
+  ExpectPieces(ClipCircle(kMiddle, Point(), 5, 45, 45), {{45, 90 - b}, {90 + b, 180 - b}, {180 + b, 270 - b}, {270 + b, 360 - b}, {b, 45}});
 }
 
 TEST(PageClipCircle, EqualBearingsAreAFullCircle) {
-  ExpectPieces(ClipCircle(kMiddle, Point(2, 2, 0), 4, 200, 200),
-               ClipCircle(kMiddle, Point(2, 2, 0), 4, 200, 560).pieces);
+  ExpectPieces(ClipCircle(kMiddle, Point(2, 2, 0), 4, 200, 200), ClipCircle(kMiddle, Point(2, 2, 0), 4, 200, 560).pieces);
   EXPECT_FALSE(ClipCircle(kMiddle, Point(2, 2, 0), 4, 200, 200).pieces.empty());
 }
 
@@ -634,8 +605,7 @@ Arcs LiteralClipCircle(Page page, Point centre, double radius, double start, dou
   const double y = centre.y + r * std::cos(a0 * D_TO_R);
   bool inside = page.left <= x && x <= page.right && page.bottom <= y && y <= page.top;
   if (startOnEdge) {
-    const double distances[] = {std::abs(x - page.left), std::abs(x - page.right), std::abs(y - page.bottom),
-                                std::abs(y - page.top)};
+    const double distances[] = {std::abs(x - page.left), std::abs(x - page.right), std::abs(y - page.bottom), std::abs(y - page.top)};
     const bool goesIn[] = {centre.y <= y, centre.y >= y, x <= centre.x, x >= centre.x};
     inside = goesIn[std::min_element(distances, distances + 4) - distances];
   }
@@ -646,19 +616,16 @@ Arcs LiteralClipCircle(Page page, Point centre, double radius, double start, dou
 bool SamePieces(const Arcs& a, const Arcs& b) {
   if (a.result != b.result || a.pieces.size() != b.pieces.size()) return false;
   for (std::size_t i = 0; i < a.pieces.size(); ++i) {
-    if (!Same(a.pieces[i].first, b.pieces[i].first) || !Same(a.pieces[i].second, b.pieces[i].second))
-      return false;
+    if (!Same(a.pieces[i].first, b.pieces[i].first) || !Same(a.pieces[i].second, b.pieces[i].second)) return false;
   }
   return true;
 }
 
 TEST(PageClipCircle, RandomArcsAgreeWithASecondTranscription) {
   EdgeValues values(7316);
-  Tally tally(
-      {"refused", "no piece", "one piece", "two pieces", "three pieces or more", "begins on an edge"});
-  const double onEdge[] = {std::atan2(3.0, 4.0) / D_TO_R, std::atan2(4.0, 3.0) / D_TO_R,
-                           std::atan2(3.0, -4.0) / D_TO_R, std::atan2(-4.0, 3.0) / D_TO_R,
-                           std::atan2(-3.0, -4.0) / D_TO_R};
+  Tally tally({"refused", "no piece", "one piece", "two pieces", "three pieces or more", "begins on an edge"});
+  const double onEdge[] = {std::atan2(3.0, 4.0) / D_TO_R, std::atan2(4.0, 3.0) / D_TO_R, std::atan2(3.0, -4.0) / D_TO_R,
+                           std::atan2(-4.0, 3.0) / D_TO_R, std::atan2(-3.0, -4.0) / D_TO_R};
   for (int round = 0; round < kRandomRounds; ++round) {
     const bool three = values.Index(4) == 0;
     const Page page = three ? kMiddle : Page(values.Grid(), values.Grid(), values.Grid(), values.Grid());
@@ -666,9 +633,7 @@ TEST(PageClipCircle, RandomArcsAgreeWithASecondTranscription) {
     const double radius = three ? 5 : values.Index(8) == 0 ? values.Wild() : values.Between(-6, 6);
     const bool begins = three && values.Flag();
     const double start = begins ? onEdge[values.Index(5)] : values.Bearing();
-    const double end = values.Index(4) == 0      ? start
-                       : begins && values.Flag() ? onEdge[values.Index(5)]
-                                                 : values.Bearing();
+    const double end = values.Index(4) == 0 ? start : begins && values.Flag() ? onEdge[values.Index(5)] : values.Bearing();
     const Arcs arcs = ClipCircle(page, centre, radius, start, end);
     ASSERT_TRUE(SamePieces(arcs, LiteralClipCircle(page, centre, radius, start, end))) << "round " << round;
     if (begins) tally.Count("begins on an edge");
@@ -699,11 +664,9 @@ TEST(PageClipCircle, BearingsOfThePiecesLieInThePageAndTheOthersDoNot) {
     const double y = centre.y + radius * std::cos(bearing * 3.141592653589793 / 180);
     const double margin = std::min({std::fabs(x), std::fabs(x - 10), std::fabs(y), std::fabs(y - 10)});
     if (margin < 1e-9) continue;  // too close to call
-    const bool isInPiece = std::any_of(arcs.pieces.begin(), arcs.pieces.end(), [&](const auto& piece) {
-      return TrimAngle(bearing - piece.first) <= Sweep(piece);
-    });
-    ASSERT_EQ(kPage.IsPointInPage(x, y), tally.Either(isInPiece, "in a piece", "in no piece"))
-        << "round " << round;
+    const bool isInPiece = std::any_of(arcs.pieces.begin(), arcs.pieces.end(),
+                                       [&](const auto& piece) { return TrimAngle(bearing - piece.first) <= Sweep(piece); });
+    ASSERT_EQ(kPage.IsPointInPage(x, y), tally.Either(isInPiece, "in a piece", "in no piece")) << "round " << round;
   }
 }
 
@@ -720,8 +683,7 @@ TEST(PageClipCircle, SweepsInTheNineTilesAddUpToTheWhole) {
       const int column = tile / 3;
       const int row = tile % 3;
       const Page page(bounds[column], bounds[row], bounds[column + 1], bounds[row + 1]);
-      for (const auto& piece : ClipCircle(page, centre, radius, start, start + whole).pieces)
-        sum += Sweep(piece);
+      for (const auto& piece : ClipCircle(page, centre, radius, start, start + whole).pieces) sum += Sweep(piece);
     }
     ASSERT_NEAR(sum, whole, 1e-9) << "round " << round;
   }

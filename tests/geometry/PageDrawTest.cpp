@@ -37,15 +37,15 @@ TEST(PageDraw, ARectangleIsDrawnAllTheWayRound) {
 TEST(PageDraw, ARectanglesSidesAreClipped) {
   RecordingSurface surface;
   Page(100, 200, 300, 500).DrawRect(&surface, OneToOne(), Page(200, 300, 800, 600));
-  EXPECT_EQ(surface.Painted(), (Lines{"MoveTo 200 100", "LineTo 300 100", "SetPixel 300 100 0", "MoveTo 300 100",
-                                      "LineTo 300 300", "SetPixel 300 300 0"}));
+  EXPECT_EQ(surface.Painted(),
+            (Lines{"MoveTo 200 100", "LineTo 300 100", "SetPixel 300 100 0", "MoveTo 300 100", "LineTo 300 300", "SetPixel 300 300 0"}));
 }
 
 TEST(PageDraw, ASideWithoutLengthIsNotDrawn) {
   RecordingSurface surface;
   Page(100, 200, 100, 500).DrawRect(&surface, OneToOne(), kAll);
-  EXPECT_EQ(surface.Painted(), (Lines{"MoveTo 100 400", "LineTo 100 100", "SetPixel 100 100 0", "MoveTo 100 100",
-                                      "LineTo 100 400", "SetPixel 100 400 0"}));
+  EXPECT_EQ(surface.Painted(),
+            (Lines{"MoveTo 100 400", "LineTo 100 100", "SetPixel 100 100 0", "MoveTo 100 100", "LineTo 100 400", "SetPixel 100 400 0"}));
 }
 
 TEST(PageDraw, ASolidRectangleIsFilledAndTheBackgroundColourPutBack) {
@@ -89,8 +89,8 @@ TEST(PageDraw, RandomPagesAreDrawnAsTheRulesSay) {
     const Page page(AnyPlace(values, both.ours), AnyPlace(values, both.ours));
     const Page clip = values.Flag() ? both.ours.worldWindow : Page(AnyPlace(values, both.ours), AnyPlace(values, both.ours));
     page.DrawRect(&surface, both.ours, clip);
-    const Point corners[] = {{page.left, page.bottom, 0}, {page.left, page.top, 0}, {page.right, page.top, 0},
-                             {page.right, page.bottom, 0}};
+    const Point corners[] = {
+        {page.left, page.bottom, 0}, {page.left, page.top, 0}, {page.right, page.top, 0}, {page.right, page.bottom, 0}};
     for (int side = 0; side < 4; ++side) second.DrawLine(Line(corners[side], corners[(side + 1) % 4]), clip);
     ASSERT_EQ(surface.Lines(), second.calls) << round;
 

@@ -184,8 +184,8 @@ TEST(Page, RandomSetOperationsAgreeWithASecondTranscription) {
   };
   for (int i = 0; i < kRandomRounds; ++i) {
     const Page a(random.Coordinate(), random.Coordinate(), random.Coordinate(), random.Coordinate());
-    const Page b(random.Flag() ? random.Near(a.left) : random.Coordinate(), random.Coordinate(),
-                 random.Coordinate(), random.Flag() ? a.bottom : random.Coordinate());
+    const Page b(random.Flag() ? random.Near(a.left) : random.Coordinate(), random.Coordinate(), random.Coordinate(),
+                 random.Flag() ? a.bottom : random.Coordinate());
     Page expected = a;
     axis(expected.left, expected.right, b.left, b.right);
     axis(expected.bottom, expected.top, b.bottom, b.top);
@@ -199,20 +199,16 @@ TEST(Page, RandomSetOperationsAgreeWithASecondTranscription) {
     tally.Count(!rightValid ? "right invalid" : !leftValid ? "left invalid" : "both valid");
     if (rightValid && !leftValid) expected = b;
     if (rightValid && leftValid) {
-      expected.Set(a.left < b.left ? b.left : a.left, a.bottom < b.bottom ? b.bottom : a.bottom,
-                   a.right > b.right ? b.right : a.right, a.top > b.top ? b.top : a.top);
+      expected.Set(a.left < b.left ? b.left : a.left, a.bottom < b.bottom ? b.bottom : a.bottom, a.right > b.right ? b.right : a.right,
+                   a.top > b.top ? b.top : a.top);
     }
     page = a;
     page &= b;
     ASSERT_TRUE(SamePage(page, expected));
     ASSERT_EQ(a.IsValid(), leftValid);
 
-    const double x = random.Index(3) == 0   ? a.left
-                     : random.Index(2) == 0 ? random.Near(a.right)
-                                            : random.Coordinate();
-    const double y = random.Index(3) == 0   ? a.top
-                     : random.Index(2) == 0 ? random.Near(a.bottom)
-                                            : random.Coordinate();
+    const double x = random.Index(3) == 0 ? a.left : random.Index(2) == 0 ? random.Near(a.right) : random.Coordinate();
+    const double y = random.Index(3) == 0 ? a.top : random.Index(2) == 0 ? random.Near(a.bottom) : random.Coordinate();
     const double lower = a.top > a.bottom ? a.bottom : a.top;
     const double upper = a.top > a.bottom ? a.top : a.bottom;
     const bool outside = x < a.left || x > a.right || y < lower || y > upper;

@@ -62,16 +62,16 @@ TEST(PointDraw, WithoutAPenTheWidthIsNothing) {
   RecordingSurface surface;
   surface.SetPen(std::nullopt);
   kMiddle.DrawCross(&surface, OneToOne(), 10);
-  EXPECT_EQ(surface.Lines(), (Lines{"GetDeviceCaps 90", "GetCurrentObject 1", "MoveTo 90 100", "LineTo 110 100",
-                                    "MoveTo 100 90", "LineTo 100 110"}));
+  EXPECT_EQ(surface.Lines(),
+            (Lines{"GetDeviceCaps 90", "GetCurrentObject 1", "MoveTo 90 100", "LineTo 110 100", "MoveTo 100 90", "LineTo 100 110"}));
 }
 
 TEST(PointDraw, SizesAreAtNinetySixDotsToAnInchAndHalvesGoAwayFromZero) {
   const auto reach = [](int size, int dotsPerInch) { return CrossOf(0, size, OneToOne(), kMiddle, dotsPerInch)[1]; };
   EXPECT_EQ(reach(10, 192), "LineTo 120 100");
-  EXPECT_EQ(reach(5, 120), "LineTo 106 100");   // 6.25
-  EXPECT_EQ(reach(3, 48), "LineTo 102 100");    // 1.5
-  EXPECT_EQ(reach(-3, 48), "LineTo 98 100");    // -1.5
+  EXPECT_EQ(reach(5, 120), "LineTo 106 100");  // 6.25
+  EXPECT_EQ(reach(3, 48), "LineTo 102 100");   // 1.5
+  EXPECT_EQ(reach(-3, 48), "LineTo 98 100");   // -1.5
   EXPECT_EQ(reach(10, 0), "LineTo 100 100");
 }
 
@@ -241,8 +241,8 @@ TEST(PointDraw, PixelsBeyondIntEndAtTheNearestInt) {
   surface.SetPen(1, 0);
   surface.dotsPerInch = INT_MAX;
   Point(1e300, -1e300, 0).DrawCross(&surface, OneToOne(), INT_MAX);
-  EXPECT_EQ(surface.Painted(), (Lines{"MoveTo 0 2147483647", "LineTo 2147483647 2147483647", "MoveTo 2147483647 0",
-                                      "LineTo 2147483647 2147483647"}));
+  EXPECT_EQ(surface.Painted(),
+            (Lines{"MoveTo 0 2147483647", "LineTo 2147483647 2147483647", "MoveTo 2147483647 0", "LineTo 2147483647 2147483647"}));
   surface.calls.clear();
   Point(-1e300, 1e300, 0).DrawDot(&surface, OneToOne(), INT_MAX, CSize(INT_MIN, INT_MIN), true, INT_MAX);
   // -2^31 - 2^31, and 2 * (2^31 - 1) to either side.

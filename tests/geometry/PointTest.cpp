@@ -11,8 +11,7 @@
 namespace {
 
 TEST(Point, IsThreePlainWords) {
-  static_assert(sizeof(Point) == 24 && std::is_trivially_copyable_v<Point> &&
-                std::is_standard_layout_v<Point>);
+  static_assert(sizeof(Point) == 24 && std::is_trivially_copyable_v<Point> && std::is_standard_layout_v<Point>);
   const Point p(1, 2, 3);
   std::array<double, 3> words{};
   std::memcpy(words.data(), &p, sizeof p);
@@ -72,9 +71,7 @@ TEST(Point, AddsAndTakesByComponent) {
   EXPECT_EQ(p, Point());
 }
 
-TEST(Point, TakesItsSisterAsAnOperand) {
-  EXPECT_EQ(Point(1, 2, 3) + FloatPoint(1.0, 1.0, 1.0), Point(2, 3, 4));
-}
+TEST(Point, TakesItsSisterAsAnOperand) { EXPECT_EQ(Point(1, 2, 3) + FloatPoint(1.0, 1.0, 1.0), Point(2, 3, 4)); }
 
 TEST(Point, TimesAFactor) {
   Point p(1, -2, 3);
@@ -199,8 +196,7 @@ TEST(Point, RandomArithmeticGoesComponentByComponent) {
     }
     const double c = std::cos(0.017453292519943 * angle);
     const double s = std::sin(0.017453292519943 * angle);
-    ASSERT_TRUE(Same(turned, Point(c * difference[0] + s * difference[1] + b[0],
-                                   c * difference[1] - s * difference[0] + b[1], a[2])))
+    ASSERT_TRUE(Same(turned, Point(c * difference[0] + s * difference[1] + b[0], c * difference[1] - s * difference[0] + b[1], a[2])))
         << pa.ToString() << ' ' << angle << ' ' << pb.ToString();
   }
 }

@@ -56,9 +56,7 @@ TEST(Polar, MinusZeroAndANegativeTrifleAreReplacedByPlusZero) {
   EXPECT_GT(Of(-0.0, -1).bearing, 180);
 }
 
-TEST(Polar, ABearingJustWestOfNorthRoundsUpTo360) {
-  EXPECT_EQ(Of(-1e-6, 1e10).bearing, 360.0);
-}
+TEST(Polar, ABearingJustWestOfNorthRoundsUpTo360) { EXPECT_EQ(Of(-1e-6, 1e10).bearing, 360.0); }
 
 TEST(Polar, NanAndInfinitiesPassThrough) {
   EXPECT_TRUE(std::isnan(Of(kNan, 1).bearing));

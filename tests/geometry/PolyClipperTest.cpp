@@ -91,8 +91,7 @@ TEST(PolyClipper, PolygonThatClosesAtAnotherHeightIsClosed) {
 }
 
 TEST(PolyClipper, PolygonOutsideGivesNothingAndTrue) {
-  for (const Points& square :
-       {Square(20, 2, 4), Square(-20, 2, 4), Square(2, 20, 4), Square(2, -20, 4), Square(20, 20, 4)}) {
+  for (const Points& square : {Square(20, 2, 4), Square(-20, 2, 4), Square(2, 20, 4), Square(2, -20, 4), Square(20, 20, 4)}) {
     const PolyClipper clipper = Clipped(kPage, square);
     EXPECT_EQ(clipper.GetOutputSize(), 0);
     EXPECT_EQ(clipper.Area(), 0.0);
@@ -315,8 +314,7 @@ TEST(PolyClipper, TieThatPairsTwoOfAKindIsSwapped) {
   Feed(clipper, Flat({{4, 5}, {-4, 5}, {-4, 8}, {4, 8}}), true);
   Feed(clipper, Flat({{4, 2}, {-4, 2}, {-4, 5}, {4, 5}}), true);
   EXPECT_TRUE(clipper.DoPolyClip(false));
-  EXPECT_EQ(PointsOf(clipper),
-            Flat({{4, 5}, {0, 5}, {0, 8}, {4, 8}, {4, 5}, {4, 2}, {0, 2}, {0, 5}, {4, 5}, {4, 2}}));
+  EXPECT_EQ(PointsOf(clipper), Flat({{4, 5}, {0, 5}, {0, 8}, {4, 8}, {4, 5}, {4, 2}, {0, 2}, {0, 5}, {4, 5}, {4, 2}}));
   EXPECT_EQ(StartsOf(clipper), std::vector<int>({0, 5}));
 }
 
@@ -349,8 +347,7 @@ TEST(PolyClipper, FillPolygonTakesLeftUnsortedAndDoPolyClipSortsIt) {
 }
 
 TEST(PolyClipper, ScreenPageClipsAsItsMirror) {
-  EXPECT_EQ(PointsOf(Clipped(Page(0, 10, 10, 0), Square(8, 8, 5))),
-            PointsOf(Clipped(kPage, Square(8, 8, 5))));
+  EXPECT_EQ(PointsOf(Clipped(Page(0, 10, 10, 0), Square(8, 8, 5))), PointsOf(Clipped(kPage, Square(8, 8, 5))));
 }
 
 // --- Area ---
@@ -390,8 +387,7 @@ Point RandomPoint(EdgeValues& values, Kind kind) {
   const auto coordinate = [&]() -> double {
     if (kind == Kind::kGrid) return values.Index(9) - 2;
     if (kind == Kind::kAnywhere || kind == Kind::kThereAndBack) return values.Between(-5, 10);
-    if (kind == Kind::kNearSides)
-      return values.Index(3) == 0 ? values.Between(-5, 10) : values.Near(5.0 * values.Index(2));
+    if (kind == Kind::kNearSides) return values.Index(3) == 0 ? values.Between(-5, 10) : values.Near(5.0 * values.Index(2));
     return values.Index(4) == 0 ? values.Wild() : values.Between(-5, 10);
   };
   return Point(coordinate(), coordinate(), kind == Kind::kWild ? values.Coordinate() : values.Grid());
@@ -418,18 +414,12 @@ Points RandomPolygon(EdgeValues& values, Kind kind, int most) {
 
 Page RandomPage(EdgeValues& values) {
   switch (values.Index(10)) {
-    case 0:
-      return Page(0, 5, 5, 0);
-    case 1:
-      return Page(5, 0, 0, 5);
-    case 2:
-      return Page(5, 5, 0, 0);
-    case 3:
-      return Page(2, 2, 2, 2);
-    case 4:
-      return Page(values.Wild(), values.Wild(), values.Wild(), values.Wild());
-    default:
-      return Page(0, 0, 5, 5);
+    case 0: return Page(0, 5, 5, 0);
+    case 1: return Page(5, 0, 0, 5);
+    case 2: return Page(5, 5, 0, 0);
+    case 3: return Page(2, 2, 2, 2);
+    case 4: return Page(values.Wild(), values.Wild(), values.Wild(), values.Wild());
+    default: return Page(0, 0, 5, 5);
   }
 }
 
@@ -585,8 +575,7 @@ TEST(PolyClipperLong, ClippingAgainChangesNothing) {
     const std::vector<int> starts = StartsOf(clipper);
     const double area = clipper.Area();
     ASSERT_TRUE(clipper.DoPolyClip(false));
-    const bool allInside =
-        std::all_of(once.begin(), once.end(), [](const Point& p) { return kPage.IsPointInPage(p); });
+    const bool allInside = std::all_of(once.begin(), once.end(), [](const Point& p) { return kPage.IsPointInPage(p); });
     if (tally.Either(allInside, "exactly the same", "off a side by a rounding")) {
       ASSERT_EQ(PointsOf(clipper), once) << "round " << round;
       ASSERT_EQ(StartsOf(clipper), starts) << "round " << round;
@@ -669,8 +658,7 @@ TEST(PolyClipper, PentagramEndsWithItsPointsInThePage) {
 
 TEST(PolyClipper, PointThatIsNotANumberIsLeftOutAndItsEdgesAreNotCut) {
   // From inside by NaN to outside: no crossing; back by a crossing on x = 10.
-  const PolyClipper clipper =
-      Clipped(kPage, {Point(2, 2, 0), Point(kNan, 3, 0), Point(15, 4, 0), Point(2, 4, 0), Point(2, 2, 0)});
+  const PolyClipper clipper = Clipped(kPage, {Point(2, 2, 0), Point(kNan, 3, 0), Point(15, 4, 0), Point(2, 4, 0), Point(2, 2, 0)});
   const Points points = PointsOf(clipper);
   ASSERT_FALSE(points.empty());
   for (const Point& point : points) EXPECT_FALSE(std::isnan(point.x));
@@ -681,9 +669,7 @@ TEST(PolyClipper, PolygonOfNothingButNanGivesNothing) {
   EXPECT_EQ(Clipped(kPage, polygon).GetOutputSize(), 0);
 }
 
-TEST(PolyClipper, SideThatIsNotANumberKeepsNothing) {
-  EXPECT_EQ(Clipped(Page(kNan, 0, 10, 10), Square(2, 2, 2)).GetOutputSize(), 0);
-}
+TEST(PolyClipper, SideThatIsNotANumberKeepsNothing) { EXPECT_EQ(Clipped(Page(kNan, 0, 10, 10), Square(2, 2, 2)).GetOutputSize(), 0); }
 
 TEST(PolyClipperLong, OutputOfAHostilePolygonIsBounded) {
   // Over the side and, by NaN, back without a leaving crossing: entering crossings alone, so that each ring

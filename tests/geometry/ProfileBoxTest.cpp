@@ -14,9 +14,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 ProfilePoint At(double distance, double z) { return ProfilePoint(0, 0, z, distance, false); }
 
-ProfileBox Box(double left, double bottom, double right, double top) {
-  return ProfileBox::Of(At(left, bottom), At(right, top));
-}
+ProfileBox Box(double left, double bottom, double right, double top) { return ProfileBox::Of(At(left, bottom), At(right, top)); }
 
 TEST(ProfileBox, SpansASegmentInAnyDirection) {
   for (const ProfileBox& box : {Box(1, 2, 3, 4), Box(3, 4, 1, 2), Box(1, 4, 3, 2), Box(3, 2, 1, 4)}) {
@@ -29,13 +27,12 @@ TEST(ProfileBox, SpansASegmentInAnyDirection) {
 
 TEST(ProfileBox, IsFarBeyondAMillimetreOnAnySide) {
   const ProfileBox box = Box(0, 0, 10, 10);
-  for (const ProfileBox& near : {Box(10.0009, 0, 12, 10), Box(-2, 0, -0.0009, 10), Box(0, 10.0009, 10, 12),
-                                 Box(0, -2, 10, -0.0009), Box(4, 4, 5, 5), Box(-5, -5, 15, 15)}) {
+  for (const ProfileBox& near : {Box(10.0009, 0, 12, 10), Box(-2, 0, -0.0009, 10), Box(0, 10.0009, 10, 12), Box(0, -2, 10, -0.0009),
+                                 Box(4, 4, 5, 5), Box(-5, -5, 15, 15)}) {
     EXPECT_FALSE(box.IsFarFrom(near));
     EXPECT_FALSE(near.IsFarFrom(box));
   }
-  for (const ProfileBox& far : {Box(10.0011, 0, 12, 10), Box(-2, 0, -0.0011, 10), Box(0, 10.0011, 10, 12),
-                                Box(0, -2, 10, -0.0011)}) {
+  for (const ProfileBox& far : {Box(10.0011, 0, 12, 10), Box(-2, 0, -0.0011, 10), Box(0, 10.0011, 10, 12), Box(0, -2, 10, -0.0011)}) {
     EXPECT_TRUE(box.IsFarFrom(far));
     EXPECT_TRUE(far.IsFarFrom(box));
   }

@@ -54,17 +54,11 @@ TEST(ProfileFolds, ALoopIsReplacedByItsCrossing) {
   EXPECT_TRUE(SamePoint(cut[2], At(10, 0)));
 }
 
-TEST(ProfileFolds, ThreePointsStayWhateverTheyDo) {
-  ExpectStays({At(0, 0), At(6, 6), At(4, 6)});
-}
+TEST(ProfileFolds, ThreePointsStayWhateverTheyDo) { ExpectStays({At(0, 0), At(6, 6), At(4, 6)}); }
 
-TEST(ProfileFolds, AFoldStillOpenAtTheEndStays) {
-  ExpectStays({At(0, 0), At(6, 6), At(4, 6), At(3, -9)});
-}
+TEST(ProfileFolds, AFoldStillOpenAtTheEndStays) { ExpectStays({At(0, 0), At(6, 6), At(4, 6), At(3, -9)}); }
 
-TEST(ProfileFolds, AFoldWithoutACrossingStays) {
-  ExpectStays({At(0, 0), At(6, 1), At(4, 2), At(10, 3)});
-}
+TEST(ProfileFolds, AFoldWithoutACrossingStays) { ExpectStays({At(0, 0), At(6, 1), At(4, 2), At(10, 3)}); }
 
 TEST(ProfileFolds, TheOutermostCrossingIsTaken) {
   // Two loops, one in the other; the outer slopes cross at (5, 5).
@@ -134,8 +128,7 @@ TEST(ProfileFolds, AFlatSegmentHitAtTheOthersStartHeightGivesNoPlanPosition) {
 
 TEST(ProfileFolds, TheWalkGoesOnFromACrossingBehindTheFold) {
   // The fold from 10 to 2 crosses nothing, but reaches up to 12; the loop that begins behind it is found with it.
-  const ProfilePoints cut =
-      Cut({At(0, 0), At(10, 0), At(2, 1), At(4, 1), At(7, 4), At(5, 4), At(8, 1), At(12, 1)});
+  const ProfilePoints cut = Cut({At(0, 0), At(10, 0), At(2, 1), At(4, 1), At(7, 4), At(5, 4), At(8, 1), At(12, 1)});
   ASSERT_EQ(cut.size(), 7u);
   EXPECT_TRUE(SamePoint(cut[3], At(4, 1)));
   EXPECT_TRUE(NearPoint(cut[4], At(6, 3)));
@@ -144,8 +137,7 @@ TEST(ProfileFolds, TheWalkGoesOnFromACrossingBehindTheFold) {
 
 TEST(ProfileFolds, WhatFollowsTheCrossingIsWalkedOnFromThere) {
   // The crossing (5, 5) lies before the point that ended the fold; that point stays, and a second fold behind it is seen.
-  const ProfilePoints cut =
-      Cut({At(0, 0), At(6, 6), At(4, 6), At(5.5, 4.5), At(8, 2), At(11, 5), At(9, 5), At(14, 0)});
+  const ProfilePoints cut = Cut({At(0, 0), At(6, 6), At(4, 6), At(5.5, 4.5), At(8, 2), At(11, 5), At(9, 5), At(14, 0)});
   ASSERT_EQ(cut.size(), 6u);
   EXPECT_TRUE(NearPoint(cut[1], At(5, 5)));
   EXPECT_TRUE(SamePoint(cut[2], At(5.5, 4.5)));
@@ -238,10 +230,11 @@ void ExpectSameCuts(const ProfilePoints& line, OffsetTally& tally, unsigned int 
 }
 
 void Print(const char* name, unsigned int seeds, const OffsetTally& tally) {
-  std::printf("%s, seeds 1 to %u: folds %ld, cut %ld (x, y by the earlier segment %ld; on from before %ld, from behind %ld), "
-              "without crossing %ld, open %ld; flags lost %ld\n",
-              name, seeds, tally.folds, tally.cuts, tally.cutsByFirst, tally.cutsBack, tally.cutsAhead, tally.foldsKept,
-              tally.openFolds, tally.flagsLost);
+  std::printf(
+      "%s, seeds 1 to %u: folds %ld, cut %ld (x, y by the earlier segment %ld; on from before %ld, from behind %ld), "
+      "without crossing %ld, open %ld; flags lost %ld\n",
+      name, seeds, tally.folds, tally.cuts, tally.cutsByFirst, tally.cutsBack, tally.cutsAhead, tally.foldsKept, tally.openFolds,
+      tally.flagsLost);
 }
 
 void ExpectAllReached(const OffsetTally& tally) {

@@ -21,8 +21,7 @@ class CenterLine {};
 using ProfilePoints = std::vector<ProfilePoint>;
 
 inline void Write(std::ostream& stream, const ProfilePoint& point) {
-  stream << "(" << point.x << ", " << point.y << ", " << point.z << "; " << point.distance
-         << (point.sectionStart ? ", start)" : ")");
+  stream << "(" << point.x << ", " << point.y << ", " << point.z << "; " << point.distance << (point.sectionStart ? ", start)" : ")");
 }
 
 // Equal to the last bit, -0.0 apart from 0.0; one NaN is as good as another.
@@ -52,8 +51,7 @@ inline testing::AssertionResult SamePoints(const ProfilePoints& a, const Profile
 
 inline testing::AssertionResult NearPoint(const ProfilePoint& a, const ProfilePoint& b, double tolerance = 1e-9) {
   const auto isNear = [tolerance](double u, double v) { return std::fabs(u - v) <= tolerance; };
-  if (isNear(a.x, b.x) && isNear(a.y, b.y) && isNear(a.z, b.z) && isNear(a.distance, b.distance) &&
-      a.sectionStart == b.sectionStart) {
+  if (isNear(a.x, b.x) && isNear(a.y, b.y) && isNear(a.z, b.z) && isNear(a.distance, b.distance) && a.sectionStart == b.sectionStart) {
     return testing::AssertionSuccess();
   }
   std::ostringstream text;

@@ -85,8 +85,8 @@ TEST(Rotation, RandomTurnsAgreeWithASecondTranscription) {
     Point out;
     Rotation3D(in, by, out);
     ASSERT_TRUE(Same(out, Point(v[0], v[1], v[2]))) << in.ToString() << ' ' << by.ToString();
-    if (std::isfinite(by.x) && std::isfinite(by.y) && std::isfinite(by.z) &&
-        std::fabs(by.x) + std::fabs(by.y) + std::fabs(by.z) < 1e4 && in.Dist3D(Point()) < 1e8) {
+    if (std::isfinite(by.x) && std::isfinite(by.y) && std::isfinite(by.z) && std::fabs(by.x) + std::fabs(by.y) + std::fabs(by.z) < 1e4 &&
+        in.Dist3D(Point()) < 1e8) {
       ASSERT_NEAR(out.Dist3D(Point()), in.Dist3D(Point()), 1e-6);
     }
   }

@@ -90,8 +90,7 @@ struct SecondSystem {
     const Pair v = ToWorld({0, up});
     const double xs[] = {p.left, p.left + v.x, p.right, p.right - v.x};
     const double ys[] = {p.bottom, p.bottom + v.y, p.top, p.top - v.y};
-    return Page(*std::min_element(xs, xs + 4), *std::min_element(ys, ys + 4), *std::max_element(xs, xs + 4),
-                *std::max_element(ys, ys + 4));
+    return Page(*std::min_element(xs, xs + 4), *std::min_element(ys, ys + 4), *std::max_element(xs, xs + 4), *std::max_element(ys, ys + 4));
   }
 
   bool Center(const Page& area, double factor) {

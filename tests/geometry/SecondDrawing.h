@@ -135,8 +135,8 @@ class SecondDrawing {
     pixelPage.ClipCircle(Point(c.x, c.y, 0), r, from, to, count, starts, ends);
     for (int i = 0; i < count; ++i) {
       const bool turned = system.mode == 3;
-      Segment(cx, cy, std::fabs(radius), turned ? Trim(starts[i] - system.skew) : starts[i],
-              turned ? Trim(ends[i] - system.skew) : ends[i], page);
+      Segment(cx, cy, std::fabs(radius), turned ? Trim(starts[i] - system.skew) : starts[i], turned ? Trim(ends[i] - system.skew) : ends[i],
+              page);
     }
   }
 
@@ -200,8 +200,7 @@ class SecondDrawing {
     if (!start) return false;
     const int q = (static_cast<int>(b) % 360) / 90;
     const int rest = static_cast<int>(b) % 90;
-    const double spaces[] = {std::fabs(ax - page.left), std::fabs(ay - page.top), std::fabs(ax - page.right),
-                             std::fabs(ay - page.bottom)};
+    const double spaces[] = {std::fabs(ax - page.left), std::fabs(ay - page.top), std::fabs(ax - page.right), std::fabs(ay - page.bottom)};
     double way = width;
     if (rest > 0 && spaces[q] < height) way = width + height / std::tan(rest * kDegree);
     ax += std::sin(b * kDegree) * way;

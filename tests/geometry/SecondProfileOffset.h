@@ -18,15 +18,15 @@
 // How often each way was gone.
 struct OffsetTally {
   long segments = 0;
-  long gaps = 0;           // to flagged points
-  long fullArcs = 0;       // of more than one step
-  long shortArcs = 0;      // under one step
+  long gaps = 0;       // to flagged points
+  long fullArcs = 0;   // of more than one step
+  long shortArcs = 0;  // under one step
   long straightJoints = 0;
   long folds = 0;
   long cuts = 0;
-  long cutsByFirst = 0;    // x and y from the earlier segment
-  long cutsBack = 0;       // the walk went on from before the end of the fold
-  long cutsAhead = 0;      // the walk went on from behind it
+  long cutsByFirst = 0;  // x and y from the earlier segment
+  long cutsBack = 0;     // the walk went on from before the end of the fold
+  long cutsAhead = 0;    // the walk went on from behind it
   long foldsKept = 0;
   long openFolds = 0;
   long flagsLost = 0;
@@ -103,8 +103,7 @@ inline void SecondCutFolds(std::list<ProfilePoint>& work, OffsetTally& tally) {
 }
 
 // Offset is not 0.
-inline std::vector<ProfilePoint> SecondOffset(const std::vector<ProfilePoint>& source, double zShift, double offset,
-                                              OffsetTally& tally) {
+inline std::vector<ProfilePoint> SecondOffset(const std::vector<ProfilePoint>& source, double zShift, double offset, OffsetTally& tally) {
   const double tolerance = 0.1;
   std::list<ProfilePoint> work;
   if (source.empty()) return {};

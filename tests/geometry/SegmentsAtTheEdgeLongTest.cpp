@@ -21,28 +21,18 @@ namespace {
 
 using EightPlaces = std::array<double, 8>;
 
-Line FirstSegment(const EightPlaces& v) {
-  return Line(Point(v[0], v[1], 0), Point(v[2], v[3], 0));
-}
-Line SecondSegment(const EightPlaces& v) {
-  return Line(Point(v[4], v[5], 0), Point(v[6], v[7], 0));
-}
-Page SecondPage(const EightPlaces& v) {
-  return Page(v[4], v[5], v[6], v[7]);
-}
+Line FirstSegment(const EightPlaces& v) { return Line(Point(v[0], v[1], 0), Point(v[2], v[3], 0)); }
+Line SecondSegment(const EightPlaces& v) { return Line(Point(v[4], v[5], 0), Point(v[6], v[7], 0)); }
+Page SecondPage(const EightPlaces& v) { return Page(v[4], v[5], v[6], v[7]); }
 
 // An edge value that goes through all of them as the fillings do, at another pace.
-double HeightOf(std::size_t filling, std::size_t pace) {
-  return kEdgeValues[(filling / pace + filling) % kEdgeValueCount];
-}
+double HeightOf(std::size_t filling, std::size_t pace) { return kEdgeValues[(filling / pace + filling) % kEdgeValueCount]; }
 
-bool SamePlane(const Point& a, const Point& b) {
-  return Same(a.x, b.x) && Same(a.y, b.y);
-}
+bool SamePlane(const Point& a, const Point& b) { return Same(a.x, b.x) && Same(a.y, b.y); }
 
 TEST(IntersectLinesAtTheEdgeLong, AllPairsCrossAsTheRulesSay) {
-  KindCount kinds({"both vertical", "second vertical", "first vertical", "parallel", "both steep",
-                   "second steep", "first steep", "ordinary", "flags 0", "flags 1", "flags 2", "flags 3"});
+  KindCount kinds({"both vertical", "second vertical", "first vertical", "parallel", "both steep", "second steep", "first steep",
+                   "ordinary", "flags 0", "flags 1", "flags 2", "flags 3"});
   ForEdgeFillings<8>([&](const EightPlaces& v, std::size_t filling) {
     const Line a = FirstSegment(v);
     const Line b = SecondSegment(v);
@@ -156,8 +146,8 @@ TEST(PageAtTheEdgeLong, AllPairsOfPagesOverlapAndMeetAsTheRulesSay) {
     Page expected = a;
     if (isValid(b) && !isValid(a)) expected = b;
     if (isValid(b) && isValid(a)) {
-      expected = Page(b.left > a.left ? b.left : a.left, b.bottom > a.bottom ? b.bottom : a.bottom,
-                      b.right < a.right ? b.right : a.right, b.top < a.top ? b.top : a.top);
+      expected = Page(b.left > a.left ? b.left : a.left, b.bottom > a.bottom ? b.bottom : a.bottom, b.right < a.right ? b.right : a.right,
+                      b.top < a.top ? b.top : a.top);
     }
     return same(met, expected);
   });
@@ -202,16 +192,15 @@ TEST(IntersectCurvesAtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
       const SecondCurve a{v[0], v[1], v[2], arcA[0], arcA[1]};
       const SecondCurve b{v[3], v[4], -v[5], arcB[0], arcB[1]};
       Point p[2] = {Point(7, 7, 7), Point(8, 8, 8)};
-      const long count = Intersect(Curve(Point(v[0], v[1], 1), v[2], arcA[0], arcA[1]),
-                                   Curve(Point(v[3], v[4], 2), -v[5], arcB[0], arcB[1]), p);
+      const long count =
+          Intersect(Curve(Point(v[0], v[1], 1), v[2], arcA[0], arcA[1]), Curve(Point(v[3], v[4], 2), -v[5], arcB[0], arcB[1]), p);
 
       const LiteralCommon expected = LiteralIntersect(a, b);
       kinds.Count(static_cast<std::size_t>(expected.meeting));
       if (count != static_cast<long>(expected.count)) return false;
       for (std::size_t i = 0; i < 2; ++i) {
         const double untouched = 7 + static_cast<double>(i);
-        if (!Same(p[i], i < expected.count ? expected.points[i] : Point(untouched, untouched, untouched)))
-          return false;
+        if (!Same(p[i], i < expected.count ? expected.points[i] : Point(untouched, untouched, untouched))) return false;
       }
       return true;
     });
@@ -219,8 +208,7 @@ TEST(IntersectCurvesAtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
 }
 
 TEST(IntersectP3AtTheEdgeLong, AllPairsOfCirclesCrossAsTheRulesSay) {
-  KindCount kinds({"concentric", "apart", "one in the other", "beyond by rounding", "a number", "no number"},
-                  1);
+  KindCount kinds({"concentric", "apart", "one in the other", "beyond by rounding", "a number", "no number"}, 1);
   for (const double side : {1.0, -1.0}) {
     ForEdgeFillings<6>([&](const std::array<double, 6>& v, std::size_t) {
       const double ra = v[4] * side;
@@ -246,11 +234,9 @@ TEST(CentreCircleFrom3PAtTheEdgeLong, AllTriplesCrossTheirPerpendicularsAsTheRul
       const double middleY = (y1 + y2) * 0.5;
       return LiteralSegment<double>{{middleX, middleY, 0}, {middleX - (y2 - y1), middleY + (x2 - x1), 0}};
     };
-    const LiteralCrossing<double> expected =
-        LiteralIntersect(perpendicular(v[0], v[1], v[2], v[3]), perpendicular(v[2], v[3], v[4], v[5]));
+    const LiteralCrossing<double> expected = LiteralIntersect(perpendicular(v[0], v[1], v[2], v[3]), perpendicular(v[2], v[3], v[4], v[5]));
     Point centre(77, 78, 79);
-    const bool found =
-        CentreCircleFrom3P(Point(v[0], v[1], 1), Point(v[2], v[3], 2), Point(v[4], v[5], 3), centre);
+    const bool found = CentreCircleFrom3P(Point(v[0], v[1], 1), Point(v[2], v[3], 2), Point(v[4], v[5], 3), centre);
     kinds.Count(found ? 1 : 0);
     if (found != expected.Found()) return false;
     return Same(centre, found ? Point(expected.x, expected.y, 79) : Point(77, 78, 79));
@@ -260,8 +246,7 @@ TEST(CentreCircleFrom3PAtTheEdgeLong, AllTriplesCrossTheirPerpendicularsAsTheRul
 // --- One segment ---
 
 TEST(LineAtTheEdgeLong, AllLinesAnswerAtAllCoordinatesAsTheRulesSay) {
-  KindCount kinds({"refused for y", "beside for y", "in the segment for y", "refused for x", "beside for x",
-                   "in the segment for x"});
+  KindCount kinds({"refused for y", "beside for y", "in the segment for y", "refused for x", "beside for x", "in the segment for x"});
   ForEdgeFillings<5>([&](const std::array<double, 5>& v, std::size_t) {
     const Line line(Point(v[0], v[1], 1), Point(v[2], v[3], 2));
     const double m = (v[1] - v[3]) / (v[0] - v[2]);

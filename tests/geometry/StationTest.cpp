@@ -87,8 +87,7 @@ TEST(Station, GoodLines) {
       {"1,2,3,4,x", true, Point(1, 2, 3)},
       {"1,2,3,", true, Point(1, 2, 3)},
       {std::string("1\0,2,3\0", 7), true, Point(1, 2, 3)},
-      {"1e999,-1e999,1e-999", true,
-       Point(std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(), 0)},
+      {"1e999,-1e999,1e-999", true, Point(std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(), 0)},
   };
   for (const Row& row : rows) {
     const Reading reading(row.content);
@@ -100,10 +99,19 @@ TEST(Station, GoodLines) {
 
 TEST(Station, OnlyTheThirdItemDecidesTheAnswer) {
   const Row rows[] = {
-      {"x,2,3", true, Point(0, 2, 3)},   {",,3", true, Point(0, 0, 3)},        {"1,x,3", true, Point(1, 0, 3)},
-      {"1,2,x", false, Point(1, 2, 0)},  {"1,2,", false, Point(1, 2, 0)},      {"1,2", false, Point(1, 2, 0)},
-      {"1", false, Point(1, 0, 0)},      {"nan,inf,nan", false, Point(0, 0, 0)}, {"1 2 3", false, Point(1, 0, 0)},
-      {"1;2;3", false, Point(1, 0, 0)},  {"\xEF\xBB\xBF" "1,2,3", true, Point(0, 2, 3)},
+      {"x,2,3", true, Point(0, 2, 3)},
+      {",,3", true, Point(0, 0, 3)},
+      {"1,x,3", true, Point(1, 0, 3)},
+      {"1,2,x", false, Point(1, 2, 0)},
+      {"1,2,", false, Point(1, 2, 0)},
+      {"1,2", false, Point(1, 2, 0)},
+      {"1", false, Point(1, 0, 0)},
+      {"nan,inf,nan", false, Point(0, 0, 0)},
+      {"1 2 3", false, Point(1, 0, 0)},
+      {"1;2;3", false, Point(1, 0, 0)},
+      {"\xEF\xBB\xBF"
+       "1,2,3",
+       true, Point(0, 2, 3)},
   };
   for (const Row& row : rows) {
     const Reading reading(row.content);
@@ -130,8 +138,7 @@ TEST(Station, NumbersDoNotGoOnInTheNextLine) {
 
 TEST(Station, AFailedReadFileLeavesTheOriginMarkedValid) {
   const TemporaryFolder folder;
-  const std::string names[] = {folder.File("missing.txt"), folder.Path(), folder.MakeFifo("pipe"), "", "/dev/zero",
-                               std::string("a\0b", 3)};
+  const std::string names[] = {folder.File("missing.txt"), folder.Path(), folder.MakeFifo("pipe"), "", "/dev/zero", std::string("a\0b", 3)};
   for (const std::string& name : names) {
     Station station;
     station.SetStationPos(Point(7, 8, 9));

@@ -24,8 +24,7 @@ TEST(StatusPoint, ComparisonDoesNotLookAtTheStatus) {
 }
 
 TEST(StatusPoint, ToStringShowsTheStatusUnsigned) {
-  EXPECT_EQ(StatusPoint(FloatPoint(1.0, -2.5, 3.0), 0x80000000u).ToString(),
-            "point: 1.000000, -2.500000, 3.000000, status: 2147483648");
+  EXPECT_EQ(StatusPoint(FloatPoint(1.0, -2.5, 3.0), 0x80000000u).ToString(), "point: 1.000000, -2.500000, 3.000000, status: 2147483648");
 }
 
 }  // namespace

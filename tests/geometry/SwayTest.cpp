@@ -10,9 +10,9 @@ namespace {
 
 // Every single field as a number, in order; the points give three each.
 std::vector<double> Singles(const Sway& s) {
-  return {s.point0.x, s.point0.y, s.point0.z, s.double0, s.double1, s.double2, s.point1.x, s.point1.y, s.point1.z,
-          s.double3, s.float0, s.float1, s.float2, s.float3, s.double4, s.double5, s.double6, double(s.word0),
-          double(s.word1), double(s.count0), s.float4};
+  return {s.point0.x, s.point0.y, s.point0.z, s.double0,       s.double1,       s.double2,        s.point1.x,
+          s.point1.y, s.point1.z, s.double3,  s.float0,        s.float1,        s.float2,         s.float3,
+          s.double4,  s.double5,  s.double6,  double(s.word0), double(s.word1), double(s.count0), s.float4};
 }
 
 constexpr std::size_t kSingles = 21;
@@ -122,9 +122,9 @@ TEST(Sway, ShallowCopyLeavesTheListsAndTheImage) {
 TEST(Sway, FieldsStandInTheirOrder) {
   const Sway s;
   const void* const fields[] = {&s.incidents0, &s.projections0, &s.points0, &s.point0, &s.double0, &s.double1, &s.double2,
-                                &s.point1, &s.double3, &s.float0, &s.float1, &s.float2, &s.float3, &s.double4, &s.double5,
-                                &s.double6, &s.word0, &s.word1, &s.floats0, &s.floats1, &s.count0, &s.float4, &s.floats2,
-                                &s.floats3, &s.image};
+                                &s.point1,     &s.double3,      &s.float0,  &s.float1, &s.float2,  &s.float3,  &s.double4,
+                                &s.double5,    &s.double6,      &s.word0,   &s.word1,  &s.floats0, &s.floats1, &s.count0,
+                                &s.float4,     &s.floats2,      &s.floats3, &s.image};
   const void* before = &s;
   for (const void* field : fields) {
     EXPECT_LT(before, field);

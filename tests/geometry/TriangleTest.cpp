@@ -11,9 +11,7 @@ namespace {
 
 using Corners = std::array<Point, 3>;
 
-Corners Of(const Triangle& t) {
-  return {t.GetPointA(), t.GetPointB(), t.GetPointC()};
-}
+Corners Of(const Triangle& t) { return {t.GetPointA(), t.GetPointB(), t.GetPointC()}; }
 
 void ExpectCorners(const Triangle& t, const Point& a, const Point& b, const Point& c) {
   EXPECT_EQ(t.GetPointA(), a);
@@ -30,13 +28,9 @@ struct Room {
   Triangle out[3];
 };
 
-ANGULARPOINT Which(int value) {
-  return static_cast<ANGULARPOINT>(value);
-}
+ANGULARPOINT Which(int value) { return static_cast<ANGULARPOINT>(value); }
 
-TEST(Triangle, DefaultsToTheOriginThrice) {
-  ExpectCorners(Triangle(), Point(), Point(), Point());
-}
+TEST(Triangle, DefaultsToTheOriginThrice) { ExpectCorners(Triangle(), Point(), Point(), Point()); }
 
 TEST(Triangle, KeepsItsCornersInOrder) {
   Triangle t(Point(1, 2, 3), Point(4, 5, 6), Point(7, 8, 9));
@@ -86,8 +80,7 @@ TEST(Triangle, ASideWithoutLengthGivesNanAtItsTwoCorners) {
   EXPECT_TRUE(std::isnan(t.GetAngleB()));
   EXPECT_EQ(t.GetAngleC(), 0);
   const Triangle point(Point(1, 1, 0), Point(1, 1, 1), Point(1, 1, 2));
-  EXPECT_TRUE(std::isnan(point.GetAngleA()) && std::isnan(point.GetAngleB()) &&
-              std::isnan(point.GetAngleC()));
+  EXPECT_TRUE(std::isnan(point.GetAngleA()) && std::isnan(point.GetAngleB()) && std::isnan(point.GetAngleC()));
 }
 
 TEST(Triangle, CornersOnOneLineGiveZeroAndPi) {
@@ -104,8 +97,7 @@ TEST(Triangle, AnglesOfOneLineAreNotClampedAgainstRounding) {
     const double x = i * 0.1;
     const double y = i * 0.3;
     const Triangle t(Point(0, 0, 0), Point(x, y, 0), Point(x * 2, y * 2, 0));
-    const double quotient = (x * (x * 2) + y * (y * 2)) /
-                            (std::sqrt(x * x + y * y) * std::sqrt(x * 2 * (x * 2) + y * 2 * (y * 2)));
+    const double quotient = (x * (x * 2) + y * (y * 2)) / (std::sqrt(x * x + y * y) * std::sqrt(x * 2 * (x * 2) + y * 2 * (y * 2)));
     EXPECT_EQ(std::isnan(t.GetAngleA()), quotient > 1) << i;
     nans += quotient > 1 ? 1 : 0;
   }
@@ -278,8 +270,7 @@ TEST(Triangle, RandomCutsAgreeWithTheListsOfPieces) {
   for (int i = 0; i < kRandomRounds; ++i) {
     Corners p = {random.AnyPoint(), random.AnyPoint(), random.AnyPoint()};
     if (random.Flag()) p[2] = random.NearLine(p[0], p[1]);
-    const double level =
-        random.Flag() ? random.Near(p[static_cast<std::size_t>(random.Index(3))].z) : random.Coordinate();
+    const double level = random.Flag() ? random.Near(p[static_cast<std::size_t>(random.Index(3))].z) : random.Coordinate();
     Triangle t(p[0], p[1], p[2]);
     Room room;
     const int count = t.ZMinClip(level, room.out);
@@ -331,8 +322,7 @@ TEST(Triangle, RandomCutsAgreeWithTheListsOfPieces) {
     }
     for (std::size_t k = 0; k < 3; ++k) {
       ASSERT_TRUE(Same(Of(t)[k], p[k]));
-      for (std::size_t m = 0; m < 3; ++m)
-        ASSERT_TRUE(Same(Of(room.out[k])[m], pieces[k][m])) << k << ' ' << m;
+      for (std::size_t m = 0; m < 3; ++m) ASSERT_TRUE(Same(Of(room.out[k])[m], pieces[k][m])) << k << ' ' << m;
     }
   }
 }
@@ -341,9 +331,7 @@ TEST(Triangle, RandomPiecesCoverTheFacetAndStayAboveTheLevel) {
   EdgeValues random(7602);
   Tally tally({"one piece", "three pieces"});
   for (int i = 0; i < kRandomRounds; ++i) {
-    const auto corner = [&] {
-      return Point(random.Between(-100, 100), random.Between(-100, 100), random.Grid());
-    };
+    const auto corner = [&] { return Point(random.Between(-100, 100), random.Between(-100, 100), random.Grid()); };
     Triangle t(corner(), corner(), corner());
     const double area = Area(t);
     const double level = random.Flag() ? random.Grid() : random.Between(-4, 4);
@@ -380,10 +368,8 @@ TEST(Triangle, RandomMeasuresAgreeWithASecondTranscription) {
     }
     const bool nan = std::isnan(angle[0]) || std::isnan(angle[1]) || std::isnan(angle[2]);
     tally.Count(nan ? "an angle is no number" : "all angles are numbers");
-    ASSERT_TRUE(Same(t.GetDistanceAB(), side[0]) && Same(t.GetDistanceBC(), side[1]) &&
-                Same(t.GetDistanceCA(), side[2]));
-    ASSERT_TRUE(Same(t.GetAngleA(), angle[0]) && Same(t.GetAngleB(), angle[1]) &&
-                Same(t.GetAngleC(), angle[2]));
+    ASSERT_TRUE(Same(t.GetDistanceAB(), side[0]) && Same(t.GetDistanceBC(), side[1]) && Same(t.GetDistanceCA(), side[2]));
+    ASSERT_TRUE(Same(t.GetAngleA(), angle[0]) && Same(t.GetAngleB(), angle[1]) && Same(t.GetAngleC(), angle[2]));
     ASSERT_TRUE(Same(t.GetHeight(Which(0)), side[2] * std::sin(angle[2])));
     ASSERT_TRUE(Same(t.GetHeight(Which(1)), side[0] * std::sin(angle[0])));
     ASSERT_TRUE(Same(t.GetHeight(Which(2)), side[1] * std::sin(angle[1])));
@@ -392,8 +378,7 @@ TEST(Triangle, RandomMeasuresAgreeWithASecondTranscription) {
       const Point& r = p[(k + 2) % 3];
       const double dx = p[k].x - (q.x + (r.x - q.x) * 0.5);
       const double dy = p[k].y - (q.y + (r.y - q.y) * 0.5);
-      ASSERT_TRUE(
-          Same(t.GetDistToMiddleOfOppositeSide(Which(static_cast<int>(k))), std::sqrt(dx * dx + dy * dy)));
+      ASSERT_TRUE(Same(t.GetDistToMiddleOfOppositeSide(Which(static_cast<int>(k))), std::sqrt(dx * dx + dy * dy)));
     }
   }
 }

@@ -10,8 +10,7 @@
 
 namespace {
 
-const ProfilePoints kProfile = {ProfilePoint(10, 20, -3, 1, true), ProfilePoint(11, 21, -4, 2.5, false),
-                                ProfilePoint(12, 22, 5, 4, true)};
+const ProfilePoints kProfile = {ProfilePoint(10, 20, -3, 1, true), ProfilePoint(11, 21, -4, 2.5, false), ProfilePoint(12, 22, 5, 4, true)};
 
 TEST(VerticalOffsetLineData, ShowsTheSourceAtFirst) {
   SetLine source(kProfile);

@@ -48,9 +48,7 @@ using Rows = std::vector<Row>;
 const Rows kDefaultRows = {{-5, -7, 0, true, false}, {-5, 7, 0, false, false}, {0, 10, 0, false, false},
                            {5, 7, 0, false, false},  {5, -7, 0, false, false}, {-5, -7, 0, false, false}};
 
-VesselPoint At(double x, double y, bool moveTo = false, bool mark = false) {
-  return VesselPoint(Point(x, y, 0), moveTo, mark);
-}
+VesselPoint At(double x, double y, bool moveTo = false, bool mark = false) { return VesselPoint(Point(x, y, 0), moveTo, mark); }
 
 // Width and colour of the pen.
 std::pair<long, long> PenOf(const VesselContour& contour) {
@@ -156,9 +154,8 @@ TEST_F(VesselContours, EachSideHasItsSectionAndAllOtherNumbersThatFromAbove) {
                                         "[POINTS]\nPoint(1)=10,0,0\n[BOTTOM POINTS]\nPoint(1)=11,0,0\n"
                                         "[LEFT POINTS]\nPoint(1)=12,0,0\n[RIGHT POINTS]\nPoint(1)=13,0,0\n"
                                         "[FRONT POINTS]\nPoint(1)=14,0,0\n[BACK POINTS]\nPoint(1)=15,0,0\n");
-  const std::pair<int, double> sides[] = {{0, 10},  {1, 11},  {2, 12},       {3, 13},      {4, 14},
-                                          {5, 15},  {6, 10},  {-1, 10},      {7, 10},      {INT_MAX, 10},
-                                          {INT_MIN, 10}};
+  const std::pair<int, double> sides[] = {{0, 10}, {1, 11},  {2, 12}, {3, 13},       {4, 14},      {5, 15},
+                                          {6, 10}, {-1, 10}, {7, 10}, {INT_MAX, 10}, {INT_MIN, 10}};
   VesselContour changing;
   ASSERT_TRUE(changing.Create(file, 0));
   for (const auto& [side, x] : sides) {
@@ -186,15 +183,13 @@ TEST_F(VesselContours, KeysAreWrittenExactlyAndCountFrom1) {
   }
 }
 
-TEST_F(VesselContours, TheWrittenFormReadsBack) {
-  EXPECT_EQ(RowOfValue(" 1.500000, -2.000000, 3"), Row(1.5, -2, 0, true, true));
-}
+TEST_F(VesselContours, TheWrittenFormReadsBack) { EXPECT_EQ(RowOfValue(" 1.500000, -2.000000, 3"), Row(1.5, -2, 0, true, true)); }
 
 TEST_F(VesselContours, ACodeSetsItsFlagsByEqualityNotByBits) {
-  const std::tuple<const char*, bool, bool> codes[] = {
-      {"0", false, false}, {"1", true, false}, {"2", false, true},   {"3", true, true},   {"4", false, false},
-      {"5", false, false}, {"7", false, false}, {"-1", false, false}, {"-3", false, false}, {"+3", true, true},
-      {"03", true, true},  {"3.9", true, true}, {"3x", true, true},   {"x", false, false},  {"", false, false}};
+  const std::tuple<const char*, bool, bool> codes[] = {{"0", false, false},  {"1", true, false},  {"2", false, true},  {"3", true, true},
+                                                       {"4", false, false},  {"5", false, false}, {"7", false, false}, {"-1", false, false},
+                                                       {"-3", false, false}, {"+3", true, true},  {"03", true, true},  {"3.9", true, true},
+                                                       {"3x", true, true},   {"x", false, false}, {"", false, false}};
   for (const auto& [code, moveTo, mark] : codes) {
     EXPECT_EQ(RowOfValue(std::string("1,2,") + code), Row(1, 2, 0, moveTo, mark)) << code;
   }
@@ -202,19 +197,19 @@ TEST_F(VesselContours, ACodeSetsItsFlagsByEqualityNotByBits) {
 
 TEST_F(VesselContours, ACodeBeyond32BitsSaturatesAndSetsNothing) {
   // Modulo 2^32, or 2^64, each of them would be 1, 2 or 3.
-  for (const char* const code : {"4294967297", "4294967298", "4294967299", "-4294967295", "18446744073709551617",
-                                 "18446744073709551619", "-18446744073709551613", "2147483648", "-2147483649",
-                                 "99999999999999999999999999999999999999999999999999"}) {
+  for (const char* const code :
+       {"4294967297", "4294967298", "4294967299", "-4294967295", "18446744073709551617", "18446744073709551619", "-18446744073709551613",
+        "2147483648", "-2147483649", "99999999999999999999999999999999999999999999999999"}) {
     EXPECT_EQ(RowOfValue(std::string("1,2,") + code), Row(1, 2, 0, false, false)) << code;
   }
 }
 
 TEST_F(VesselContours, WhatWasScannedBeforeATextWentWrongCounts) {
   const std::tuple<const char*, double, double> rows[] = {
-      {"", 0, 0},          {"junk", 0, 0},     {"1.5", 1.5, 0},      {"1.5,", 1.5, 0},     {"1.5,junk,3", 1.5, 0},
-      {"1.5,2", 1.5, 2},   {"1.5,2,", 1.5, 2}, {",2,3", 0, 0},       {"1.5,,3", 1.5, 0},   {"1.5;2;3", 1.5, 0},
-      {"1.5 2 3", 1.5, 0}, {"nan,1,3", 0, 0},  {"1,inf,3", 1, 0},    {"0x10,1,3", 0, 0},   {"(1,2,3)", 0, 0},
-      {"1e3,-2e-1,", 1000, -0.2}, {".5,-.25,", 0.5, -0.25}, {"1.,2.,", 1, 2}, {"\"1\",2,3", 0, 0}};
+      {"", 0, 0},         {"junk", 0, 0},     {"1.5", 1.5, 0},    {"1.5,", 1.5, 0},           {"1.5,junk,3", 1.5, 0},   {"1.5,2", 1.5, 2},
+      {"1.5,2,", 1.5, 2}, {",2,3", 0, 0},     {"1.5,,3", 1.5, 0}, {"1.5;2;3", 1.5, 0},        {"1.5 2 3", 1.5, 0},      {"nan,1,3", 0, 0},
+      {"1,inf,3", 1, 0},  {"0x10,1,3", 0, 0}, {"(1,2,3)", 0, 0},  {"1e3,-2e-1,", 1000, -0.2}, {".5,-.25,", 0.5, -0.25}, {"1.,2.,", 1, 2},
+      {"\"1\",2,3", 0, 0}};
   for (const auto& [value, x, y] : rows) EXPECT_EQ(RowOfValue(value), Row(x, y, 0, false, false)) << value;
 }
 
@@ -230,11 +225,9 @@ TEST_F(VesselContours, BrokenRowsStandBesideGoodOnes) {
                                           "[POINTS]\nPoint(1)=1,1,1\nPoint(2)=\nPoint(3)=x\nPoint(4)=4 , 4, 1\n"
                                           "Point(5)=5,5,2 // the rest of the line goes\nPoint(6)\nPoint(7)=7,7,1\n"),
                              0));
-  EXPECT_EQ(RowsOf(contour), (Rows{{1, 1, 0, true, false},
-                                   {0, 0, 0, false, false},
-                                   {0, 0, 0, false, false},
-                                   {4, 0, 0, false, false},
-                                   {5, 5, 0, false, true}}));
+  EXPECT_EQ(
+      RowsOf(contour),
+      (Rows{{1, 1, 0, true, false}, {0, 0, 0, false, false}, {0, 0, 0, false, false}, {4, 0, 0, false, false}, {5, 5, 0, false, true}}));
 }
 
 // "%lf,%lf,%d" once more, by the C library's numbers from text, which take the longest front and saturate.
@@ -349,13 +342,12 @@ TEST_F(VesselContours, SavedItIsThePenAndThePointsOfTheSide) {
   contour.AddPoint(At(0.0078125, 1e6, false, true));
   contour.AddPoint(VesselPoint(Point(-0.0, 3, 99), true, false));
   EXPECT_TRUE(contour.Save(folder.File("a.con")));
-  EXPECT_EQ(PictureOfFile("a.con"),
-            (Picture{{"DRAW", {{"PenWidth", "0"}, {"PenColor", "0"}}},
-                     {"RIGHT POINTS",
-                      {{"Point(1)", "1.500000, -2.000000, 3"},
-                       // An exact half rounds to even.
-                       {"Point(2)", "0.007812, 1000000.000000, 2"},
-                       {"Point(3)", "-0.000000, 3.000000, 1"}}}}));
+  EXPECT_EQ(PictureOfFile("a.con"), (Picture{{"DRAW", {{"PenWidth", "0"}, {"PenColor", "0"}}},
+                                             {"RIGHT POINTS",
+                                              {{"Point(1)", "1.500000, -2.000000, 3"},
+                                               // An exact half rounds to even.
+                                               {"Point(2)", "0.007812, 1000000.000000, 2"},
+                                               {"Point(3)", "-0.000000, 3.000000, 1"}}}}));
 }
 
 TEST_F(VesselContours, AnEmptyNameIsFalseEvenWhenAFileWasOpened) {
@@ -529,8 +521,7 @@ TEST_F(VesselContours, IndexesRunFrom1ToTheSize) {
   EXPECT_TRUE(contour.InsertPoint(1, At(0, 0)));
   EXPECT_TRUE(contour.InsertPoint(3, At(1.5, 0)));
   EXPECT_TRUE(contour.SetPoint(4, At(3, 0)));
-  EXPECT_EQ(RowsOf(contour), (Rows{{0, 0, 0, false, false}, {1, 0, 0, false, false}, {1.5, 0, 0, false, false},
-                                   {3, 0, 0, false, false}}));
+  EXPECT_EQ(RowsOf(contour), (Rows{{0, 0, 0, false, false}, {1, 0, 0, false, false}, {1.5, 0, 0, false, false}, {3, 0, 0, false, false}}));
   EXPECT_TRUE(contour.DeletePoint(4));
   EXPECT_TRUE(contour.DeletePoint(1));
   EXPECT_EQ(RowsOf(contour), (Rows{{1, 0, 0, false, false}, {1.5, 0, 0, false, false}}));
@@ -698,7 +689,7 @@ TEST_F(VesselContours, AnyFlagByteBut0IsTrueAndIsWrittenAs1) {
 
 TEST_F(VesselContours, TheCompactFormKeepsEveryBitOfACoordinate) {
   std::string text = kTwoPoints;
-  text.replace(8, 16, std::string("\x01\x00\x00\x00\x00\x00\xF0\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 16));  // two NaN
+  text.replace(8, 16, std::string("\x01\x00\x00\x00\x00\x00\xF0\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 16));   // two NaN
   text.replace(26, 16, std::string("\x00\x00\x00\x00\x00\x00\x00\x80\x01\x00\x00\x00\x00\x00\x00\x00", 16));  // -0, denormal
   VesselContour contour;
   EXPECT_TRUE(contour.LoadFromString(text));
@@ -714,8 +705,7 @@ TEST_F(VesselContours, LoadingAStringLeavesSideAndFile) {
   EXPECT_EQ(contour.GetViewSide(), 2);
   EXPECT_TRUE(contour.Save(folder.File("b.con")));
   Picture picture = PictureOfFile("b.con");
-  EXPECT_EQ(picture["LEFT POINTS"],
-            (Items{{"Point(1)", "1.500000, -2.000000, 1"}, {"Point(2)", "0.000000, 0.100000, 2"}}));
+  EXPECT_EQ(picture["LEFT POINTS"], (Items{{"Point(1)", "1.500000, -2.000000, 1"}, {"Point(2)", "0.000000, 0.100000, 2"}}));
   EXPECT_EQ(picture["Other"]["k"], "v");
 }
 
@@ -758,9 +748,9 @@ TEST_F(VesselContours, TheSampleHasSixSidesOfOneVessel) {
   EXPECT_EQ(PenOf(contour), (Pen{2, 180 + 60 * 256 + 20 * 65536}));
   // Size and extents of each side. The hull is 97.5 m long and 21.6 m wide; the bow rakes over the keel, and wings of the
   // bridge and the stowed pipe stand out.
-  const std::tuple<int, Page> sides[] = {
-      {29, Page(-11.6, -48.75, 10.8, 48.75)}, {33, Page(-10.2, -45.2, 10.2, 45.5)}, {24, Page(-49.6, 0, 48.75, 30.5)},
-      {24, Page(-48.75, 0, 49.6, 30.5)},      {20, Page(-11.4, 0, 11.4, 30.5)},     {19, Page(-11.4, 0, 11.4, 30.5)}};
+  const std::tuple<int, Page> sides[] = {{29, Page(-11.6, -48.75, 10.8, 48.75)}, {33, Page(-10.2, -45.2, 10.2, 45.5)},
+                                         {24, Page(-49.6, 0, 48.75, 30.5)},      {24, Page(-48.75, 0, 49.6, 30.5)},
+                                         {20, Page(-11.4, 0, 11.4, 30.5)},       {19, Page(-11.4, 0, 11.4, 30.5)}};
   int side = 0;
   for (const auto& [size, extents] : sides) {
     EXPECT_TRUE(contour.SetViewSide(side));
@@ -799,8 +789,8 @@ TEST_F(VesselContours, TheSampleSavedAndReadAgainIsTheSameVessel) {
 // A list of rows beside the contour; coordinates in sixty-fourths, which six decimals hold exactly.
 TEST_F(VesselContours, RandomEditsAreThoseOfAList) {
   EdgeValues random(7811);
-  Tally tally({"added", "inserted", "insertion refused", "set", "refused", "deleted", "emptied", "other side", "string",
-               "string cut", "bounds", "no bounds"});
+  Tally tally({"added", "inserted", "insertion refused", "set", "refused", "deleted", "emptied", "other side", "string", "string cut",
+               "bounds", "no bounds"});
   VesselContour contour;
   std::map<int, Rows> sides;
   int side = 0;

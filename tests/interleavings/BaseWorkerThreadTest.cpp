@@ -1,7 +1,7 @@
 // BaseWorkerThread under the schedules of the worker's thread beside one or two that start and stop it: all of some eight
-// steps after the start, those with few interruptions of longer ones, and a thousand seeds of three threads by two hundred. What holds in each: no
-// pass begins after a stop that has succeeded; each pass is followed by its message; a stop that times out sets error 2 and
-// may be tried again; a failed pass sets error 4 and the loop goes on; the flag is set after a stop and clear after a start.
+// steps after the start, those with few interruptions of longer ones, and a thousand seeds of three threads by two hundred.
+// What holds in each: no pass begins after a stop that has succeeded; each pass is followed by its message; a stop that times out sets error 2
+// and may be tried again; a failed pass sets error 4 and the loop goes on; the flag is set after a stop and clear after a start.
 
 #include "zelbase/concurrency/BaseWorkerThread.h"
 
@@ -22,9 +22,7 @@ constexpr unsigned long kNoLimit = PlatformThread::kNoLimit;
 // Counts its passes, and ends by itself after some, so that the schedules come to an end.
 class Worker : public BaseWorkerThread {
  public:
-  Worker(Scheduler& scheduler, int passes) : m_scheduler(scheduler), m_left(passes) {
-    SetNotifyWnd(&m_window);
-  }
+  Worker(Scheduler& scheduler, int passes) : m_scheduler(scheduler), m_left(passes) { SetNotifyWnd(&m_window); }
 
   bool ThreadWork() override {
     m_scheduler.Expect(!m_stopped, "no pass begins after a stop");

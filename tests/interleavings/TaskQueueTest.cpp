@@ -42,8 +42,7 @@ struct Tasks {
     return true;
   }
   void ExpectAllDone() {
-    scheduler.Expect(ran + dropped + static_cast<int>(queue.Size()) == pushed,
-                     "each task has run, was dropped, or waits");
+    scheduler.Expect(ran + dropped + static_cast<int>(queue.Size()) == pushed, "each task has run, was dropped, or waits");
   }
 
   struct Fate {
@@ -84,8 +83,7 @@ constexpr auto kTakeOne = [](Tasks& tasks) { tasks.TryPop(); };
 // Five steps each: the lock of an end, what the other end has done, one's own count, unlock.
 TEST(TaskQueueInterleavingsLong, APushAndATakeMeetInAllOrders) {
   int taken = 0, missed = 0;
-  TryBoth([](Tasks&) {}, kPushOne,
-          [&](Tasks& tasks) { ++(tasks.TryPop() ? taken : missed); });
+  TryBoth([](Tasks&) {}, kPushOne, [&](Tasks& tasks) { ++(tasks.TryPop() ? taken : missed); });
   EXPECT_GT(taken, 0);
   EXPECT_GT(missed, 0);
 }
@@ -103,8 +101,7 @@ TEST(TaskQueueInterleavingsLong, TwoTakesGetATaskEachInAllOrders) {
 
 TEST(TaskQueueInterleavingsLong, APushAndACloseMeetInAllOrders) {
   int pushed = 0, refused = 0;
-  TryBoth([](Tasks&) {}, [&](Tasks& tasks) { ++(tasks.Push() ? pushed : refused); },
-          [](Tasks& tasks) { tasks.queue.Close(); });
+  TryBoth([](Tasks&) {}, [&](Tasks& tasks) { ++(tasks.Push() ? pushed : refused); }, [](Tasks& tasks) { tasks.queue.Close(); });
   EXPECT_GT(pushed, 0);
   EXPECT_GT(refused, 0);
 }

@@ -89,14 +89,10 @@ void UseHelp() {
   HelpProvider::GetInstance().SetHelpFilename("a help file that is not there.chm");
   static_cast<void>(HelpProvider::GetInstance().ShowHelpfile("a key that is longer than the short ones"));
 }
-void UseDataErrors() {
-  DaxError("a data stack with a long name", DaxError::Read, "file", true, 1.7e12).Report("a context of its own");
-}
+void UseDataErrors() { DaxError("a data stack with a long name", DaxError::Read, "file", true, 1.7e12).Report("a context of its own"); }
 void UseWording() { ErrorWording::Install(std::make_shared<Wording>()); }
 void UseTexts() { InstallNumberedTexts(std::make_shared<Texts>()); }
-void UseChecksums() {
-  static_cast<void>(FileObjectError("file", "section", "key", FileObjectError::KeyNotFound).Signature());
-}
+void UseChecksums() { static_cast<void>(FileObjectError("file", "section", "key", FileObjectError::KeyNotFound).Signature()); }
 void UseClock() { static_cast<void>(PlatformService<PlatformClock>::Current().Counter()); }
 void UseFiles() { static_cast<void>(PlatformService<PlatformFiles>::Current().IsRegularFile("C:\\a file that is not there")); }
 void UseProcesses() { static_cast<void>(PlatformService<PlatformProcesses>::Current().CurrentId()); }
@@ -263,50 +259,49 @@ struct Use {
   const char* name;
   void (*call)();
 };
-constexpr Use kUses[] = {
-    {"ErrorList", UseErrorList},
-    {"ErrorString", UseErrorString},
-    {"EmptyError", UseEmptyError},
-    {"Initializers", UseInitializers},
-    {"Time", UseTime},
-    {"TimeSync", UseTimeSync},
-    {"Settings", UseSettings},
-    {"Translator", UseTranslator},
-    {"ErrorMessageFile", UseErrorMessageFile},
-    {"Help", UseHelp},
-    {"DataErrors", UseDataErrors},
-    {"Wording", UseWording},
-    {"Texts", UseTexts},
-    {"Checksums", UseChecksums},
-    {"Clock", UseClock},
-    {"Files", UseFiles},
-    {"Processes", UseProcesses},
-    {"Threads", UseThreads},
-    {"Folders", UseFolders},
-    {"Modules", UseModules},
-    {"HelpService", UseHelpService},
-    {"SerialPorts", UseSerialPorts},
-    {"SystemClipboard", UseSystemClipboard},
-    {"RuntimeClasses", UseRuntimeClasses},
-    {"LineDataList", UseLineDataList},
-    {"Clipboard", UseClipboard},
-    {"MessageBuilders", UseMessageBuilders},
-    {"Actions", UseActions},
-    {"Tools", UseTools},
-    {"CoordSysLoader", UseCoordSysLoader},
-    {"CoordSystems", UseCoordSystems},
-    {"GeoDatabases", UseGeoDatabases},
-    {"GeoStaticData", UseGeoStaticData},
-    {"GeoidModels", UseGeoidModels},
-    {"SpareItems", UseSpareItems},
-    {"GeographicText", UseGeographicText},
-    {"FoundFiles", UseFoundFiles},
-    {"Matrices", UseMatrices},
-    {"LongChecksums", UseLongChecksums},
-    {"Units", UseUnits},
-    {"ThreadPool", UseThreadPool},
-    {"Languages", UseLanguages},
-    {"ModuleState", UseModuleState}};
+constexpr Use kUses[] = {{"ErrorList", UseErrorList},
+                         {"ErrorString", UseErrorString},
+                         {"EmptyError", UseEmptyError},
+                         {"Initializers", UseInitializers},
+                         {"Time", UseTime},
+                         {"TimeSync", UseTimeSync},
+                         {"Settings", UseSettings},
+                         {"Translator", UseTranslator},
+                         {"ErrorMessageFile", UseErrorMessageFile},
+                         {"Help", UseHelp},
+                         {"DataErrors", UseDataErrors},
+                         {"Wording", UseWording},
+                         {"Texts", UseTexts},
+                         {"Checksums", UseChecksums},
+                         {"Clock", UseClock},
+                         {"Files", UseFiles},
+                         {"Processes", UseProcesses},
+                         {"Threads", UseThreads},
+                         {"Folders", UseFolders},
+                         {"Modules", UseModules},
+                         {"HelpService", UseHelpService},
+                         {"SerialPorts", UseSerialPorts},
+                         {"SystemClipboard", UseSystemClipboard},
+                         {"RuntimeClasses", UseRuntimeClasses},
+                         {"LineDataList", UseLineDataList},
+                         {"Clipboard", UseClipboard},
+                         {"MessageBuilders", UseMessageBuilders},
+                         {"Actions", UseActions},
+                         {"Tools", UseTools},
+                         {"CoordSysLoader", UseCoordSysLoader},
+                         {"CoordSystems", UseCoordSystems},
+                         {"GeoDatabases", UseGeoDatabases},
+                         {"GeoStaticData", UseGeoStaticData},
+                         {"GeoidModels", UseGeoidModels},
+                         {"SpareItems", UseSpareItems},
+                         {"GeographicText", UseGeographicText},
+                         {"FoundFiles", UseFoundFiles},
+                         {"Matrices", UseMatrices},
+                         {"LongChecksums", UseLongChecksums},
+                         {"Units", UseUnits},
+                         {"ThreadPool", UseThreadPool},
+                         {"Languages", UseLanguages},
+                         {"ModuleState", UseModuleState}};
 constexpr std::size_t kUseCount = std::size(kUses);
 
 // A module's load chooses its language, and languages are chosen on one thread at a time.

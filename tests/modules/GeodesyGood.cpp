@@ -42,14 +42,13 @@ class Making : public Creator {
 
 PLUGIN_EXPORT void RegisterCoordSys() {
   if (++g_calls > 1) return;
-  ZelGeoCoordSysList::GetCoordSysList().RegisterGeoCoordSys(
-      "plug-in system", new Making<ZelCoordSysICreator, ZelGeoCoordSysBase, FootSystem>);
-  ZelGeoDatabaseBaseList::GetGeoDatabaseList().RegisterGeoDatabase(
-      "plug-in database", new Making<GeoDatabaseICreator, ZelGeoDatabaseBase, Database>);
+  ZelGeoCoordSysList::GetCoordSysList().RegisterGeoCoordSys("plug-in system",
+                                                            new Making<ZelCoordSysICreator, ZelGeoCoordSysBase, FootSystem>);
+  ZelGeoDatabaseBaseList::GetGeoDatabaseList().RegisterGeoDatabase("plug-in database",
+                                                                   new Making<GeoDatabaseICreator, ZelGeoDatabaseBase, Database>);
   ZelGeoStaticDatabaseList::GetGeoStaticDataList().RegisterGeoStaicDatabase(
       "plug-in data", new Making<GeoStaticICreator, ZelGeoStaticDataBase, SpareGeoStaticData>);
-  GeoidModelList::GetGeoidModelList().RegisterGeoidModel("plug-in model", 4711,
-                                                         new Making<GeoidModelICreator, GeoidModel, Model>);
+  GeoidModelList::GetGeoidModelList().RegisterGeoidModel("plug-in model", 4711, new Making<GeoidModelICreator, GeoidModel, Model>);
 }
 
 PLUGIN_EXPORT int CallsOfRegisterCoordSys() { return g_calls; }

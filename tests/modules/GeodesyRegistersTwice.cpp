@@ -49,9 +49,8 @@ extern "C" __attribute__((visibility("default"))) void RegisterCoordSys() {
       isFirst, [](auto* creator) { ZelGeoCoordSysList::GetCoordSysList().RegisterGeoCoordSys("twice", creator); });
   RegisterTwo<GeoDatabaseICreator, ZelGeoDatabaseBase>(
       isFirst, [](auto* creator) { ZelGeoDatabaseBaseList::GetGeoDatabaseList().RegisterGeoDatabase("twice", creator); });
-  RegisterTwo<GeoStaticICreator, ZelGeoStaticDataBase>(isFirst, [](auto* creator) {
-    ZelGeoStaticDatabaseList::GetGeoStaticDataList().RegisterGeoStaicDatabase("twice", creator);
-  });
+  RegisterTwo<GeoStaticICreator, ZelGeoStaticDataBase>(
+      isFirst, [](auto* creator) { ZelGeoStaticDatabaseList::GetGeoStaticDataList().RegisterGeoStaicDatabase("twice", creator); });
   RegisterTwo<GeoidModelICreator, GeoidModel>(
       isFirst, [](auto* creator) { GeoidModelList::GetGeoidModelList().RegisterGeoidModel("twice", 2, creator); });
   isFirst = false;

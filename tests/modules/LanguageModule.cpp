@@ -2,13 +2,9 @@
 // library.
 extern "C" __attribute__((visibility("default"))) const char* ZelNumberedText(int number) {
   switch (number) {
-    case 12034:
-      return "Unbekannter Fehler";
-    case 12039:
-      return "";
-    case 4711:
-      return "Kein eingebauter Text";
-    default:
-      return nullptr;
+    case 12034: return "Unbekannter Fehler";
+    case 12039: return "";
+    case 4711: return "Kein eingebauter Text";
+    default: return nullptr;
   }
 }

@@ -29,70 +29,36 @@ void* CountedAligned(std::size_t size, std::align_val_t alignment) {
 
 }  // namespace
 
-long CountedAllocations() {
-  return g_allocations;
-}
+long CountedAllocations() { return g_allocations; }
 
-void* operator new(std::size_t size) {
-  return CountedOrThrow(size);
-}
+void* operator new(std::size_t size) { return CountedOrThrow(size); }
 
-void* operator new[](std::size_t size) {
-  return CountedOrThrow(size);
-}
+void* operator new[](std::size_t size) { return CountedOrThrow(size); }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Counted(size);
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Counted(size); }
 
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return Counted(size);
-}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Counted(size); }
 
-void* operator new(std::size_t size, std::align_val_t alignment) {
-  return CountedAligned(size, alignment);
-}
+void* operator new(std::size_t size, std::align_val_t alignment) { return CountedAligned(size, alignment); }
 
-void* operator new[](std::size_t size, std::align_val_t alignment) {
-  return CountedAligned(size, alignment);
-}
+void* operator new[](std::size_t size, std::align_val_t alignment) { return CountedAligned(size, alignment); }
 
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory) noexcept { std::free(memory); }
 
-void operator delete[](void* memory) noexcept {
-  std::free(memory);
-}
+void operator delete[](void* memory) noexcept { std::free(memory); }
 
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
-void operator delete[](void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
-void operator delete(void* memory, std::align_val_t) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory, std::align_val_t) noexcept { std::free(memory); }
 
-void operator delete[](void* memory, std::align_val_t) noexcept {
-  std::free(memory);
-}
+void operator delete[](void* memory, std::align_val_t) noexcept { std::free(memory); }
 
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
 
-void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept {
-  std::free(memory);
-}
+void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }

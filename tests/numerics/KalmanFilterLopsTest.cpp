@@ -308,8 +308,8 @@ TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
     const std::size_t before = second.printed.size();
     second.Reduce(lops, expected);
     const Fix fix = ours.Reduce(x, y);
-    EXPECT_TRUE(Same(fix, expected)) << "round " << round << ": " << fix.x << " " << expected.x << ", status " << fix.status
-                                     << " " << expected.status;
+    EXPECT_TRUE(Same(fix, expected)) << "round " << round << ": " << fix.x << " " << expected.x << ", status " << fix.status << " "
+                                     << expected.status;
     for (std::size_t i = 0; i < 8; ++i) {
       EXPECT_TRUE(::Same(ours.lops[i].residual, lops[i].residual)) << "round " << round;
       EXPECT_TRUE(::Same(ours.lops[i].azimuth, lops[i].azimuth)) << "round " << round;
@@ -401,7 +401,9 @@ TEST(ComputeEllipse, AxesOfNearlyRoundAndNearlyFlatEllipsesAreTheEigenvalues) {
     const double varX = values.Between(0.01, 9);
     const double varY = values.Flag() ? values.Near(varX) : values.Flag() ? varX + values.Between(-0.002, 0.002) : values.Between(0.01, 9);
     const double most = std::sqrt(varX * varY);
-    const double covXY = values.Flag() ? most * values.Between(-0.999, 0.999) : values.Flag() ? 0 : (values.Flag() ? most : -most) * 0.999999;
+    const double covXY = values.Flag()   ? most * values.Between(-0.999, 0.999)
+                         : values.Flag() ? 0
+                                         : (values.Flag() ? most : -most) * 0.999999;
     const double middle = (varX + varY) / 2;
     const double apart = std::hypot((varX - varY) / 2, covXY);
     const bool isEqual = std::fabs(varX - varY) < 0.001;

@@ -99,8 +99,7 @@ TEST(KalmanFilter, InitializeDoesNotHealWhatIsNotANumber) {
 }
 
 TEST(KalmanFilter, DynamicsBeyondTheScaleAreItsEnds) {
-  const int pairs[][2] = {{0, 1}, {-1, 1}, {std::numeric_limits<int>::min(), 1}, {6, 5}, {9, 5},
-                          {std::numeric_limits<int>::max(), 5}};
+  const int pairs[][2] = {{0, 1}, {-1, 1}, {std::numeric_limits<int>::min(), 1}, {6, 5}, {9, 5}, {std::numeric_limits<int>::max(), 5}};
   for (const auto& [given, taken] : pairs) {
     KalmanFilter a, b, c;
     Initialize(a, 0, {});
@@ -214,7 +213,7 @@ TEST(KalmanFilter, NoiseRowsAreSecondsAndColumnsAreDynamics) {
                               {1.0, 0.5, 0.25, 0.1, 0.04},
                               {0.75, 0.4, 0.2, 0.07, 0.03},
                               {0.5, 0.25, 0.12, 0.05, 0.02}};
-  const std::pair<double, int> steps[] = {{0.25, 0}, {0.9, 0},  {1.0, 1}, {1.999, 1}, {2.0, 2},  {2.5, 2},
+  const std::pair<double, int> steps[] = {{0.25, 0}, {0.9, 0},  {1.0, 1}, {1.999, 1}, {2.0, 2}, {2.5, 2},
                                           {3.0, 3},  {3.75, 3}, {4.0, 4}, {4.9, 4},   {5.0, 4}, {100.0, 4}};
   for (const auto& [dt, row] : steps) {
     for (int dynamics = 1; dynamics <= 5; ++dynamics) {
@@ -485,8 +484,7 @@ Values AnyValues(EdgeValues& values, bool wild) {
     if (wild && values.Index(12) == 0) return values.Coordinate();
     return values.Between(low, high);
   };
-  return {number(-500, 500), number(-500, 500), number(-5, 5), number(-5, 5),
-          number(0, 9),      number(0, 9),      number(-1, 1), -1};
+  return {number(-500, 500), number(-500, 500), number(-5, 5), number(-5, 5), number(0, 9), number(0, 9), number(-1, 1), -1};
 }
 
 }  // namespace
@@ -509,16 +507,10 @@ TEST(KalmanFilter, AnyChainOfCallsGivesWhatTheSecondTranscriptionGives) {
         case 0:
           if (values.Index(3) == 0) pair.Initialize(time, AnyValues(values, wild), values.Index(9) - 1);
           break;
-        case 1:
-          pair.SetDynamics(values.Index(9) - 1);
-          break;
-        case 2:
-          pair.SetCalibration(values.Grid(), values.Grid());
-          break;
+        case 1: pair.SetDynamics(values.Index(9) - 1); break;
+        case 2: pair.SetCalibration(values.Grid(), values.Grid()); break;
         case 3:
-        case 4:
-          v = pair.Predict(wild && values.Index(9) == 0 ? values.Wild() : time + 1);
-          break;
+        case 4: v = pair.Predict(wild && values.Index(9) == 0 ? values.Wild() : time + 1); break;
         case 5:
         case 6:
         case 7:
@@ -526,9 +518,7 @@ TEST(KalmanFilter, AnyChainOfCallsGivesWhatTheSecondTranscriptionGives) {
           v = pair.Update(time, AnyValues(values, wild));
           tally.Count(std::isfinite(v.x) ? "finite" : "not finite");
           break;
-        default:
-          v = pair.UpdateVelocity(time, AnyValues(values, wild));
-          break;
+        default: v = pair.UpdateVelocity(time, AnyValues(values, wild)); break;
       }
       if (v.status == 4) tally.Count("backwards");
     }

@@ -24,8 +24,8 @@ inline bool Same(const Values& a, const Values& b) {
 }
 
 inline std::ostream& operator<<(std::ostream& out, const Values& v) {
-  return out << "x " << v.x << " y " << v.y << " vx " << v.vx << " vy " << v.vy << " varX " << v.varX << " varY " << v.varY
-             << " covXY " << v.covXY << " status " << v.status;
+  return out << "x " << v.x << " y " << v.y << " vx " << v.vx << " vy " << v.vy << " varX " << v.varX << " varY " << v.varY << " covXY "
+             << v.covXY << " status " << v.status;
 }
 
 inline void ExpectValues(const Values& values, const Values& expected) {
@@ -92,13 +92,9 @@ inline double ScaleOf(const KalmanFilter& filter) {
 }
 
 // East and north components of a bearing in degrees.
-inline double East(double bearing) {
-  return std::sin(bearing * 0.017453292519943295);
-}
+inline double East(double bearing) { return std::sin(bearing * 0.017453292519943295); }
 
-inline double North(double bearing) {
-  return std::cos(bearing * 0.017453292519943295);
-}
+inline double North(double bearing) { return std::cos(bearing * 0.017453292519943295); }
 
 // --- Lines of position ---
 
@@ -135,8 +131,8 @@ struct Lops {
 };
 
 inline bool Same(const Fix& a, const Fix& b) {
-  return ::Same(a.x, b.x) && ::Same(a.y, b.y) && ::Same(a.varX, b.varX) && ::Same(a.varY, b.varY) &&
-         ::Same(a.covXY, b.covXY) && ::Same(a.sigma, b.sigma) && a.count == b.count && a.status == b.status;
+  return ::Same(a.x, b.x) && ::Same(a.y, b.y) && ::Same(a.varX, b.varX) && ::Same(a.varY, b.varY) && ::Same(a.covXY, b.covXY) &&
+         ::Same(a.sigma, b.sigma) && a.count == b.count && a.status == b.status;
 }
 
 inline void ExpectRefused(const Fix& fix, int status, double x = 0, double y = 0) {

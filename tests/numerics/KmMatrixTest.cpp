@@ -63,9 +63,7 @@ void TryInverses(int rounds) {
 
 }  // namespace
 
-TEST(KmMatrix, IsMadeOfZeros) {
-  ExpectSame(KmMatrix<3, 2>(), SecondKmMatrix(3, 2));
-}
+TEST(KmMatrix, IsMadeOfZeros) { ExpectSame(KmMatrix<3, 2>(), SecondKmMatrix(3, 2)); }
 
 TEST(KmMatrix, AddsSubtractsAndTransposesElementByElement) {
   const KmMatrix<2, 3> a = {{{1, 2, 3}, {4, 5, 6}}};
@@ -141,9 +139,7 @@ TEST(KmMatrix, ARowOfZerosIsSaidAndPassedOver) {
   EXPECT_EQ(PrintedOf(KmMatrix<2, 2>{{{kNan, kNan}, {1, 1}}}), "Singular KmMatrix in routine LUDCMP\n");
 }
 
-TEST(KmMatrix, ASingularMatrixWithoutARowOfZerosSaysNothing) {
-  EXPECT_EQ(PrintedOf(KmMatrix<2, 2>{{{1, 2}, {2, 4}}}), "");
-}
+TEST(KmMatrix, ASingularMatrixWithoutARowOfZerosSaysNothing) { EXPECT_EQ(PrintedOf(KmMatrix<2, 2>{{{1, 2}, {2, 4}}}), ""); }
 
 TEST(KmMatrix, AMissingPivotIsTakenAsATinyNumber) {
   int zeroRows = 0;

@@ -11,8 +11,7 @@ TEST(LopStruct, IsZeroWhenMade) {
     EXPECT_EQ(lop.callerWord1, 0u);
     EXPECT_EQ(lop.callerWord2, 0u);
     EXPECT_EQ(lop.flags, 0u);
-    for (const double value :
-         {lop.x, lop.y, lop.callerValue, lop.observed, lop.variance, lop.correction, lop.residual, lop.azimuth}) {
+    for (const double value : {lop.x, lop.y, lop.callerValue, lop.observed, lop.variance, lop.correction, lop.residual, lop.azimuth}) {
       EXPECT_EQ(value, 0.0);
     }
   }

@@ -420,8 +420,7 @@ struct Sizes {
 };
 
 void ExpectProductsAsTheSecond(const Sizes& sizes, Kind kind, std::uint32_t seed) {
-  SCOPED_TRACE(testing::Message() << sizes.rows << " by " << sizes.inner << " by " << sizes.cols << ", kind "
-                                  << static_cast<int>(kind));
+  SCOPED_TRACE(testing::Message() << sizes.rows << " by " << sizes.inner << " by " << sizes.cols << ", kind " << static_cast<int>(kind));
   RandomElements random(seed);
   const Doubles a = random.Many(sizes.rows * sizes.inner, kind);
   const Doubles b = random.Many(sizes.inner * sizes.cols, kind);
@@ -831,9 +830,7 @@ TEST(MatrixText, OfAnEmptyMatrixIsEmpty) {
   EXPECT_EQ(Matrix(4294967295u, 0, nullptr).ToString(), "");
 }
 
-TEST(MatrixText, HoldsTheLongestNumbers) {
-  EXPECT_EQ(Of(1, 2, {-1.7e308, 1e308}).ToString(), Printed("%f %f \n", -1.7e308, 1e308));
-}
+TEST(MatrixText, HoldsTheLongestNumbers) { EXPECT_EQ(Of(1, 2, {-1.7e308, 1e308}).ToString(), Printed("%f %f \n", -1.7e308, 1e308)); }
 
 TEST(MatrixText, IsTheSameUnderADecimalComma) {
   const CommaLocale comma;

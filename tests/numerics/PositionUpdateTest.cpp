@@ -54,12 +54,9 @@ class Cases {
   double Number() {
     if (m_at++ == m_wildAt) return m_values.Wild();
     switch (m_values.Index(4)) {
-      case 0:
-        return m_values.Grid();
-      case 1:
-        return m_values.Flag() ? 0.0 : -0.0;
-      default:
-        return m_values.Between(-30, 30);
+      case 0: return m_values.Grid();
+      case 1: return m_values.Flag() ? 0.0 : -0.0;
+      default: return m_values.Between(-30, 30);
     }
   }
 

@@ -11,8 +11,7 @@
 
 class SecondKmMatrix {
  public:
-  SecondKmMatrix(int rows, int columns)
-      : m_rows(rows), m_columns(columns), m_values(static_cast<std::size_t>(rows * columns), 0.0) {}
+  SecondKmMatrix(int rows, int columns) : m_rows(rows), m_columns(columns), m_values(static_cast<std::size_t>(rows * columns), 0.0) {}
 
   static SecondKmMatrix Identity(int size) {
     SecondKmMatrix result(size, size);
@@ -289,8 +288,7 @@ class SecondKalmanFilter {
       if (std::fabs(delta.At(0, 0)) > 0.1 || std::fabs(delta.At(1, 0)) > 0.1) continue;
       const SecondKmMatrix v = a.Times(delta).Minus(l);
       for (int i = 0; i < 8; ++i) lops[static_cast<std::size_t>(i)].residual = v.At(i, 0);
-      fix = {x,     y, nInverse.At(0, 0), nInverse.At(1, 1), nInverse.At(1, 0), v.Transposed().Times(w).Times(v).At(0, 0),
-             count, 0};
+      fix = {x, y, nInverse.At(0, 0), nInverse.At(1, 1), nInverse.At(1, 0), v.Transposed().Times(w).Times(v).At(0, 0), count, 0};
       return;
     }
   }

@@ -306,8 +306,7 @@ enum class Kind {
   WithInfinity,  // everyday with a few infinities
   WithNaN        // everyday with a few not-a-numbers
 };
-inline constexpr Kind kKinds[] = {Kind::Everyday, Kind::SmallWhole, Kind::WideRange,
-                                  Kind::Sparse,   Kind::WithInfinity, Kind::WithNaN};
+inline constexpr Kind kKinds[] = {Kind::Everyday, Kind::SmallWhole, Kind::WideRange, Kind::Sparse, Kind::WithInfinity, Kind::WithNaN};
 
 class RandomElements {
  public:
@@ -318,18 +317,12 @@ class RandomElements {
 
   double Next(Kind kind) {
     switch (kind) {
-      case Kind::SmallWhole:
-        return Whole(-2, 2);
-      case Kind::WideRange:
-        return Uniform(-1, 1) * std::pow(10.0, Whole(-40, 40));
-      case Kind::Sparse:
-        return Whole(0, 3) == 0 ? Uniform(-1, 1) : Whole(0, 1) == 0 ? 0.0 : -0.0;
-      case Kind::WithInfinity:
-        return Whole(0, 30) == 0 ? (Whole(0, 1) == 0 ? HUGE_VAL : -HUGE_VAL) : Uniform(-1, 1);
-      case Kind::WithNaN:
-        return Whole(0, 30) == 0 ? std::nan("") : Uniform(-1, 1);
-      default:
-        return Uniform(-1, 1);
+      case Kind::SmallWhole: return Whole(-2, 2);
+      case Kind::WideRange: return Uniform(-1, 1) * std::pow(10.0, Whole(-40, 40));
+      case Kind::Sparse: return Whole(0, 3) == 0 ? Uniform(-1, 1) : Whole(0, 1) == 0 ? 0.0 : -0.0;
+      case Kind::WithInfinity: return Whole(0, 30) == 0 ? (Whole(0, 1) == 0 ? HUGE_VAL : -HUGE_VAL) : Uniform(-1, 1);
+      case Kind::WithNaN: return Whole(0, 30) == 0 ? std::nan("") : Uniform(-1, 1);
+      default: return Uniform(-1, 1);
     }
   }
 

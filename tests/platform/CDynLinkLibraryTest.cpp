@@ -7,9 +7,7 @@
 
 namespace {
 
-std::vector<CDynLinkLibrary*>& Libraries() {
-  return AfxGetAppModuleState()->m_libraryList;
-}
+std::vector<CDynLinkLibrary*>& Libraries() { return AfxGetAppModuleState()->m_libraryList; }
 
 TEST(CDynLinkLibrary, InitFillsTheRecordInOnce) {
   int module = 0;
@@ -47,8 +45,7 @@ TEST(CDynLinkLibrary, ChainsItselfInAtTheFrontAndOut) {
   {
     const CDynLinkLibrary a(first);
     const CDynLinkLibrary b(second);
-    EXPECT_EQ(Libraries(), (std::vector<CDynLinkLibrary*>{const_cast<CDynLinkLibrary*>(&b),
-                                                          const_cast<CDynLinkLibrary*>(&a)}));
+    EXPECT_EQ(Libraries(), (std::vector<CDynLinkLibrary*>{const_cast<CDynLinkLibrary*>(&b), const_cast<CDynLinkLibrary*>(&a)}));
     EXPECT_EQ(b.m_hModule, &two);
     EXPECT_EQ(b.m_hResource, &two);
   }

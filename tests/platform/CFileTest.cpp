@@ -138,9 +138,9 @@ TEST(CFile, ShareFlagsExcludeOthers) {
     bool mayRead;
     bool mayWrite;
   };
-  for (const Row& row : {Row{CFile::shareCompat, true, true}, Row{CFile::shareExclusive, false, false},
-                         Row{CFile::shareDenyWrite, true, false}, Row{CFile::shareDenyRead, false, true},
-                         Row{CFile::shareDenyNone, true, true}}) {
+  for (const Row& row :
+       {Row{CFile::shareCompat, true, true}, Row{CFile::shareExclusive, false, false}, Row{CFile::shareDenyWrite, true, false},
+        Row{CFile::shareDenyRead, false, true}, Row{CFile::shareDenyNone, true, true}}) {
     CFile holder(path.c_str(), CFile::modeRead | row.share);
     const int refused = CFileException::sharingViolation;
     EXPECT_EQ(CauseOfOpening(path, CFile::modeRead), row.mayRead ? 0 : refused) << row.share;
@@ -283,15 +283,13 @@ TEST(CFileException, CausesOfEveryNumber) {
     int number;
     int cause;
   };
-  for (const Row& row : {Row{0, CFileException::none}, Row{2, CFileException::fileNotFound},
-                         Row{3, CFileException::badPath}, Row{4, CFileException::tooManyOpenFiles},
-                         Row{5, CFileException::accessDenied}, Row{6, CFileException::invalidFile},
-                         Row{8, CFileException::genericException}, Row{19, CFileException::accessDenied},
-                         Row{32, CFileException::sharingViolation}, Row{59, CFileException::hardIO},
-                         Row{64, CFileException::hardIO}, Row{80, CFileException::accessDenied},
-                         Row{87, CFileException::genericException}, Row{112, CFileException::diskFull},
-                         Row{123, CFileException::badPath}, Row{1117, CFileException::hardIO},
-                         Row{-1, CFileException::genericException}}) {
+  for (const Row& row :
+       {Row{0, CFileException::none}, Row{2, CFileException::fileNotFound}, Row{3, CFileException::badPath},
+        Row{4, CFileException::tooManyOpenFiles}, Row{5, CFileException::accessDenied}, Row{6, CFileException::invalidFile},
+        Row{8, CFileException::genericException}, Row{19, CFileException::accessDenied}, Row{32, CFileException::sharingViolation},
+        Row{59, CFileException::hardIO}, Row{64, CFileException::hardIO}, Row{80, CFileException::accessDenied},
+        Row{87, CFileException::genericException}, Row{112, CFileException::diskFull}, Row{123, CFileException::badPath},
+        Row{1117, CFileException::hardIO}, Row{-1, CFileException::genericException}}) {
     EXPECT_EQ(CFileException::OsErrorToException(row.number), row.cause) << row.number;
   }
 }

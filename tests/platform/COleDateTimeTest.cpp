@@ -10,8 +10,7 @@ namespace {
 
 SYSTEMTIME Moment(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int milliseconds = 0) {
   const auto narrow = [](int value) { return static_cast<unsigned short>(value); };
-  return {narrow(year), narrow(month),  0,              narrow(day), narrow(hour),
-          narrow(minute), narrow(second), narrow(milliseconds)};
+  return {narrow(year), narrow(month), 0, narrow(day), narrow(hour), narrow(minute), narrow(second), narrow(milliseconds)};
 }
 
 std::string Text(const SYSTEMTIME& time) {
@@ -19,8 +18,8 @@ std::string Text(const SYSTEMTIME& time) {
     const std::string digits = std::to_string(value);
     return std::string(width > digits.size() ? width - digits.size() : 0, '0') + digits;
   };
-  return padded(time.wYear, 4) + "-" + padded(time.wMonth, 2) + "-" + padded(time.wDay, 2) + " " +
-         padded(time.wHour, 2) + ":" + padded(time.wMinute, 2) + ":" + padded(time.wSecond, 2);
+  return padded(time.wYear, 4) + "-" + padded(time.wMonth, 2) + "-" + padded(time.wDay, 2) + " " + padded(time.wHour, 2) + ":" +
+         padded(time.wMinute, 2) + ":" + padded(time.wSecond, 2);
 }
 
 std::string TextOf(double days) {
@@ -34,16 +33,9 @@ TEST(COleDateTime, KnownDates) {
     double days;
     SYSTEMTIME time;
   } rows[] = {
-      {0.0, Moment(1899, 12, 30)},
-      {1.0, Moment(1899, 12, 31)},
-      {2.0, Moment(1900, 1, 1)},
-      {5.25, Moment(1900, 1, 4, 6)},
-      {5.875, Moment(1900, 1, 4, 21)},
-      {25569.0, Moment(1970, 1, 1)},
-      {36526.5, Moment(2000, 1, 1, 12)},
-      {-1.0, Moment(1899, 12, 29)},
-      {-657434.0, Moment(100, 1, 1)},
-      {2958465.0, Moment(9999, 12, 31)},
+      {0.0, Moment(1899, 12, 30)},     {1.0, Moment(1899, 12, 31)},       {2.0, Moment(1900, 1, 1)},         {5.25, Moment(1900, 1, 4, 6)},
+      {5.875, Moment(1900, 1, 4, 21)}, {25569.0, Moment(1970, 1, 1)},     {36526.5, Moment(2000, 1, 1, 12)}, {-1.0, Moment(1899, 12, 29)},
+      {-657434.0, Moment(100, 1, 1)},  {2958465.0, Moment(9999, 12, 31)},
   };
   for (const auto& row : rows) {
     double days = 0.5;
@@ -100,10 +92,17 @@ TEST(COleDateTime, ADayBeyondItsMonthRunsOverAndDayZeroIsTheDayBefore) {
 
 TEST(COleDateTime, FieldsOutsideTheirRangeAreRefusedAndTheOutputStays) {
   const SYSTEMTIME bad[] = {
-      Moment(99, 12, 31),         Moment(10000, 1, 1),          Moment(0, 1, 1),
-      Moment(2001, 0, 1),         Moment(2001, 13, 1),          Moment(2001, 1, 32),
-      Moment(2001, 1, 1, 24),     Moment(2001, 1, 1, 0, 60),    Moment(2001, 1, 1, 0, 0, 60),
-      Moment(100, 1, 0),          Moment(65535, 65535, 65535, 65535, 65535, 65535, 65535),
+      Moment(99, 12, 31),
+      Moment(10000, 1, 1),
+      Moment(0, 1, 1),
+      Moment(2001, 0, 1),
+      Moment(2001, 13, 1),
+      Moment(2001, 1, 32),
+      Moment(2001, 1, 1, 24),
+      Moment(2001, 1, 1, 0, 60),
+      Moment(2001, 1, 1, 0, 0, 60),
+      Moment(100, 1, 0),
+      Moment(65535, 65535, 65535, 65535, 65535, 65535, 65535),
   };
   for (const SYSTEMTIME& time : bad) {
     double days = 4711.0;
@@ -115,9 +114,8 @@ TEST(COleDateTime, FieldsOutsideTheirRangeAreRefusedAndTheOutputStays) {
 TEST(COleDateTime, DaysOutsideTheirRangeAreRefusedAndTheOutputStays) {
   EXPECT_EQ(TextOf(-657434.99), "0100-01-01 23:45:36");
   EXPECT_EQ(TextOf(2958465.99), "9999-12-31 23:45:36");
-  for (const double days : {-657435.0, 2958466.0, 2958465.999999, 1e300, -1e300,
-                            std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
-                            std::numeric_limits<double>::quiet_NaN()}) {
+  for (const double days : {-657435.0, 2958466.0, 2958465.999999, 1e300, -1e300, std::numeric_limits<double>::infinity(),
+                            -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
     SYSTEMTIME time = Moment(4711, 1, 1);
     EXPECT_FALSE(VariantTimeToSystemTime(days, time)) << days;
     EXPECT_EQ(time.wYear, 4711);

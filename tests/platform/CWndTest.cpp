@@ -16,9 +16,7 @@ using Message = std::tuple<unsigned int, unsigned long long, long long>;
 
 TEST(CWnd, HandsAMessageWithItsTwoWordsToTheCallback) {
   std::vector<Message> messages;
-  CWnd window([&](unsigned int message, unsigned long long first, long long second) {
-    messages.emplace_back(message, first, second);
-  });
+  CWnd window([&](unsigned int message, unsigned long long first, long long second) { messages.emplace_back(message, first, second); });
   EXPECT_TRUE(window.PostMessageA(WM_APP + 7, 1, -1));
   EXPECT_TRUE(window.PostMessageA(0, ~0ull, 0));
   EXPECT_EQ(messages, (std::vector<Message>{{0x8007u, 1u, -1}, {0u, ~0ull, 0}}));

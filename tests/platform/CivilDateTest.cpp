@@ -12,9 +12,9 @@ TEST(CivilDate, KnownDaysFromCivil) {
   EXPECT_EQ(DaysFromCivil(1970, 1, 1), 0);
   EXPECT_EQ(DaysFromCivil(1969, 12, 31), -1);
   EXPECT_EQ(DaysFromCivil(1970, 3, 1), 59);
-  EXPECT_EQ(DaysFromCivil(2000, 1, 1), 30 * 365 + 7);        // leap days of 1972 to 1996
-  EXPECT_EQ(DaysFromCivil(1899, 12, 30), -25569);            // the zero of automation dates
-  EXPECT_EQ(DaysFromCivil(1601, 1, 1), -134774);             // the zero of the platform's file times
+  EXPECT_EQ(DaysFromCivil(2000, 1, 1), 30 * 365 + 7);  // leap days of 1972 to 1996
+  EXPECT_EQ(DaysFromCivil(1899, 12, 30), -25569);      // the zero of automation dates
+  EXPECT_EQ(DaysFromCivil(1601, 1, 1), -134774);       // the zero of the platform's file times
 }
 
 TEST(CivilDate, FieldsBeyondTheirRangeRunOver) {
@@ -88,10 +88,17 @@ TEST(CivilDate, SystemTimesThatDoNotExistAreNotValid) {
   EXPECT_EQ(SecondsFromSystemTime(good), DaysFromCivil(2024, 3, 1) * 86400 - 1);
 
   const SYSTEMTIME bad[] = {
-      {1600, 12, 0, 31, 0, 0, 0, 0}, {2024, 0, 0, 1, 0, 0, 0, 0},    {2024, 13, 0, 1, 0, 0, 0, 0},
-      {2023, 2, 0, 29, 0, 0, 0, 0},  {2024, 4, 0, 31, 0, 0, 0, 0},   {2024, 1, 0, 0, 0, 0, 0, 0},
-      {2024, 1, 0, 1, 24, 0, 0, 0},  {2024, 1, 0, 1, 0, 60, 0, 0},   {2024, 1, 0, 1, 0, 0, 60, 0},
-      {2024, 1, 0, 1, 0, 0, 0, 1000}, {65535, 65535, 65535, 65535, 65535, 65535, 65535, 65535},
+      {1600, 12, 0, 31, 0, 0, 0, 0},
+      {2024, 0, 0, 1, 0, 0, 0, 0},
+      {2024, 13, 0, 1, 0, 0, 0, 0},
+      {2023, 2, 0, 29, 0, 0, 0, 0},
+      {2024, 4, 0, 31, 0, 0, 0, 0},
+      {2024, 1, 0, 0, 0, 0, 0, 0},
+      {2024, 1, 0, 1, 24, 0, 0, 0},
+      {2024, 1, 0, 1, 0, 60, 0, 0},
+      {2024, 1, 0, 1, 0, 0, 60, 0},
+      {2024, 1, 0, 1, 0, 0, 0, 1000},
+      {65535, 65535, 65535, 65535, 65535, 65535, 65535, 65535},
   };
   for (const SYSTEMTIME& time : bad) EXPECT_FALSE(IsValidSystemTime(time)) << time.wYear << "-" << time.wMonth;
 }

@@ -21,9 +21,7 @@ class FaultInjectionFilesTest : public testing::Test {
     return m_files.Open(request, m_result);
   }
 
-  FileResult Write(PlatformFile& file, std::size_t size) {
-    return file.Write(std::string(size, 'x').data(), size, m_done);
-  }
+  FileResult Write(PlatformFile& file, std::size_t size) { return file.Write(std::string(size, 'x').data(), size, m_done); }
 
   FileResult Read(PlatformFile& file, std::size_t size) {
     m_text.assign(size, '\0');

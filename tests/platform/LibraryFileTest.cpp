@@ -72,8 +72,11 @@ TEST(LibraryFile, OnlyWhatIsLoadedMustBeThere) {
 
 TEST(LibraryFile, OffsetsAndSizesBeyondAllFilesAreNone) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
-  for (const auto& [offset, size] : {std::pair{kMost, kMost}, {kMost, std::uint64_t{1}}, {std::uint64_t{1}, kMost},
-                                     {kMost - 99, std::uint64_t{200}}, {std::uint64_t{1} << 63, std::uint64_t{1} << 63}}) {
+  for (const auto& [offset, size] : {std::pair{kMost, kMost},
+                                     {kMost, std::uint64_t{1}},
+                                     {std::uint64_t{1}, kMost},
+                                     {kMost - 99, std::uint64_t{200}},
+                                     {std::uint64_t{1} << 63, std::uint64_t{1} << 63}}) {
     FileOf file;
     file.Add(PT_LOAD, offset, size);
     file.size = 1000;

@@ -8,8 +8,8 @@
 namespace {
 
 TEST(MulDiv, RoundsToTheNearest) {
-  EXPECT_EQ(MulDiv(5, 120, 96), 6);   // 6.25
-  EXPECT_EQ(MulDiv(7, 120, 96), 9);   // 8.75
+  EXPECT_EQ(MulDiv(5, 120, 96), 6);  // 6.25
+  EXPECT_EQ(MulDiv(7, 120, 96), 9);  // 8.75
   EXPECT_EQ(MulDiv(10, 96, 96), 10);
   EXPECT_EQ(MulDiv(0, 5, 7), 0);
 }

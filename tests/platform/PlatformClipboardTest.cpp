@@ -24,14 +24,10 @@ class Desktop : public PlatformClipboard, public ClipboardContent {
     put = content;
     return false;
   }
-  std::shared_ptr<const ClipboardContent> Get() override {
-    return std::shared_ptr<const ClipboardContent>(std::shared_ptr<void>(), this);
-  }
+  std::shared_ptr<const ClipboardContent> Get() override { return std::shared_ptr<const ClipboardContent>(std::shared_ptr<void>(), this); }
 
   std::vector<FORMATETC> Formats() const override { return Offers(); }
-  HGLOBAL Block(unsigned short format) const override {
-    return std::make_shared<const std::string>("block " + std::to_string(format));
-  }
+  HGLOBAL Block(unsigned short format) const override { return std::make_shared<const std::string>("block " + std::to_string(format)); }
 
   std::shared_ptr<const ClipboardContent> put;
 

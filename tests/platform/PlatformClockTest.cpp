@@ -21,9 +21,7 @@ long long Utc(int year, int month, int day, int hour, int minute, int second) {
 long HhMmSs(const CalendarTime& time) { return time.hour * 10000L + time.minute * 100L + time.second; }
 long YyyyMmDd(const CalendarTime& time) { return time.year * 10000L + time.month * 100L + time.day; }
 
-TEST(SystemClock, IsTheServiceInForceByDefault) {
-  EXPECT_EQ(&PlatformService<PlatformClock>::Current(), &PlatformClock::System());
-}
+TEST(SystemClock, IsTheServiceInForceByDefault) { EXPECT_EQ(&PlatformService<PlatformClock>::Current(), &PlatformClock::System()); }
 
 TEST(SystemClock, CounterHasAConstantFrequencyAndNeverGoesBack) {
   EXPECT_GE(Clock().Frequency(), 1000);
@@ -109,8 +107,7 @@ TEST(SystemClock, ConversionsRefuseSecondsOutsideTheirRangeAndKeepTheOutput) {
   EXPECT_EQ(HhMmSs(calendar), 235959);
   EXPECT_TRUE(Clock().LocalTime(0, calendar));
 
-  for (const long long seconds : {-1LL, kLast + 1, std::numeric_limits<long long>::min(),
-                                  std::numeric_limits<long long>::max()}) {
+  for (const long long seconds : {-1LL, kLast + 1, std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max()}) {
     calendar.year = 4711;
     EXPECT_FALSE(Clock().UtcTime(seconds, calendar));
     EXPECT_FALSE(Clock().LocalTime(seconds, calendar));

@@ -18,11 +18,10 @@
 namespace {
 
 constexpr FileRights kRights[] = {FileRights::None, FileRights::Read, FileRights::Write, FileRights::ReadWrite};
-constexpr FileDisposition kDispositions[] = {FileDisposition::OpenExisting, FileDisposition::OpenOrCreate,
-                                             FileDisposition::CreateAlways, FileDisposition::CreateNew};
+constexpr FileDisposition kDispositions[] = {FileDisposition::OpenExisting, FileDisposition::OpenOrCreate, FileDisposition::CreateAlways,
+                                             FileDisposition::CreateNew};
 
-FileOpenRequest Request(const std::string& path, FileRights access = FileRights::Read,
-                        FileRights sharing = FileRights::ReadWrite,
+FileOpenRequest Request(const std::string& path, FileRights access = FileRights::Read, FileRights sharing = FileRights::ReadWrite,
                         FileDisposition disposition = FileDisposition::OpenExisting) {
   return {path, access, sharing, disposition, false};
 }
@@ -71,8 +70,7 @@ TEST(PlatformFiles, DispositionsOfAMissingFile) {
   for (const FileRights access : kRights) {
     EXPECT_EQ(Try(Request(folder.File("none"), access)), FileResult::NotFound);
     EXPECT_FALSE(folder.Exists("none"));
-    for (const FileDisposition disposition :
-         {FileDisposition::OpenOrCreate, FileDisposition::CreateAlways, FileDisposition::CreateNew}) {
+    for (const FileDisposition disposition : {FileDisposition::OpenOrCreate, FileDisposition::CreateAlways, FileDisposition::CreateNew}) {
       EXPECT_EQ(Try(Request(folder.File("new"), access, FileRights::ReadWrite, disposition)), FileResult::Ok);
       EXPECT_TRUE(folder.Exists("new"));
       std::filesystem::remove(folder.File("new"));
@@ -135,8 +133,7 @@ TEST(PlatformFiles, NamesMayBeLongerThan260) {
 TEST(PlatformFiles, NamesHoldAnyByte) {
   const TemporaryFolder folder;
   const std::string name = "\xB0 \x80\xFF\x01\n.ini";
-  ASSERT_EQ(Try(Request(folder.File(name), FileRights::Write, FileRights::ReadWrite, FileDisposition::CreateNew)),
-            FileResult::Ok);
+  ASSERT_EQ(Try(Request(folder.File(name), FileRights::Write, FileRights::ReadWrite, FileDisposition::CreateNew)), FileResult::Ok);
   EXPECT_TRUE(folder.Exists(name));
 }
 
@@ -144,13 +141,11 @@ TEST(PlatformFiles, NothingButRegularFilesOpensAndNothingIsWaitedFor) {
   const TemporaryFolder folder;
   const std::string fifo = folder.MakeFifo("fifo");
   const int descriptors = CountOpenDescriptors();
-  for (const std::string& path :
-       {folder.Path(), fifo, folder.MakeLink("link", fifo), std::string("/dev/null"), std::string("/dev/zero"),
-        std::string("/dev/full"), std::string("/dev/tty")}) {
+  for (const std::string& path : {folder.Path(), fifo, folder.MakeLink("link", fifo), std::string("/dev/null"), std::string("/dev/zero"),
+                                  std::string("/dev/full"), std::string("/dev/tty")}) {
     for (const FileRights access : kRights) {
       for (const FileDisposition disposition : kDispositions) {
-        const FileResult expected =
-            disposition == FileDisposition::CreateNew ? FileResult::FileExists : FileResult::AccessDenied;
+        const FileResult expected = disposition == FileDisposition::CreateNew ? FileResult::FileExists : FileResult::AccessDenied;
         EXPECT_EQ(Try(Request(path, access, FileRights::ReadWrite, disposition)), expected) << path;
       }
     }
@@ -173,8 +168,7 @@ TEST(PlatformFiles, PermissionsCount) {
     if (Try(Request(readable)) != FileResult::Ok) return 2;
     if (Try(Request(readable, FileRights::Write)) != FileResult::AccessDenied) return 3;
     if (Try(Request(readable, FileRights::Read, FileRights::Read, FileDisposition::OpenOrCreate)) != FileResult::Ok) return 4;
-    if (Try(Request(readable, FileRights::Read, FileRights::Read, FileDisposition::CreateAlways)) !=
-        FileResult::AccessDenied) return 5;
+    if (Try(Request(readable, FileRights::Read, FileRights::Read, FileDisposition::CreateAlways)) != FileResult::AccessDenied) return 5;
     if (Try(Request(writable)) != FileResult::AccessDenied) return 6;
     const auto file = Open(Request(writable, FileRights::Write));
     return file != nullptr && WriteText(*file, "x") == FileResult::Ok ? 0 : 7;
@@ -204,8 +198,7 @@ TEST(PlatformFiles, StartedProgramsInheritNoFile) {
   const int inheritable = CountInheritableDescriptors();
   const int open = CountOpenDescriptors();
   const auto reading = Open(Request(folder.Write("a", "abc")));
-  const auto writing =
-      Open(Request(folder.File("b"), FileRights::ReadWrite, FileRights::None, FileDisposition::CreateAlways));
+  const auto writing = Open(Request(folder.File("b"), FileRights::ReadWrite, FileRights::None, FileDisposition::CreateAlways));
   EXPECT_EQ(CountOpenDescriptors(), open + 2);
   EXPECT_EQ(CountInheritableDescriptors(), inheritable);
 }
@@ -216,8 +209,7 @@ TEST(PlatformFiles, NoFailureLeavesADescriptorOpen) {
   const auto holder = Open(Request(path, FileRights::Read, FileRights::None));
   const int descriptors = CountOpenDescriptors();
   EXPECT_EQ(Try(Request(path)), FileResult::SharingViolation);
-  EXPECT_EQ(Try(Request(path, FileRights::Write, FileRights::Read, FileDisposition::CreateAlways)),
-            FileResult::SharingViolation);
+  EXPECT_EQ(Try(Request(path, FileRights::Write, FileRights::Read, FileDisposition::CreateAlways)), FileResult::SharingViolation);
   EXPECT_EQ(Try(Request(path, FileRights::Write, FileRights::Read, FileDisposition::CreateNew)), FileResult::FileExists);
   EXPECT_EQ(Try(Request(folder.File("none"))), FileResult::NotFound);
   EXPECT_EQ(Try(Request(folder.Path(), FileRights::Write)), FileResult::AccessDenied);
@@ -334,8 +326,7 @@ TEST(PlatformFiles, CreatingDoesNotCutWhatSharingRefuses) {
   const std::string path = folder.Write("a", "abc");
   const auto denier = Open(Request(path, FileRights::Read, FileRights::Read));
   for (const FileRights access : kRights) {
-    EXPECT_EQ(Try(Request(path, access, FileRights::ReadWrite, FileDisposition::CreateAlways)),
-              FileResult::SharingViolation);
+    EXPECT_EQ(Try(Request(path, access, FileRights::ReadWrite, FileDisposition::CreateAlways)), FileResult::SharingViolation);
     EXPECT_EQ(folder.Read("a"), "abc");
   }
 }
@@ -344,9 +335,8 @@ TEST(PlatformFiles, CreatingInAnotherProcessDoesNotCutWhatSharingRefuses) {
   const TemporaryFolder folder;
   const std::string path = folder.Write("a", "abc");
   const auto writer = Open(Request(path, FileRights::Write));
-  ChildProcess child([&] {
-    return static_cast<int>(Try(Request(path, FileRights::Write, FileRights::Read, FileDisposition::CreateAlways)));
-  });
+  ChildProcess child(
+      [&] { return static_cast<int>(Try(Request(path, FileRights::Write, FileRights::Read, FileDisposition::CreateAlways))); });
   EXPECT_EQ(child.Wait(), static_cast<int>(FileResult::SharingViolation));
   EXPECT_EQ(folder.Read("a"), "abc");
 }
@@ -354,8 +344,7 @@ TEST(PlatformFiles, CreatingInAnotherProcessDoesNotCutWhatSharingRefuses) {
 TEST(PlatformFiles, WhoCreatedForReadingIsNoWriterAfterwards) {
   const TemporaryFolder folder;
   const std::string path = folder.Write("a", "abc");
-  const auto creator =
-      Open(Request(path, FileRights::Read, FileRights::ReadWrite, FileDisposition::CreateAlways));
+  const auto creator = Open(Request(path, FileRights::Read, FileRights::ReadWrite, FileDisposition::CreateAlways));
   ASSERT_NE(creator, nullptr);
   EXPECT_EQ(Try(Request(path, FileRights::Read, FileRights::Read)), FileResult::Ok);
   EXPECT_EQ(WriteText(*creator, "x"), FileResult::AccessDenied);
@@ -456,8 +445,7 @@ TEST(PlatformFiles, ClaimsOfOthersCountForTheFileInPlaceOfAnother) {
       for (const FileRights newAccess : kRights) {
         for (const FileRights newSharing : kRights) {
           const bool agree = Agree(newAccess, newSharing, access, sharing);
-          EXPECT_EQ(Try(InPlaceOf(*former, Request(path, newAccess, newSharing))),
-                    agree ? FileResult::Ok : FileResult::SharingViolation);
+          EXPECT_EQ(Try(InPlaceOf(*former, Request(path, newAccess, newSharing))), agree ? FileResult::Ok : FileResult::SharingViolation);
         }
       }
       TryAllAgainst(path, access, sharing);
@@ -727,8 +715,7 @@ TEST(PlatformFiles, WhatIsNoLinkStaysAsGiven) {
 
 TEST(PlatformFiles, DanglingLinkStandsForTheFileThatIsToCome) {
   const TemporaryFolder folder;
-  EXPECT_EQ(PlatformFiles::System().FollowLinks(folder.MakeLink("link", "missing")),
-            folder.InterfacePath() + "\\missing");
+  EXPECT_EQ(PlatformFiles::System().FollowLinks(folder.MakeLink("link", "missing")), folder.InterfacePath() + "\\missing");
 }
 
 TEST(PlatformFiles, LinksInACircleStayAsGiven) {
@@ -783,8 +770,7 @@ TEST(PlatformFiles, ListsAFolderInByteOrder) {
   folder.MakeLink("link", "sub");
   folder.MakeLink("nowhere", "none");
   folder.Write("odd\\name", "");
-  EXPECT_EQ(NamesIn(folder.Path()), (std::vector<std::string>{".hidden", "B", "a", "a.b", "b", "fifo", "link", "nowhere",
-                                                              "sub/", "\xB0"}));
+  EXPECT_EQ(NamesIn(folder.Path()), (std::vector<std::string>{".hidden", "B", "a", "a.b", "b", "fifo", "link", "nowhere", "sub/", "\xB0"}));
   EXPECT_EQ(NamesIn(folder.InterfacePath() + "\\sub\\"), std::vector<std::string>());
   EXPECT_EQ(NamesIn(folder.File("link")), std::vector<std::string>());
 }

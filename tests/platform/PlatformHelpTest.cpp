@@ -26,8 +26,8 @@ class Viewer {
  public:
   Viewer() : m_told(folder.MakeFifo("told")) {
     folder.Write("help file.chm", "help");
-    Write("viewer", "#!/bin/sh\n{ echo $#; for a; do echo \"$a\"; done; } > '" + m_told + "'\n" + "test ! -p '" +
-                        folder.File("go") + "' || read go < '" + folder.File("go") + "'\n");
+    Write("viewer", "#!/bin/sh\n{ echo $#; for a; do echo \"$a\"; done; } > '" + m_told + "'\n" + "test ! -p '" + folder.File("go") +
+                        "' || read go < '" + folder.File("go") + "'\n");
   }
 
   std::string Write(const std::string& name, const std::string& content) const {
@@ -125,8 +125,8 @@ TEST(PlatformHelp, OnlyAnExecutableFileByItsAbsolutePathIsAViewer) {
   const Viewer viewer;
   const std::string plain = viewer.folder.Write("plain", "#!/bin/sh\n");
   std::filesystem::permissions(plain, std::filesystem::perms::owner_read);
-  const std::string names[] = {"", "sh", "./viewer", viewer.folder.Path(), plain, viewer.folder.File("missing"),
-                               viewer.folder.MakeFifo("fifo")};
+  const std::string names[] = {
+      "", "sh", "./viewer", viewer.folder.Path(), plain, viewer.folder.File("missing"), viewer.folder.MakeFifo("fifo")};
   for (const std::string& name : names) {
     ExpectInChild([&] {
       const EnvironmentVariable variable(kVariable, name.c_str());

@@ -37,9 +37,7 @@ std::string MathLibrary() {
 // Calls a function of the form double(double) at `address`.
 double Call(void* address, double argument) { return reinterpret_cast<double (*)(double)>(address)(argument); }
 
-TEST(PlatformModules, ProgramPathIsThisProgram) {
-  EXPECT_EQ(PlatformModules::System().ProgramPath(), InterfaceForm(OwnPath()) + ".exe");
-}
+TEST(PlatformModules, ProgramPathIsThisProgram) { EXPECT_EQ(PlatformModules::System().ProgramPath(), InterfaceForm(OwnPath()) + ".exe"); }
 
 TEST(PlatformModules, ModuleOfTheProgramIsTheProgram) {
   static const int here = 0;
@@ -97,8 +95,7 @@ TEST(PlatformModules, LoadsALibraryAndFindsItsExports) {
   EXPECT_EQ(Call(root, 49.0), 7.0);
   const std::string found = modules.ModulePath(root);
   EXPECT_EQ(found.substr(found.rfind('\\')), "\\mR.dll");
-  EXPECT_TRUE(std::filesystem::equivalent(SystemForm(found.substr(0, found.rfind('\\'))),
-                                          std::filesystem::path(path).parent_path()));
+  EXPECT_TRUE(std::filesystem::equivalent(SystemForm(found.substr(0, found.rfind('\\'))), std::filesystem::path(path).parent_path()));
   EXPECT_EQ(modules.FindExport(module, "no such export"), nullptr);
   EXPECT_EQ(modules.FindExport(module, std::string("sqrt\0x", 6)), nullptr);
   EXPECT_EQ(modules.FindExport(module, ""), nullptr);

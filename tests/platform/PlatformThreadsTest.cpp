@@ -33,9 +33,7 @@ std::unique_ptr<PlatformThread> Make(std::function<void()> function, int priorit
   return below + block[kBlock - 512];
 }
 
-TEST(SystemThreads, AreTheServiceInForceByDefault) {
-  EXPECT_EQ(&PlatformService<PlatformThreads>::Current(), &PlatformThreads::System());
-}
+TEST(SystemThreads, AreTheServiceInForceByDefault) { EXPECT_EQ(&PlatformService<PlatformThreads>::Current(), &PlatformThreads::System()); }
 
 TEST(SystemThreads, RunOnlyOnceResumed) {
   std::atomic<bool> ran{false};

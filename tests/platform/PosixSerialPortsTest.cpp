@@ -19,15 +19,14 @@ using zelbase::detail::PosixSerialPorts;
 using zelbase::detail::SerialPortResultFromErrno;
 
 TEST(PosixSerialPorts, NamesOfSerialPorts) {
-  for (const char* name :
-       {"ttyS0", "ttyS31", "ttyUSB0", "ttyACM12", "ttyAMA0", "ttyXRUSB3", "ttymxc1", "rfcomm0", "ttyTHS007"}) {
+  for (const char* name : {"ttyS0", "ttyS31", "ttyUSB0", "ttyACM12", "ttyAMA0", "ttyXRUSB3", "ttymxc1", "rfcomm0", "ttyTHS007"}) {
     EXPECT_TRUE(IsSerialPortName(name)) << name;
   }
 }
 
 TEST(PosixSerialPorts, NamesOfOtherNodes) {
-  for (const char* name : {"", "0", "tty", "tty0", "tty63", "ttyS", "ttyUSB", "ttyp0", "ttya7", "ttyprintk", "ttymxc", "rfcomm",
-                           "ptmx", "null", "console", "ttyS0x", "xttyS0", "ttyS-0", "TTYS0", "ttyS/0", "..", "tty0S1"}) {
+  for (const char* name : {"",       "0",    "tty",  "tty0",    "tty63",  "ttyS",   "ttyUSB", "ttyp0", "ttya7",  "ttyprintk", "ttymxc",
+                           "rfcomm", "ptmx", "null", "console", "ttyS0x", "xttyS0", "ttyS-0", "TTYS0", "ttyS/0", "..",        "tty0S1"}) {
     EXPECT_FALSE(IsSerialPortName(name)) << name;
   }
 }

@@ -19,8 +19,7 @@ TEST(RecordingHelp, KeepsWhatItWasAskedForAndAnswersWhatItWasTold) {
     current.Beep();
   }
   EXPECT_NE(&PlatformService<PlatformHelp>::Current(), &help);
-  EXPECT_EQ(help.requests, (std::vector<RecordingHelp::Request>{
-                               {"C:\\a.chm", std::nullopt}, {"C:\\b.chm", "topic"}, {"C:\\b.chm", ""}}));
+  EXPECT_EQ(help.requests, (std::vector<RecordingHelp::Request>{{"C:\\a.chm", std::nullopt}, {"C:\\b.chm", "topic"}, {"C:\\b.chm", ""}}));
   EXPECT_EQ(help.beeps, 1);
 }
 

@@ -33,14 +33,12 @@ TEST(RecordingSurface, KeepsEveryCallInOrder) {
   surface.GetBkColor();
   surface.SetBkColor(17);
   EXPECT_EQ(surface.Lines(),
-            (Lines{"MoveTo 1 2", "LineTo -3 4", "SetPixel 5 6 4294967295", "Rectangle 1 2 3 4",
-                   "Ellipse -2147483648 2147483647 3 4", "GetDeviceCaps 90", "GetCurrentObject 1", "GetROP2",
-                   "SelectStockObject 5", "CreateSolidBrush 255", "CreateFontIndirect 12 0 900 910 400 'Arial'",
-                   "GetTextExtentPoint32A 'abc'", "SetTextAlign 26", "SetBkMode 1", "TextOut 7 8 'it's'",
-                   "FillSolidRect 1 2 3 4 99", "GetBkColor", "SetBkColor 17"}));
-  EXPECT_EQ(surface.Painted(),
-            (Lines{"MoveTo 1 2", "LineTo -3 4", "SetPixel 5 6 4294967295", "Rectangle 1 2 3 4",
-                   "Ellipse -2147483648 2147483647 3 4", "TextOut 7 8 'it's'", "FillSolidRect 1 2 3 4 99"}));
+            (Lines{"MoveTo 1 2", "LineTo -3 4", "SetPixel 5 6 4294967295", "Rectangle 1 2 3 4", "Ellipse -2147483648 2147483647 3 4",
+                   "GetDeviceCaps 90", "GetCurrentObject 1", "GetROP2", "SelectStockObject 5", "CreateSolidBrush 255",
+                   "CreateFontIndirect 12 0 900 910 400 'Arial'", "GetTextExtentPoint32A 'abc'", "SetTextAlign 26", "SetBkMode 1",
+                   "TextOut 7 8 'it's'", "FillSolidRect 1 2 3 4 99", "GetBkColor", "SetBkColor 17"}));
+  EXPECT_EQ(surface.Painted(), (Lines{"MoveTo 1 2", "LineTo -3 4", "SetPixel 5 6 4294967295", "Rectangle 1 2 3 4",
+                                      "Ellipse -2147483648 2147483647 3 4", "TextOut 7 8 'it's'", "FillSolidRect 1 2 3 4 99"}));
   EXPECT_EQ(surface.calls[1], (RecordingSurface::Call{"LineTo", {-3, 4}, ""}));
   EXPECT_EQ(surface.calls[14], (RecordingSurface::Call{"TextOut", {7, 8}, "it's"}));
 }

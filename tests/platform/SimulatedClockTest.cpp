@@ -247,8 +247,7 @@ TEST(SimulatedClock, CalendarRefusesSecondsOutsideItsRange) {
   clock.SetZone(std::numeric_limits<long>::max());
   CalendarTime calendar;
   calendar.year = 4711;
-  for (const long long seconds : {-1LL, 32535216000LL, std::numeric_limits<long long>::min(),
-                                  std::numeric_limits<long long>::max()}) {
+  for (const long long seconds : {-1LL, 32535216000LL, std::numeric_limits<long long>::min(), std::numeric_limits<long long>::max()}) {
     EXPECT_FALSE(clock.LocalTime(seconds, calendar));
     EXPECT_FALSE(clock.UtcTime(seconds, calendar));
   }

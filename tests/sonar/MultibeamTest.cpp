@@ -113,8 +113,8 @@ TEST_F(MultibeamSetting, TheSettingIsReadByTheTestForASonarsRejectedBeams) {
 
 // The rank of a bit, 0 first, and its colour, by its number.
 const std::map<int, std::pair<int, unsigned int>> kRejectColors = {
-    {16, {0, 0x00FF00}}, {31, {1, 0xB4B4FF}},  {8, {2, 0x00B4B4}},   {9, {3, 0x0000FF}},   {10, {4, 0x00FFFF}},
-    {11, {5, 0xFFFF00}}, {12, {6, 0xFF8080}},  {13, {7, 0xFF00FF}},  {14, {8, 0x0080FF}},  {20, {9, 0x408000}},
+    {16, {0, 0x00FF00}},  {31, {1, 0xB4B4FF}},  {8, {2, 0x00B4B4}},   {9, {3, 0x0000FF}},   {10, {4, 0x00FFFF}},
+    {11, {5, 0xFFFF00}},  {12, {6, 0xFF8080}},  {13, {7, 0xFF00FF}},  {14, {8, 0x0080FF}},  {20, {9, 0x408000}},
     {15, {10, 0x800080}}, {23, {11, 0x28008C}}, {22, {12, 0x007878}}, {21, {13, 0x640000}}, {24, {14, 0x1CB9FD}}};
 
 unsigned int ExpectedRejectColor(unsigned int word) {

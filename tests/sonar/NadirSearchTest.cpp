@@ -27,8 +27,9 @@ class RandomPings {
 
   // Any bits, the special numbers, the smallest and the largest.
   float Hostile() {
-    const float special[] = {0.0f, -0.0f, kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(), 1e-45f, -1e-45f,
-                             3e38f, -3e38f, 1e-20f, -1e-20f, 1e20f, -1e20f, -10.0f, 1.0f};
+    const float special[] = {0.0f,    -0.0f,   kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(),
+                             1e-45f,  -1e-45f, 3e38f,     -3e38f,     1e-20f,
+                             -1e-20f, 1e20f,   -1e20f,    -10.0f,     1.0f};
     if (Below(3) == 0) return std::bit_cast<float>(static_cast<std::uint32_t>(m_random()));
     return special[Below(15)];
   }

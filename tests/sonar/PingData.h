@@ -15,9 +15,15 @@
 // Arrays of a ping, and a view of them. The view shares them: it must not outlive this. Not copyable.
 struct PingData {
   explicit PingData(int beams, int samples = 0)
-      : x(Size(beams)), y(Size(beams)), z(Size(beams)), range(Size(beams), 1.0f), flags(Size(beams), 4),
-        words(13, std::vector<unsigned int>(Size(beams))), shorts(2, std::vector<unsigned short>(Size(beams))),
-        bytes(Size(beams)), sampleWords(4, std::vector<unsigned int>(Size(samples))) {
+      : x(Size(beams)),
+        y(Size(beams)),
+        z(Size(beams)),
+        range(Size(beams), 1.0f),
+        flags(Size(beams), 4),
+        words(13, std::vector<unsigned int>(Size(beams))),
+        shorts(2, std::vector<unsigned short>(Size(beams))),
+        bytes(Size(beams)),
+        sampleWords(4, std::vector<unsigned int>(Size(samples))) {
     view.numBeams = beams;
     view.numSamples = samples;
     view.beamX = x.data();
@@ -25,10 +31,9 @@ struct PingData {
     view.beamZ = z.data();
     view.beamFlags = flags.data();
     view.beamRange = range.data();
-    unsigned int** const wordPointers[] = {&view.beamWord0,  &view.beamWord1,  &view.beamWord2, &view.beamWord3,
-                                           &view.beamWord4,  &view.beamWord5,  &view.beamWord6, &view.beamWord7,
-                                           &view.beamWord8,  &view.beamWord9,  &view.beamWord10, &view.beamWord11,
-                                           &view.beamWord12};
+    unsigned int** const wordPointers[] = {&view.beamWord0,  &view.beamWord1,  &view.beamWord2, &view.beamWord3, &view.beamWord4,
+                                           &view.beamWord5,  &view.beamWord6,  &view.beamWord7, &view.beamWord8, &view.beamWord9,
+                                           &view.beamWord10, &view.beamWord11, &view.beamWord12};
     for (std::size_t i = 0; i < words.size(); ++i) *wordPointers[i] = words[i].data();
     unsigned int** const samplePointers[] = {&view.sampleWord0, &view.sampleWord1, &view.sampleWord2, &view.sampleWord3};
     for (std::size_t i = 0; i < sampleWords.size(); ++i) *samplePointers[i] = sampleWords[i].data();

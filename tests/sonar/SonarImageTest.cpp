@@ -10,8 +10,8 @@ namespace {
 
 TEST(SonarImage, IsZeroAtFirst) {
   const SonarImage image;
-  for (const unsigned int word : {image.word0, image.word1, image.word2, image.word3, image.word4, image.word5, image.word6,
-                                  image.word7, image.word8}) {
+  for (const unsigned int word :
+       {image.word0, image.word1, image.word2, image.word3, image.word4, image.word5, image.word6, image.word7, image.word8}) {
     EXPECT_EQ(word, 0u);
   }
   EXPECT_EQ(image.double0, 0.0);

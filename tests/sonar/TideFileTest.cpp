@@ -86,7 +86,10 @@ class TideFileTest : public testing::Test {
 // ---- The file ----
 
 TEST_F(TideFileTest, ReadsRecordsOfTimeAndValueLeastByteFirst) {
-  const std::string bytes("\0\0\0\0\0\0\xF0\x3F" "\0\0\0\0\0\0\x04\xC0", 16);  // 1.0 and -2.5
+  const std::string bytes(
+      "\0\0\0\0\0\0\xF0\x3F"
+      "\0\0\0\0\0\0\x04\xC0",
+      16);  // 1.0 and -2.5
   EXPECT_TRUE(m_tide.FileOpen(m_folder.Write("t", bytes), false));
   EXPECT_EQ(EntriesOf(m_tide), (Entries{{1.0, -2.5}}));
 }
@@ -324,8 +327,7 @@ TEST_F(TideFileTest, SavingKeepsPermissionsLinksAndTheNameOfTheFile) {
   EXPECT_TRUE(m_tide.FileSave());
   EXPECT_TRUE(fs::is_symlink(m_folder.File("link")));
   EXPECT_EQ(m_folder.Read("tide").size(), 64u);
-  EXPECT_EQ(fs::status(m_folder.File("tide")).permissions(),
-            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  EXPECT_EQ(fs::status(m_folder.File("tide")).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
   EXPECT_EQ(std::distance(fs::directory_iterator(m_folder.Path()), fs::directory_iterator()), 2);
 }
 
@@ -718,8 +720,8 @@ TEST_F(TideFileTest, NotANumberIsNoTime) {
   EXPECT_FALSE(m_tide.UpdateTideValue(kNaN, 1));
   EXPECT_EQ(CurrentOf(m_tide), kEnd);
   using Search = bool (TideFile::*)(double&, double&);
-  for (const Search search : {&TideFile::GetValueBefore, &TideFile::GetValueOnOrBefore, &TideFile::GetValueAfter,
-                              &TideFile::GetValueOnOrAfter}) {
+  for (const Search search :
+       {&TideFile::GetValueBefore, &TideFile::GetValueOnOrBefore, &TideFile::GetValueAfter, &TideFile::GetValueOnOrAfter}) {
     atTwenty();
     m_time = kNaN;
     EXPECT_FALSE((m_tide.*search)(m_time, m_value));

@@ -8,8 +8,7 @@ namespace {
 
 TEST(WaterColumnProjection, IsZeroAtFirst) {
   const WaterColumnProjection entry;
-  for (const unsigned int word :
-       {entry.word0, entry.word1, entry.word2, entry.word3, entry.word4, entry.word5, entry.word6}) {
+  for (const unsigned int word : {entry.word0, entry.word1, entry.word2, entry.word3, entry.word4, entry.word5, entry.word6}) {
     EXPECT_EQ(word, 0u);
   }
   EXPECT_EQ(entry.double0, 0.0);

@@ -44,7 +44,9 @@ Ends MakeLine() {
 
 // Waits until `descriptor` has something to read or its other end is closed.
 bool AwaitInput(int descriptor) {
-  struct pollfd request {descriptor, POLLIN, 0};
+  struct pollfd request {
+    descriptor, POLLIN, 0
+  };
   int result = 0;
   do {
     result = ::poll(&request, 1, kLimitMilliseconds);

@@ -8,7 +8,8 @@
 // Both the language's locale and, where the machine has one, the C library's are set to a decimal comma.
 class CommaLocale {
  public:
-  CommaLocale() : m_beforeInC(std::setlocale(LC_ALL, nullptr)), m_before(std::locale::global(std::locale(std::locale::classic(), new Comma))) {
+  CommaLocale()
+      : m_beforeInC(std::setlocale(LC_ALL, nullptr)), m_before(std::locale::global(std::locale(std::locale::classic(), new Comma))) {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "nl_NL.UTF-8"}) {
       if (std::setlocale(LC_ALL, name) != nullptr) return;
     }

@@ -6,7 +6,7 @@
 
 struct ProcessUse {
   int descriptors = 0;
-  int mappings = 0;          // rows of the system's table of this process's memory
+  int mappings = 0;           // rows of the system's table of this process's memory
   std::size_t allocated = 0;  // bytes asked for and not given back, the system's libraries' too
 };
 

@@ -16,8 +16,7 @@ struct Pipe {
   void CloseReading() { close(ends[0]); }
 };
 
-[[noreturn]] void Execute(const std::string& program, const std::vector<std::string>& arguments, const Pipe& out,
-                          const Pipe& err) {
+[[noreturn]] void Execute(const std::string& program, const std::vector<std::string>& arguments, const Pipe& out, const Pipe& err) {
   dup2(open("/dev/null", O_RDONLY), 0);
   dup2(out.ends[1], 1);
   dup2(err.ends[1], 2);

@@ -260,9 +260,8 @@ Scheduler::Scheduler(Chooser& chooser, Grain grain) : m_state(std::make_unique<S
 // Threads that stand still for ever keep what they look at.
 Scheduler::~Scheduler() {
   PlatformService<PlatformThreads>::Replace(m_state->former);
-  const bool left = std::any_of(m_state->threads.begin(), m_state->threads.end(), [](const auto& thread) {
-    return thread->carrier != nullptr && thread->status != Thread::Status::Ended;
-  });
+  const bool left = std::any_of(m_state->threads.begin(), m_state->threads.end(),
+                                [](const auto& thread) { return thread->carrier != nullptr && thread->status != Thread::Status::Ended; });
   if (left) static_cast<void>(m_state.release());
 }
 
@@ -422,6 +421,4 @@ std::size_t SeededSchedule::Choose(std::size_t count, std::size_t current) {
   return Random() % count;
 }
 
-std::size_t GivenSchedule::Choose(std::size_t, std::size_t) {
-  return m_next < m_choices.size() ? m_choices[m_next++] : 0;
-}
+std::size_t GivenSchedule::Choose(std::size_t, std::size_t) { return m_next < m_choices.size() ? m_choices[m_next++] : 0; }

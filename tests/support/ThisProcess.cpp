@@ -84,6 +84,4 @@ EnvironmentVariable::EnvironmentVariable(const char* name, const char* value) : 
   value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
 }
 
-EnvironmentVariable::~EnvironmentVariable() {
-  m_wasSet ? ::setenv(m_name.c_str(), m_former.c_str(), 1) : ::unsetenv(m_name.c_str());
-}
+EnvironmentVariable::~EnvironmentVariable() { m_wasSet ? ::setenv(m_name.c_str(), m_former.c_str(), 1) : ::unsetenv(m_name.c_str()); }

@@ -34,14 +34,41 @@ const char* const kKolkata = "IST-5:30";
 const char* const kLordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";  // saves half an hour
 
 // Every double that a careless caller may bring along.
-const double kAnyDoubles[] = {0.0, -0.0, 0.5, -0.5, 999.999, -999.999, 1e3, -1e3, 1e9, -1e9, 1e12, -1e12, 1.5e12, 3.3e13,
-                              -3.3e13, 1e15, -1e15, 9.3e18, -9.3e18, 1e22, -1e22, 1e300, -1e300, 5e-324, -5e-324,
-                              std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest(), kInfinity,
-                              -kInfinity, kNan};
+const double kAnyDoubles[] = {0.0,
+                              -0.0,
+                              0.5,
+                              -0.5,
+                              999.999,
+                              -999.999,
+                              1e3,
+                              -1e3,
+                              1e9,
+                              -1e9,
+                              1e12,
+                              -1e12,
+                              1.5e12,
+                              3.3e13,
+                              -3.3e13,
+                              1e15,
+                              -1e15,
+                              9.3e18,
+                              -9.3e18,
+                              1e22,
+                              -1e22,
+                              1e300,
+                              -1e300,
+                              5e-324,
+                              -5e-324,
+                              std::numeric_limits<double>::max(),
+                              std::numeric_limits<double>::lowest(),
+                              kInfinity,
+                              -kInfinity,
+                              kNan};
 
-const int kAnyInts[] = {INT_MIN, INT_MIN + 1, -1000000, -401, -400, -101, -100, -5, -4, -3, -2, -1, 0, 1, 2, 3, 4, 5, 11, 12,
-                        13, 28, 29, 30, 31, 32, 99, 100, 101, 365, 366, 367, 399, 400, 401, 1721119, 1721120, 2451605,
-                        1000000, INT_MAX - 1, INT_MAX};
+const int kAnyInts[] = {INT_MIN, INT_MIN + 1, -1000000, -401,    -400,    -101,    -100,        -5,     -4,  -3,  -2,
+                        -1,      0,           1,        2,       3,       4,       5,           11,     12,  13,  28,
+                        29,      30,          31,       32,      99,      100,     101,         365,    366, 367, 399,
+                        400,     401,         1721119,  1721120, 2451605, 1000000, INT_MAX - 1, INT_MAX};
 
 // Whole seconds of a UTC date and time by the standard library's calendar.
 CTime Seconds(int year, unsigned month, unsigned day, int hour = 0, int minute = 0, int second = 0) {
@@ -285,12 +312,12 @@ TEST_F(CExTimeTest, WinTimeIsTheDistanceFromTheBaseWithin32Bits) {
       {1.999, 1},
       {4294967295.0, 4294967295},
       {4294967295.9, 4294967295},
-      {4294967296.0, 0},            // not above the cycle: the cut to 32 bits does it
+      {4294967296.0, 0},  // not above the cycle: the cut to 32 bits does it
       {4294967297.0, 1},
       {2 * kCycle, 0},
-      {2 * kCycle + 5.0, 5},        // taken off once, then cut
+      {2 * kCycle + 5.0, 5},  // taken off once, then cut
       {-1.0, 4294967295},
-      {-0.5, 4294967295},           // 4294967295.5
+      {-0.5, 4294967295},  // 4294967295.5
       {-kCycle, 0},
       {-kCycle - 1.0, 4294967295},  // still below 0: -1, of which the low half
       {-kCycle - 1.9, 4294967295},
@@ -415,8 +442,8 @@ TEST_F(CExTimeTest, TimezoneIsPositiveWestOfGreenwichInMilliseconds) {
     bool daylight;
     long expected;
   };
-  const Row rows[] = {{"UTC0", false, 0},           {kAmsterdam, false, -3600000}, {kAmsterdam, true, -7200000},
-                      {kStJohns, false, 12600000},  {kStJohns, true, 9000000},     {kKolkata, false, -19800000}};
+  const Row rows[] = {{"UTC0", false, 0},          {kAmsterdam, false, -3600000}, {kAmsterdam, true, -7200000},
+                      {kStJohns, false, 12600000}, {kStJohns, true, 9000000},     {kKolkata, false, -19800000}};
   for (const Row& row : rows) {
     const ScopedTimeZone local(row.zone);
     clock.wall.daylight = row.daylight;
@@ -472,14 +499,21 @@ TEST_F(CExTimeTest, StampIsReadAsTheScanFormatDoes) {
     double counter;
   };
   const Row rows[] = {
-      {"<0x0000000000000100>", 256.0}, {"<0x100>", 256.0},
-      {"<0xff>", 255.0},               {"<0xFf", 255.0},
-      {"<0x1G>", 1.0},                 {"<0x 1F>", 31.0},
-      {"<0x\t\n1F>", 31.0},            {"<0x0x1F>", 31.0},
-      {"<0x0X1F>", 31.0},              {"<0x+1F>", 31.0},
-      {"<0x-1>", -1.0},                {"<0x0x>", 0.0},
+      {"<0x0000000000000100>", 256.0},
+      {"<0x100>", 256.0},
+      {"<0xff>", 255.0},
+      {"<0xFf", 255.0},
+      {"<0x1G>", 1.0},
+      {"<0x 1F>", 31.0},
+      {"<0x\t\n1F>", 31.0},
+      {"<0x0x1F>", 31.0},
+      {"<0x0X1F>", 31.0},
+      {"<0x+1F>", 31.0},
+      {"<0x-1>", -1.0},
+      {"<0x0x>", 0.0},
       {"<0x00000000000000011>", 1.0},  // sixteen characters count, sign and "0x" among them
-      {"<0x+00000000000000011>", 0.0}, {"<0x0x00000000000012F>", 18.0},
+      {"<0x+00000000000000011>", 0.0},
+      {"<0x0x00000000000012F>", 18.0},
       {"<0x  0000000000000100>", 256.0},  // the blanks do not count
       {"<0xFFFFFFFFFFFFFFFF>", -1.0},
   };
@@ -490,8 +524,8 @@ TEST_F(CExTimeTest, StampIsReadAsTheScanFormatDoes) {
 }
 
 TEST_F(CExTimeTest, UnreadableStampGivesZeroAndDoesNotTouchTheClock) {
-  for (const char* const stamp : {"", "<", "<0", "<0x", "0x1", " <0x1>", "<0X1>", "<0xG>", "<0x>", "<0x-", "<0x ", "< 0x1>",
-                                  "<1>", "x", "<0x\xFF"}) {
+  for (const char* const stamp :
+       {"", "<", "<0", "<0x", "0x1", " <0x1>", "<0X1>", "<0xG>", "<0x>", "<0x-", "<0x ", "< 0x1>", "<1>", "x", "<0x\xFF"}) {
     EXPECT_EQ(time.TimeStampStringToTime(stamp), 0.0) << stamp;
   }
   EXPECT_EQ(time.TimeStampStringToTime(std::string("<0x\0001", 5)), 0.0);
@@ -629,8 +663,7 @@ TEST_F(CExTimeTest, WholeSecondsTruncateTowardsZero) {
     double time;
     CTime expected;
   };
-  const Row rows[] = {{0.0, 0},     {999.9, 0},     {1000.0, 1}, {1999.999, 1}, {-999.9, 0}, {-1000.0, -1}, {-1999.9, -1},
-                      {1e15, 1000000000000}};
+  const Row rows[] = {{0.0, 0}, {999.9, 0}, {1000.0, 1}, {1999.999, 1}, {-999.9, 0}, {-1000.0, -1}, {-1999.9, -1}, {1e15, 1000000000000}};
   for (const Row& row : rows) {
     EXPECT_EQ(time.MsecToCTime(row.time), row.expected) << row.time;
     EXPECT_EQ(time.ConvertToCTime(row.time), row.expected) << row.time;
@@ -808,17 +841,17 @@ TEST_F(CExTimeTest, LocalTimeOfDayFollowsTheZoneAndItsRules) {
       {"UTC0", Milliseconds(2026, 1, 1, 12, 34, 56) + 999.0, 123456},
       {kAmsterdam, Milliseconds(2026, 1, 1, 12, 34, 56), 133456},
       {kAmsterdam, Milliseconds(2026, 7, 1, 12, 34, 56), 143456},
-      {kAmsterdam, Milliseconds(2026, 3, 29, 0, 59, 59), 15959},   // the second before the change
-      {kAmsterdam, Milliseconds(2026, 3, 29, 1, 0, 0), 30000},     // the change
-      {kAmsterdam, Milliseconds(2026, 10, 25, 0, 30, 0), 23000},   // half past two,
-      {kAmsterdam, Milliseconds(2026, 10, 25, 1, 30, 0), 23000},   // and again
+      {kAmsterdam, Milliseconds(2026, 3, 29, 0, 59, 59), 15959},  // the second before the change
+      {kAmsterdam, Milliseconds(2026, 3, 29, 1, 0, 0), 30000},    // the change
+      {kAmsterdam, Milliseconds(2026, 10, 25, 0, 30, 0), 23000},  // half past two,
+      {kAmsterdam, Milliseconds(2026, 10, 25, 1, 30, 0), 23000},  // and again
       {kStJohns, Milliseconds(2026, 1, 1, 0, 0, 0), 203000},
       {kStJohns, Milliseconds(2026, 7, 1, 0, 0, 0), 213000},
       {kKolkata, Milliseconds(2026, 7, 1, 20, 0, 1), 13001},
       {kLordHowe, Milliseconds(2026, 1, 1, 0, 0, 0), 110000},
       {kLordHowe, Milliseconds(2026, 7, 1, 0, 0, 0), 103000},
       {"UTC0", 0.0, 0},
-      {"UTC0", -999.0, 0},                                         // truncates to second 0
+      {"UTC0", -999.0, 0},  // truncates to second 0
       {"UTC0", kFirstSecondOf3001 * 1000.0 - 1.0, 235959},
   };
   for (const Row& row : rows) {

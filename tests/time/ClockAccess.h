@@ -18,10 +18,10 @@ struct Reveal {
   friend auto Find(Tag) { return Member; }
 };
 
-#define ZELBASE_REVEAL(Tag, Member)  \
-  struct Tag {                       \
-    friend auto Find(Tag);           \
-  };                                 \
+#define ZELBASE_REVEAL(Tag, Member) \
+  struct Tag {                      \
+    friend auto Find(Tag);          \
+  };                                \
   template struct Reveal<Tag, Member>
 
 ZELBASE_REVEAL(Version, &CExTime::m_version);
@@ -103,9 +103,7 @@ class HandClock : public PlatformClock {
   long TimezoneSeconds() override { return System().TimezoneSeconds(); }
   bool LocalTime(long long seconds, CalendarTime& calendar) override { return System().LocalTime(seconds, calendar); }
   bool UtcTime(long long seconds, CalendarTime& calendar) override { return System().UtcTime(seconds, calendar); }
-  bool FromLocalTime(const CalendarTime& calendar, long long& seconds) override {
-    return System().FromLocalTime(calendar, seconds);
-  }
+  bool FromLocalTime(const CalendarTime& calendar, long long& seconds) override { return System().FromLocalTime(calendar, seconds); }
   void Sleep(unsigned int milliseconds) override { slept += milliseconds; }
   bool Wait(PlatformEvent&, unsigned int milliseconds) override {
     slept += milliseconds;

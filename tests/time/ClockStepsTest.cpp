@@ -100,9 +100,9 @@ constexpr const char* kMovedNames[] = {"wall clock", "counter", "both clocks"};
 // What happens in one run: a jump at a pass, and its opposite some passes later.
 struct Plan {
   Moved moved = Moved::Wall;
-  long long jump = 0;  // milliseconds
-  int at = 1;          // the pass whose comparison is the first after the jump
-  int backAfter = 0;   // passes; 0: never
+  long long jump = 0;         // milliseconds
+  int at = 1;                 // the pass whose comparison is the first after the jump
+  int backAfter = 0;          // passes; 0: never
   bool inCorrection = false;  // a small step of the wall clock comes five passes earlier
   long long drift = 0;
   bool isMaster = true;
@@ -112,8 +112,8 @@ struct Plan {
   std::string Text() const {
     std::ostringstream text;
     text << kMovedNames[static_cast<int>(moved)] << " by " << jump << " ms at pass " << at << ", back after " << backAfter
-         << (inCorrection ? ", in a correction" : "") << ", drift " << drift << ", " << (isMaster ? "master" : "slave")
-         << ", counter from " << counterStart << ", pace " << paceNanoseconds << " ns";
+         << (inCorrection ? ", in a correction" : "") << ", drift " << drift << ", " << (isMaster ? "master" : "slave") << ", counter from "
+         << counterStart << ", pace " << paceNanoseconds << " ns";
     return text.str();
   }
 };

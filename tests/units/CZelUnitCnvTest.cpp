@@ -29,13 +29,36 @@ struct Row {
   double power;
   bool tied;
 };
-constexpr Row kRows[24] = {
-    {"", 1, true},          {"m", 1, true},         {"m/s", 1, true},          {"m", 1, true},
-    {"m", 1, true},         {"m\xB3", 3, true},     {"T/m\xB3", 3, true},      {"m/s", 1, true},
-    {"Ton/s", 1, false},    {"m", 1, true},         {"Bar", 1, false},         {"KW", 1, false},
-    {"T/min", 1, false},    {"Ton", 1, false},      {"\xB0" "BU+", 1, false},  {"\xB0" "PU+", 1, false},
-    {"", 1, true},          {"", 1, true},          {"m\xB3/s", 3, true},      {"\xB0", 1, false},
-    {"m\xB2", 2, true},     {"\xB0" "C", 1, false}, {"mm", 1, true},           {"kgf", 1, false}};
+constexpr Row kRows[24] = {{"", 1, true},
+                           {"m", 1, true},
+                           {"m/s", 1, true},
+                           {"m", 1, true},
+                           {"m", 1, true},
+                           {"m\xB3", 3, true},
+                           {"T/m\xB3", 3, true},
+                           {"m/s", 1, true},
+                           {"Ton/s", 1, false},
+                           {"m", 1, true},
+                           {"Bar", 1, false},
+                           {"KW", 1, false},
+                           {"T/min", 1, false},
+                           {"Ton", 1, false},
+                           {"\xB0"
+                            "BU+",
+                            1, false},
+                           {"\xB0"
+                            "PU+",
+                            1, false},
+                           {"", 1, true},
+                           {"", 1, true},
+                           {"m\xB3/s", 3, true},
+                           {"\xB0", 1, false},
+                           {"m\xB2", 2, true},
+                           {"\xB0"
+                            "C",
+                            1, false},
+                           {"mm", 1, true},
+                           {"kgf", 1, false}};
 
 bool SetPlain(CZelUnitCnv& units, int kind, double factor, double offset = 0.0) {
   return units.SetUnit(kind, factor, offset, "mnemonic", "key", "display name");
@@ -463,8 +486,7 @@ void ExpectSameAnswers(const CZelUnitCnv& units, const SecondTable& second, doub
 TEST(CZelUnitCnv, RandomChoicesGiveTheSameBitsAsTheFormulas) {
   SCOPED_TRACE("seed 131");
   std::mt19937_64 random(131);
-  const double specials[] = {0.0,    -0.0,   1.0,   -1.0,     0.3048,    0.9144,     273.15,
-                             1e-300, 1e300, 4.9e-324, kInfinity, -kInfinity, kNaN};
+  const double specials[] = {0.0, -0.0, 1.0, -1.0, 0.3048, 0.9144, 273.15, 1e-300, 1e300, 4.9e-324, kInfinity, -kInfinity, kNaN};
   std::uniform_real_distribution<double> ordinary(-2000.0, 2000.0);
   const auto number = [&] {
     const auto choice = random() % 8;
@@ -528,13 +550,13 @@ TEST(CZelUnitCnv, AreaHasNoFormatCode) {
 
 TEST(CZelUnitCnv, FormatCodesHaveNames) {
   const std::pair<int, int> codes[] = {
-      {CZelUnitCnv::FormatDistance, 2},       {CZelUnitCnv::FormatSpeed, 3},        {CZelUnitCnv::FormatDepth, 4},
-      {CZelUnitCnv::FormatSystem, 5},         {CZelUnitCnv::FormatVolume, 6},       {CZelUnitCnv::FormatDensity, 7},
-      {CZelUnitCnv::FormatVelocity, 8},       {CZelUnitCnv::FormatProduction, 9},   {CZelUnitCnv::FormatDelivery, 12},
-      {CZelUnitCnv::FormatHeight, 35},        {CZelUnitCnv::FormatPressure, 36},    {CZelUnitCnv::FormatPower, 37},
-      {CZelUnitCnv::FormatRevolutions, 38},   {CZelUnitCnv::FormatWeight, 39},      {CZelUnitCnv::FormatPitch, 40},
-      {CZelUnitCnv::FormatRoll, 41},          {CZelUnitCnv::FormatAcceleration, 42}, {CZelUnitCnv::FormatAngularRate, 43},
-      {CZelUnitCnv::FormatAngular, 47},       {CZelUnitCnv::FormatTemperature, 48}, {CZelUnitCnv::FormatPaper, 49},
+      {CZelUnitCnv::FormatDistance, 2},     {CZelUnitCnv::FormatSpeed, 3},         {CZelUnitCnv::FormatDepth, 4},
+      {CZelUnitCnv::FormatSystem, 5},       {CZelUnitCnv::FormatVolume, 6},        {CZelUnitCnv::FormatDensity, 7},
+      {CZelUnitCnv::FormatVelocity, 8},     {CZelUnitCnv::FormatProduction, 9},    {CZelUnitCnv::FormatDelivery, 12},
+      {CZelUnitCnv::FormatHeight, 35},      {CZelUnitCnv::FormatPressure, 36},     {CZelUnitCnv::FormatPower, 37},
+      {CZelUnitCnv::FormatRevolutions, 38}, {CZelUnitCnv::FormatWeight, 39},       {CZelUnitCnv::FormatPitch, 40},
+      {CZelUnitCnv::FormatRoll, 41},        {CZelUnitCnv::FormatAcceleration, 42}, {CZelUnitCnv::FormatAngularRate, 43},
+      {CZelUnitCnv::FormatAngular, 47},     {CZelUnitCnv::FormatTemperature, 48},  {CZelUnitCnv::FormatPaper, 49},
       {CZelUnitCnv::FormatForce, 50}};
   for (const auto& [name, code] : codes) EXPECT_EQ(name, code);
 }

@@ -19,8 +19,8 @@ struct CatalogueAnswer {
   // Numbers to the last bit.
   bool operator==(const CatalogueAnswer& other) const {
     const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
-    return key == other.key && name == other.name && bits(factor) == bits(other.factor) &&
-           bits(offset) == bits(other.offset) && mnemonic == other.mnemonic && result == other.result;
+    return key == other.key && name == other.name && bits(factor) == bits(other.factor) && bits(offset) == bits(other.offset) &&
+           mnemonic == other.mnemonic && result == other.result;
   }
 };
 

@@ -84,8 +84,7 @@ TEST(HelpProvider, KeyWithoutATopicOpensTheFirstPage) {
     ExpectInChild([key] {
       const Suite suite;
       EXPECT_TRUE(HelpProvider::GetInstance().ShowHelpfile(key));
-      EXPECT_EQ(suite.help.requests, (std::vector<RecordingHelp::Request>{{suite.HelpFile("ZELCORE.chm"), std::nullopt}}))
-          << key;
+      EXPECT_EQ(suite.help.requests, (std::vector<RecordingHelp::Request>{{suite.HelpFile("ZELCORE.chm"), std::nullopt}})) << key;
     });
   }
 }
@@ -140,8 +139,8 @@ TEST(HelpProvider, WhateverFailsWhileItIsMadeIsSilent) {
 TEST(HelpProvider, TablesOfAnyContentAreRead) {
   std::string everyByte;
   for (int byte = 0; byte < 256; ++byte) everyByte += static_cast<char>(byte);
-  for (const std::string& content : {std::string(), everyByte, std::string(1 << 20, '['), "[ZELCOREHelp]\n" + everyByte,
-                                     "[ZELCOREHelp\n" + std::string(1 << 20, '=')}) {
+  for (const std::string& content :
+       {std::string(), everyByte, std::string(1 << 20, '['), "[ZELCOREHelp]\n" + everyByte, "[ZELCOREHelp\n" + std::string(1 << 20, '=')}) {
     ExpectInChild([&content] {
       const Suite suite(content);
       EXPECT_TRUE(HelpProvider::GetInstance().ShowHelpfile("CDepthView"));
@@ -226,8 +225,8 @@ TEST(HelpProvider, SetHelpFilenameChangesTheTargetOfTheNextCallAndOpensNothing) 
     provider.ShowHelpfile("CDepthView");
     provider.SetHelpFilename("");
     provider.ShowHelpfile("unknown");
-    EXPECT_EQ(suite.help.requests, (std::vector<RecordingHelp::Request>{{suite.HelpFile("Dredging.chm"), "depth.htm"},
-                                                                       {suite.HelpFile(""), std::nullopt}}));
+    EXPECT_EQ(suite.help.requests,
+              (std::vector<RecordingHelp::Request>{{suite.HelpFile("Dredging.chm"), "depth.htm"}, {suite.HelpFile(""), std::nullopt}}));
   });
 }
 

@@ -291,8 +291,8 @@ TEST(Translator, AsksForTheModuleThatHoldsIt) {
     const PlatformOverride<PlatformFiles> guard(files);
     EXPECT_TRUE(Translator::Instance().IsLanguageForeign());
     ASSERT_EQ(files.paths.size(), 3u);
-    const std::string module = PlatformModules::System().ModulePath(
-        reinterpret_cast<const void*>(static_cast<Translator& (*)()>(&Translator::Instance)));
+    const std::string module =
+        PlatformModules::System().ModulePath(reinterpret_cast<const void*>(static_cast<Translator& (*)()>(&Translator::Instance)));
     EXPECT_EQ(files.paths[1], module.substr(0, module.rfind('\\')) + "\\.\\localizations\\0413\\Translator.ini");
   });
 }
@@ -351,8 +351,8 @@ TEST(Translator, OnlyFalseInLowerCaseIsFalse) {
   const struct {
     const char* line;
     bool expected;
-  } rows[] = {{"= false", false}, {"=false", false}, {"= False", true}, {"= FALSE", true}, {"= 0", true},   {"= no", true},
-              {"=", true},        {"= true", true},  {"= falsey", true}, {"= fals", true}, {" 2 = false", true}};
+  } rows[] = {{"= false", false}, {"=false", false}, {"= False", true},  {"= FALSE", true}, {"= 0", true},       {"= no", true},
+              {"=", true},        {"= true", true},  {"= falsey", true}, {"= fals", true},  {" 2 = false", true}};
   for (const auto& row : rows) {
     ExpectInChild([&row] {
       const LanguageFolder computer(std::string(kDutch) + "UseDeveloperAsserts " + row.line + "\n");
@@ -403,8 +403,8 @@ TEST(Translator, LookUpsMakeTheirKeys) {
       EXPECT_EQ(logger.texts[0], Missing(section, key));
       logger.texts.clear();
     };
-    expect(t.GetDefaultActionsString(DEFAULT_ACTIONS_CONTROL_CENTER, "Start", DEFAULT_ACTIONS_TOOLTIP),
-           "DefaultActions[xxx].ini", "Control Center.Start.ToolTip");
+    expect(t.GetDefaultActionsString(DEFAULT_ACTIONS_CONTROL_CENTER, "Start", DEFAULT_ACTIONS_TOOLTIP), "DefaultActions[xxx].ini",
+           "Control Center.Start.ToolTip");
     expect(t.GetDisplayManagerString("Depth"), "DisplayManager.ini", "Depth");
     expect(t.GetDisplayManagerString("Depth", "View"), "DisplayManager.ini", "Depth.View");
     expect(t.GetAttribDefV2String("Width"), "AttribDefV2.ini", "Width");
@@ -507,10 +507,9 @@ TEST(Translator, TellsSectionKeyAndEmptyValueApart) {
     EXPECT_EQ(t.GetDataDefString("Depth", "Name"), "");
     EXPECT_EQ(t.GetUnitsString("Length", "Foot"), "");
     EXPECT_EQ(t.GetUnitsString("Length", "Metre"), "");
-    EXPECT_EQ(logger.texts, (std::vector<std::string>{
-                                "Section (DataDef.ini) could not be found!",
-                                "Translation for key (Length.Foot) in section (Units.uni) could not be found!",
-                                "Translation for key (Length.Metre) in section (Units.uni) is empty!"}));
+    EXPECT_EQ(logger.texts, (std::vector<std::string>{"Section (DataDef.ini) could not be found!",
+                                                      "Translation for key (Length.Foot) in section (Units.uni) could not be found!",
+                                                      "Translation for key (Length.Metre) in section (Units.uni) is empty!"}));
     EXPECT_EQ(t.GetTranslatorIni().GetNumSections(), 1);  // a look-up makes no section
     EXPECT_EQ(ErrorsReported(), 0);
   });
@@ -576,10 +575,10 @@ TEST(Translator, LookUpsSeeWhatIsChangedInTheFileObject) {
 TEST(Translator, NamesTenSectionsOfFilesInOrder) {
   ExpectInChild([] {
     const LanguageFolder computer;
-    EXPECT_EQ(Translator::Instance().GetIniFilesNames(),
-              (std::vector<std::string>{"DisplayManager.ini", "DefaultActions[xxx].ini", "AttribDefV2.ini",
-                                        "PlotFriendlyNames.ini", "FileTypes.ini", "ErrorMessages.ini", "Events.ini",
-                                        "Transformations.ini", "Units.uni", "DataDef.ini"}));
+    EXPECT_EQ(
+        Translator::Instance().GetIniFilesNames(),
+        (std::vector<std::string>{"DisplayManager.ini", "DefaultActions[xxx].ini", "AttribDefV2.ini", "PlotFriendlyNames.ini",
+                                  "FileTypes.ini", "ErrorMessages.ini", "Events.ini", "Transformations.ini", "Units.uni", "DataDef.ini"}));
   });
 }
 

@@ -31,8 +31,7 @@ using Unit = CatalogueAnswer;
 
 const Unit kUntouched;
 
-Unit Of(const std::string& key, double factor, const std::string& mnemonic, const std::string& name, double offset,
-        bool result = true) {
+Unit Of(const std::string& key, double factor, const std::string& mnemonic, const std::string& name, double offset, bool result = true) {
   return {key, name, factor, offset, mnemonic, result};
 }
 
@@ -66,11 +65,10 @@ constexpr const char* kText =
 
 TEST(UnitDefinition, GroupNamesFollowTheFormatCodes) {
   const std::map<int, std::string> names = {
-      {2, "Distance Units"},      {3, "Speed Units"},         {4, "Depth Units"},         {5, "System Units"},
-      {6, "Volume Units"},        {7, "Density Units"},       {8, "Velocity Units"},      {9, "Production Units"},
-      {12, "Delivery Units"},     {35, "Height Units"},       {36, "Pressure Units"},     {37, "Power Units"},
-      {38, "Revolutions Units"},  {39, "Weight Units"},       {40, "Pitch Units"},        {41, "Roll Units"},
-      {42, "Acceleration Units"}, {43, "Angular Rate Units"}, {48, "Temperature Units"},  {49, "Paper Units"},
+      {2, "Distance Units"},  {3, "Speed Units"},         {4, "Depth Units"},         {5, "System Units"},       {6, "Volume Units"},
+      {7, "Density Units"},   {8, "Velocity Units"},      {9, "Production Units"},    {12, "Delivery Units"},    {35, "Height Units"},
+      {36, "Pressure Units"}, {37, "Power Units"},        {38, "Revolutions Units"},  {39, "Weight Units"},      {40, "Pitch Units"},
+      {41, "Roll Units"},     {42, "Acceleration Units"}, {43, "Angular Rate Units"}, {48, "Temperature Units"}, {49, "Paper Units"},
       {50, "Force Units"}};
   const UnitDefinition catalogue;
   for (int code = -5; code <= 200; ++code) {
@@ -154,9 +152,7 @@ TEST(UnitDefinition, WithoutDisplayNameTheKeyIsTaken) { EXPECT_EQ(Read("0.3048, 
 
 TEST(UnitDefinition, WithoutOffsetItIsZero) { EXPECT_EQ(Read("2, x, y"), Of("U", 2.0, "x", "y", 0.0)); }
 
-TEST(UnitDefinition, WithoutMnemonicItIsFalseAndTheRestIsFilled) {
-  EXPECT_EQ(Read("0.3048"), Of("U", 0.3048, "?", "U", 0.0, false));
-}
+TEST(UnitDefinition, WithoutMnemonicItIsFalseAndTheRestIsFilled) { EXPECT_EQ(Read("0.3048"), Of("U", 0.3048, "?", "U", 0.0, false)); }
 
 TEST(UnitDefinition, AnEmptyMnemonicIsOne) { EXPECT_EQ(Read("1,"), Of("U", 1.0, "", "U", 0.0)); }
 
@@ -191,7 +187,15 @@ TEST(UnitDefinition, AnEmptyValueIsAUnitWithoutAnything) {
 }
 
 TEST(UnitDefinition, TextsAreBytes) {
-  EXPECT_EQ(Read("0.1, \xB0" "C/m\xB3, Gr\xF6\xDF" "e"), Of("U", 0.1, "\xB0" "C/m\xB3", "Gr\xF6\xDF" "e", 0.0));
+  EXPECT_EQ(Read("0.1, \xB0"
+                 "C/m\xB3, Gr\xF6\xDF"
+                 "e"),
+            Of("U", 0.1,
+               "\xB0"
+               "C/m\xB3",
+               "Gr\xF6\xDF"
+               "e",
+               0.0));
   EXPECT_EQ(Read(std::string("1, a\0b", 6)), Of("U", 1.0, std::string("a\0b", 3), "U", 0.0));
   EXPECT_EQ(Read("1, %s%n, %d"), Of("U", 1.0, "%s%n", "%d", 0.0));
 }

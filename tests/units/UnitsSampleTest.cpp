@@ -185,8 +185,7 @@ class UnitsSample : public testing::Test {
   std::map<std::string, Unit> Group(int code) {
     std::map<std::string, Unit> units;
     Unit unit;
-    for (bool more = m_catalogue.GetFirstGroupItem(code, unit.key, unit.name, unit.factor, unit.offset, unit.mnemonic);
-         more;
+    for (bool more = m_catalogue.GetFirstGroupItem(code, unit.key, unit.name, unit.factor, unit.offset, unit.mnemonic); more;
          more = m_catalogue.GetNextGroupItem(unit.key, unit.name, unit.factor, unit.offset, unit.mnemonic)) {
       units[unit.key] = unit;
       unit = Unit();
@@ -206,9 +205,7 @@ class UnitsSample : public testing::Test {
   UnitDefinition m_catalogue;
 };
 
-void ExpectRelative(double value, double expected, double tolerance) {
-  EXPECT_NEAR(value, expected, std::abs(expected) * tolerance);
-}
+void ExpectRelative(double value, double expected, double tolerance) { EXPECT_NEAR(value, expected, std::abs(expected) * tolerance); }
 
 // The handbooks' values above have ten digits.
 TEST_F(UnitsSample, EveryUnitConvertsAsTheHandbooksSay) {
@@ -297,8 +294,12 @@ TEST_F(UnitsSample, NothingIsLostInReading) {
 TEST_F(UnitsSample, MnemonicsAreWindows1252) {
   EXPECT_EQ(Group(U::FormatVolume)["CubicMetre"].mnemonic, "m\xB3");
   EXPECT_EQ(Group(U::FormatAcceleration)["MetrePerSecondSquared"].mnemonic, "m/s\xB2");
-  EXPECT_EQ(Group(U::FormatTemperature)["Celsius"].mnemonic, "\xB0" "C");
-  EXPECT_EQ(Group(U::FormatPitch)["DegreeBowUp"].mnemonic, "\xB0" "BU+");
+  EXPECT_EQ(Group(U::FormatTemperature)["Celsius"].mnemonic,
+            "\xB0"
+            "C");
+  EXPECT_EQ(Group(U::FormatPitch)["DegreeBowUp"].mnemonic,
+            "\xB0"
+            "BU+");
 }
 
 }  // namespace

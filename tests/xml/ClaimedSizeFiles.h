@@ -25,12 +25,8 @@ class ClaimedSizeFiles : public PlatformFiles {
    public:
     File(std::unique_ptr<PlatformFile> file, long long claimed) : m_file(std::move(file)), m_claimed(claimed) {}
     FileResult Read(void* buffer, std::size_t count, std::size_t& done) override { return m_file->Read(buffer, count, done); }
-    FileResult Write(const void* buffer, std::size_t count, std::size_t& done) override {
-      return m_file->Write(buffer, count, done);
-    }
-    FileResult Seek(long long offset, int origin, long long& position) override {
-      return m_file->Seek(offset, origin, position);
-    }
+    FileResult Write(const void* buffer, std::size_t count, std::size_t& done) override { return m_file->Write(buffer, count, done); }
+    FileResult Seek(long long offset, int origin, long long& position) override { return m_file->Seek(offset, origin, position); }
     FileResult Flush() override { return m_file->Flush(); }
     FileResult GetSize(long long& claimed) override {
       claimed = m_claimed;

@@ -184,9 +184,7 @@ class LiteralXmlReader {
 class LiteralXmlWriter {
  public:
   // What is written for a root with a name.
-  static std::string Write(const LiteralXml& root) {
-    return "<?xml version=\"1.0\"?>" + Element(root, 1) + "\r\n";
-  }
+  static std::string Write(const LiteralXml& root) { return "<?xml version=\"1.0\"?>" + Element(root, 1) + "\r\n"; }
 
  private:
   static std::string References(const std::string& text) {

@@ -41,19 +41,60 @@ class RandomXmlText {
 
  private:
   std::string Piece() {
-    static constexpr std::string_view kPieces[] = {
-        "<", ">", "/", "=", "\"", "'", "&", ";", " ", "\n", "\t", "<a>", "</a>", "<a/>", "<b>", "</b>", "<a b=\"1\">",
-        " c=\"2\"", "d=\"3\"", " e = \"&lt;\"", "=\"\"", "&amp;", "&lt;", "&AMP;", "&#65;", "x", " y ", "<!--", "-->", "--", "!",
-        "<!-->", "<!--->", "<!---->", "<?x?>", "</a x=\"1\">", "</a/>", "<a b=\"1\"/ >", "<>", "< a>", "\f", "\v", "\xA0",
-        std::string_view("\0", 1), "<a b='1' c=\"2\">", "<a b=\">\">", "<a/b c=\"1\"/>"};
+    static constexpr std::string_view kPieces[] = {"<",
+                                                   ">",
+                                                   "/",
+                                                   "=",
+                                                   "\"",
+                                                   "'",
+                                                   "&",
+                                                   ";",
+                                                   " ",
+                                                   "\n",
+                                                   "\t",
+                                                   "<a>",
+                                                   "</a>",
+                                                   "<a/>",
+                                                   "<b>",
+                                                   "</b>",
+                                                   "<a b=\"1\">",
+                                                   " c=\"2\"",
+                                                   "d=\"3\"",
+                                                   " e = \"&lt;\"",
+                                                   "=\"\"",
+                                                   "&amp;",
+                                                   "&lt;",
+                                                   "&AMP;",
+                                                   "&#65;",
+                                                   "x",
+                                                   " y ",
+                                                   "<!--",
+                                                   "-->",
+                                                   "--",
+                                                   "!",
+                                                   "<!-->",
+                                                   "<!--->",
+                                                   "<!---->",
+                                                   "<?x?>",
+                                                   "</a x=\"1\">",
+                                                   "</a/>",
+                                                   "<a b=\"1\"/ >",
+                                                   "<>",
+                                                   "< a>",
+                                                   "\f",
+                                                   "\v",
+                                                   "\xA0",
+                                                   std::string_view("\0", 1),
+                                                   "<a b='1' c=\"2\">",
+                                                   "<a b=\">\">",
+                                                   "<a/b c=\"1\"/>"};
     return std::string(kPieces[Below(std::size(kPieces))]);
   }
 
   std::string Name() { return std::string(1 + Below(2) * Below(20), static_cast<char>('a' + Below(3))); }
 
   std::string Text() {
-    static constexpr std::string_view kTexts[] = {"x",        " ", "\n", "&amp;", "&quot;", "\xB0",
-                                                    "&lt;&gt;", "a longer text without end"};
+    static constexpr std::string_view kTexts[] = {"x", " ", "\n", "&amp;", "&quot;", "\xB0", "&lt;&gt;", "a longer text without end"};
     std::string text;
     for (std::size_t pieces = Below(4); pieces > 0; --pieces) text += kTexts[Below(std::size(kTexts))];
     return text;

@@ -245,9 +245,7 @@ TEST(XmlReader, TheNameOfAReferenceIsInLowerCase) { EXPECT_EQ(Sketch(Read("<a>&A
 
 // ---- Tags read as runs between < and > ----
 
-TEST(XmlReader, ACommentIsSkippedWhole) {
-  EXPECT_EQ(Sketch(Read("<!-- a > b --><a><!-- <b> --><c/></a>")), "a(c)");
-}
+TEST(XmlReader, ACommentIsSkippedWhole) { EXPECT_EQ(Sketch(Read("<!-- a > b --><a><!-- <b> --><c/></a>")), "a(c)"); }
 
 TEST(XmlReader, ACommentIsClosedOnlyWhenItIsLongEnough) {
   EXPECT_EQ(Sketch(Read("<a><!--><b/></a>")), "a");
@@ -262,9 +260,7 @@ TEST(XmlReader, AMarkThatIsNoCommentEndsAtTheFirstSign) {
   EXPECT_EQ(Sketch(Read("<a><![CDATA[x<b/>]]></a>")), "a\"]]>\"");
 }
 
-TEST(XmlReader, TextBehindACommentBecomesANamelessChild) {
-  EXPECT_EQ(Sketch(Read("<a>one<!---->two</a>")), "a\"one\"(\"two\")");
-}
+TEST(XmlReader, TextBehindACommentBecomesANamelessChild) { EXPECT_EQ(Sketch(Read("<a>one<!---->two</a>")), "a\"one\"(\"two\")"); }
 
 TEST(XmlReader, ASignInAValueEndsTheTag) {
   EXPECT_TRUE(IsRefused("<a b=\">\"/>"));
@@ -276,9 +272,7 @@ TEST(XmlReader, AClosingTagMayHaveAttributesOrASlash) {
   EXPECT_EQ(Sketch(Read("<a><b></b x=1></a>")), "a(b)");
 }
 
-TEST(XmlReader, ASlashBeforeABlankLeavesTheElementOpen) {
-  EXPECT_EQ(Sketch(Read("<a b=\"1\"/ ><c/></a>")), "a[b=1](c)");
-}
+TEST(XmlReader, ASlashBeforeABlankLeavesTheElementOpen) { EXPECT_EQ(Sketch(Read("<a b=\"1\"/ ><c/></a>")), "a[b=1](c)"); }
 
 TEST(XmlReader, ASlashWithinATagEndsItsName) {
   EXPECT_EQ(Sketch(Read("<a/b c=\"1\"/>")), "a[c=1]");
@@ -287,18 +281,14 @@ TEST(XmlReader, ASlashWithinATagEndsItsName) {
 
 TEST(XmlReader, AnEqualsSignDoesNotEndATagNameAndIsRefusedThen) { EXPECT_TRUE(IsRefused("<a=\"1\">")); }
 
-TEST(XmlReader, BlanksAroundTheEqualsSignAreNothing) {
-  EXPECT_EQ(Sketch(Read("<a\tb\n=\r\n\"1\"\n c =\"2\" />")), "a[b=1][c=2]");
-}
+TEST(XmlReader, BlanksAroundTheEqualsSignAreNothing) { EXPECT_EQ(Sketch(Read("<a\tb\n=\r\n\"1\"\n c =\"2\" />")), "a[b=1][c=2]"); }
 
 TEST(XmlReader, ANameReachesBackToTheLastBlank) {
   const XmlElement root = Read("<a b=\"1\"c=\"2\"/>");
   EXPECT_EQ(Sketch(root), "a[b=1][b=\"1\"c=2]");
 }
 
-TEST(XmlReader, ANameReachesBackIntoAValueWithABlank) {
-  EXPECT_EQ(Sketch(Read("<a b=\"x y\"c=\"2\"/>")), "a[b=x y][y\"c=2]");
-}
+TEST(XmlReader, ANameReachesBackIntoAValueWithABlank) { EXPECT_EQ(Sketch(Read("<a b=\"x y\"c=\"2\"/>")), "a[b=x y][y\"c=2]"); }
 
 TEST(XmlReader, AValueInApostrophesTakesTheNextDoubleQuotes) {
   EXPECT_EQ(Sketch(Read("<a b='1' c=\"2\"/>")), "a[b=2]");
@@ -408,8 +398,8 @@ TEST(XmlReaderLong, AMillionOpenElementsAreReadCopiedComparedWrittenAndDestroyed
     EXPECT_TRUE(copy == root);
     std::ostringstream stream;
     EXPECT_TRUE(XmlWriter(copy).WriteStream(stream));
-    EXPECT_EQ(stream.str().size(), std::string("<?xml version=\"1.0\"?>\r\n<a>x").size() + (kDepth - 2) * 7 + 4 +
-                                       std::string("</a>\r\n").size());
+    EXPECT_EQ(stream.str().size(),
+              std::string("<?xml version=\"1.0\"?>\r\n<a>x").size() + (kDepth - 2) * 7 + 4 + std::string("</a>\r\n").size());
     XmlElement* inner = &copy;
     while (inner->HasElements()) inner = &inner->GetElementByIndex(0);
     inner->SetText("changed");

@@ -47,9 +47,7 @@ ZelActionList& ZelActionList::GetActionList() {
   return zelbase::detail::OneRegistry<ZelActionList>([](ZelActionList& list) { list.RemoveAll(); });
 }
 
-void ZelActionList::RegisterActionGroup(const std::string& group, ZelActionICreator* creator) {
-  m_creators.Register(group, creator);
-}
+void ZelActionList::RegisterActionGroup(const std::string& group, ZelActionICreator* creator) { m_creators.Register(group, creator); }
 
 void ZelActionList::RegisterAction(const std::string& id, FileObject* file) { m_registeredActions.Register(id, file); }
 

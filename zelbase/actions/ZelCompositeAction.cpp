@@ -113,8 +113,7 @@ ZelAction* ZelCompositeAction::GetAction(int index) {
 
 // Kept: null is a sub-action that counts.
 void ZelCompositeAction::AddAction(ZelAction* action) {
-  const auto same =
-      std::find_if(m_actions.begin(), m_actions.end(), [action](const auto& held) { return held->action.get() == action; });
+  const auto same = std::find_if(m_actions.begin(), m_actions.end(), [action](const auto& held) { return held->action.get() == action; });
   // One owner, however often it is added.
   m_actions.push_back(same != m_actions.end() ? *same : std::make_shared<Held>(Held{std::shared_ptr<ZelAction>(action)}));
 }

@@ -15,9 +15,7 @@ struct Channels {
   double blue;
 };
 
-Channels Fractions(COLORREF color) {
-  return {(color & 0xFF) / 255.0, (color >> 8 & 0xFF) / 255.0, (color >> 16 & 0xFF) / 255.0};
-}
+Channels Fractions(COLORREF color) { return {(color & 0xFF) / 255.0, (color >> 8 & 0xFF) / 255.0, (color >> 16 & 0xFF) / 255.0}; }
 
 // Truncated. What is above 1 counts as 1; below 0 and not a number give 0.
 COLORREF Byte(double channel) {
@@ -25,16 +23,12 @@ COLORREF Byte(double channel) {
   return bytes > 0 ? static_cast<COLORREF>(bytes) : 0;
 }
 
-COLORREF FromChannels(const Channels& channels) {
-  return Byte(channels.red) | Byte(channels.green) << 8 | Byte(channels.blue) << 16;
-}
+COLORREF FromChannels(const Channels& channels) { return Byte(channels.red) | Byte(channels.green) << 8 | Byte(channels.blue) << 16; }
 
 COLORREF Gray(COLORREF byte) { return byte * 0x010101; }
 
 // The weight of a colour on the eye, 0 to 255, in this order of addition: that of 0x808080 is 127.99999999999999.
-double Luminance(COLORREF color) {
-  return (color >> 8 & 0xFF) * 0.59 + (color & 0xFF) * 0.3 + (color >> 16 & 0xFF) * 0.11;
-}
+double Luminance(COLORREF color) { return (color >> 8 & 0xFF) * 0.59 + (color & 0xFF) * 0.3 + (color >> 16 & 0xFF) * 0.11; }
 
 double AtMostOne(double part) { return part > 1 ? 1 : part; }
 

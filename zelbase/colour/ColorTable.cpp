@@ -66,29 +66,17 @@ void ColorTable::DredgeBand::Get(COLORREF& min, COLORREF& max, unsigned int& cou
   count = numColors;
 }
 
-void ColorTable::GetUnderDredgeColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const {
-  m_underDredge.Get(min, max, count);
-}
+void ColorTable::GetUnderDredgeColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const { m_underDredge.Get(min, max, count); }
 
-void ColorTable::GetInTolColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const {
-  m_inTolerance.Get(min, max, count);
-}
+void ColorTable::GetInTolColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const { m_inTolerance.Get(min, max, count); }
 
-void ColorTable::GetOverDredgeColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const {
-  m_overDredge.Get(min, max, count);
-}
+void ColorTable::GetOverDredgeColorRange(COLORREF& min, COLORREF& max, unsigned int& count) const { m_overDredge.Get(min, max, count); }
 
-void ColorTable::SetUnderDredgeColorRange(COLORREF min, COLORREF max, unsigned int count) {
-  m_underDredge = {min, max, count};
-}
+void ColorTable::SetUnderDredgeColorRange(COLORREF min, COLORREF max, unsigned int count) { m_underDredge = {min, max, count}; }
 
-void ColorTable::SetInTolColorRange(COLORREF min, COLORREF max, unsigned int count) {
-  m_inTolerance = {min, max, count};
-}
+void ColorTable::SetInTolColorRange(COLORREF min, COLORREF max, unsigned int count) { m_inTolerance = {min, max, count}; }
 
-void ColorTable::SetOverDredgeColorRange(COLORREF min, COLORREF max, unsigned int count) {
-  m_overDredge = {min, max, count};
-}
+void ColorTable::SetOverDredgeColorRange(COLORREF min, COLORREF max, unsigned int count) { m_overDredge = {min, max, count}; }
 
 // --- Entries -------------------------------------------------------------------------------------------------------
 

@@ -138,10 +138,8 @@ bool ColorTable::FileSave(FileObject& settings) const {
 
 bool ColorTable::SaveEntry(FileObject& settings, int index) const {
   const std::string key = KeyOf(index);
-  return settings.SetItem(kValues, key, EntryValue(index), true) &&
-         WriteColor(settings, kColors, key, EntryColor(index)) &&
-         settings.SetItem(kLocks, key, EntryLocked(index), true) &&
-         settings.SetItem(kNames, key, EntryName(index), true);
+  return settings.SetItem(kValues, key, EntryValue(index), true) && WriteColor(settings, kColors, key, EntryColor(index)) &&
+         settings.SetItem(kLocks, key, EntryLocked(index), true) && settings.SetItem(kNames, key, EntryName(index), true);
 }
 
 void ColorTable::SaveDredgeDiff(FileObject& settings) const {

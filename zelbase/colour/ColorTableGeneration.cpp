@@ -193,9 +193,7 @@ void ColorTable::SetRange(double min, double max, double step, bool a, bool b) {
   return SetRange(min, max, step, b ? kWhite : kBlack, b ? kBlack : kWhite);
 }
 
-void ColorTable::SetRange(double min, double max, int count, bool a, bool b) {
-  SetRange(min, max, StepOf(min, max, count), a, b);
-}
+void ColorTable::SetRange(double min, double max, int count, bool a, bool b) { SetRange(min, max, StepOf(min, max, count), a, b); }
 
 void ColorTable::SetRangeRGB(double min, double max, double step, COLORREF low, COLORREF high) {
   ReplaceUnlocked(min, max, step, low, high, RgbRun(min, max, step, low, high));
@@ -283,9 +281,7 @@ void ColorTable::PutLimitsInOrder() {
   if (m_overDredgeLimit > m_underDredgeLimit) std::swap(m_overDredgeLimit, m_underDredgeLimit);
 }
 
-COLORREF ColorTable::DredgeBand::Color(int k) const {
-  return Between(minColor, maxColor, k, static_cast<int>(numColors) - 1);
-}
+COLORREF ColorTable::DredgeBand::Color(int k) const { return Between(minColor, maxColor, k, static_cast<int>(numColors) - 1); }
 
 void ColorTable::AppendUnderDredgeBand(Run& run) const {
   if (m_underDredge.numColors < 2) {

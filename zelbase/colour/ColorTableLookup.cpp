@@ -26,9 +26,7 @@ std::uint64_t OrderOf(double value) {
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-double InOrder(std::uint64_t order) {
-  return std::bit_cast<double>((order & kSign) != 0 ? order & ~kSign : ~order);
-}
+double InOrder(std::uint64_t order) { return std::bit_cast<double>((order & kSign) != 0 ? order & ~kSign : ~order); }
 
 }  // namespace
 
@@ -104,13 +102,9 @@ COLORREF ColorTable::ColorAt(int index) const { return index < 0 ? m_lowColor : 
 
 std::string ColorTable::NameAt(int index) const { return index < 0 ? m_lowColorName : m_names[Place(index)]; }
 
-COLORREF ColorTable::FindColor(double value, int low, int high) const {
-  return ColorAt(FindColorIndex(value, low, high));
-}
+COLORREF ColorTable::FindColor(double value, int low, int high) const { return ColorAt(FindColorIndex(value, low, high)); }
 
-std::string ColorTable::FindName(double value, int low, int high) const {
-  return NameAt(FindNameIndex(value, low, high));
-}
+std::string ColorTable::FindName(double value, int low, int high) const { return NameAt(FindNameIndex(value, low, high)); }
 
 COLORREF ColorTable::GetColor(double value) const {
   const ColorLookup* const lookup = LookupFor(1);
@@ -143,8 +137,7 @@ const ColorLookup* ColorTable::LookupFor(std::size_t numLookups) const {
 bool ColorTable::HasPlainSteps() const {
   if (m_values.size() < 2 || m_values.size() > ColorLookup::kMostStarts) return false;
   if (!std::isfinite(Span() * (NumEntries() - 1))) return false;
-  return std::adjacent_find(m_values.begin(), m_values.end(), [](double a, double b) { return !(a < b); }) ==
-         m_values.end();
+  return std::adjacent_find(m_values.begin(), m_values.end(), [](double a, double b) { return !(a < b); }) == m_values.end();
 }
 
 // The number of (1), or the last entry if it is not below that: by halving the doubles between the ends, of which the

@@ -29,8 +29,8 @@ int ToNumber(const std::array<unsigned char, Count>& bytes, unsigned char byte) 
 }
 
 bool IsPresent(SerialPortResult result) {
-  return result == SerialPortResult::Ok || result == SerialPortResult::AccessDenied ||
-         result == SerialPortResult::NotFunctioning || result == SerialPortResult::InUse;
+  return result == SerialPortResult::Ok || result == SerialPortResult::AccessDenied || result == SerialPortResult::NotFunctioning ||
+         result == SerialPortResult::InUse;
 }
 
 }  // namespace

@@ -22,8 +22,7 @@ BaseWorkerThread& BaseWorkerThread::operator=(const BaseWorkerThread& other) {
 bool BaseWorkerThread::StartBaseWorkerThread(int priority, const std::string& name) {
   m_endThread = 0;
   PlatformThreads& threads = PlatformService<PlatformThreads>::Current();
-  std::shared_ptr<PlatformThread> thread =
-      threads.CreateSuspended([this] { BaseWorkerThreadFunction(this); }, priority, 0);
+  std::shared_ptr<PlatformThread> thread = threads.CreateSuspended([this] { BaseWorkerThreadFunction(this); }, priority, 0);
   if (!thread) {
     m_error = WORKER_ERROR_CREATE;
     return false;

@@ -2,6 +2,4 @@
 
 #include "zelbase/platform/PlatformThreads.h"
 
-void NameThread(unsigned long threadId, const std::string& name) {
-  PlatformService<PlatformThreads>::Current().NameThread(threadId, name);
-}
+void NameThread(unsigned long threadId, const std::string& name) { PlatformService<PlatformThreads>::Current().NameThread(threadId, name); }

@@ -26,8 +26,8 @@ class ParallelProcessor::RunningThreads {
   // False when there is no thread to be had.
   bool Start(process_item& item) {
     try {
-      std::unique_ptr<PlatformThread> thread = PlatformService<PlatformThreads>::Current().CreateSuspended(
-          [&item] { ThreadProc(&item); }, kBelowNormal, 0);
+      std::unique_ptr<PlatformThread> thread =
+          PlatformService<PlatformThreads>::Current().CreateSuspended([&item] { ThreadProc(&item); }, kBelowNormal, 0);
       if (!thread) return false;
       m_threads.push_back(std::move(thread));
     } catch (const std::bad_alloc&) {

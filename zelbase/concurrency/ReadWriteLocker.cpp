@@ -28,8 +28,7 @@ void ReadWriteLocker::LockWriteSlowly() noexcept {
 unsigned int ReadWriteLocker::AwaitNoWriter() const noexcept {
   unsigned int state = m_state.load(std::memory_order_relaxed);
   while ((state & kWriter) != 0) {
-    if ((state & kWaiting) == 0 &&
-        !m_state.compare_exchange_weak(state, state | kWaiting, std::memory_order_relaxed)) {
+    if ((state & kWaiting) == 0 && !m_state.compare_exchange_weak(state, state | kWaiting, std::memory_order_relaxed)) {
       continue;
     }
     m_state.wait(state | kWaiting, std::memory_order_relaxed);

@@ -50,8 +50,7 @@ class ZELBASE_CAPABILITY("lock") ZELBASE_API ReadWriteLocker {
     unsigned int state = kReader;
     do {
       if (state < kReader) return;
-    } while (!m_state.compare_exchange_weak(state, state - kReader, std::memory_order_seq_cst,
-                                            std::memory_order_relaxed));
+    } while (!m_state.compare_exchange_weak(state, state - kReader, std::memory_order_seq_cst, std::memory_order_relaxed));
     zelbase::detail::NoteLockGivenBack(this);
     if (((state - kReader) & ~kWaiting) == kWriter) WakeAll();
   }

@@ -87,5 +87,5 @@ class ZELBASE_API ThreadPool {
   Locker m_waitLock;  // one Wait at a time; the next finds nothing left to wait for
   std::vector<std::unique_ptr<tmp::thread>> m_threads ZELBASE_GUARDED_BY(m_waitLock);
   zelbase::detail::Atomic<std::size_t> m_running{0};  // size of m_threads, for those who do not wait
-  zelbase::detail::TaskQueue m_queue;     // the first to go: tasks may call the pool as they are destroyed
+  zelbase::detail::TaskQueue m_queue;                 // the first to go: tasks may call the pool as they are destroyed
 };

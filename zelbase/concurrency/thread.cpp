@@ -41,8 +41,7 @@ unsigned int thread::hardware_concurrency() { return static_cast<unsigned int>(G
 
 // The thread gets the function and nothing of this object, which may be swapped or destroyed before it begins.
 void thread::start_thread() {
-  m_handle = PlatformService<PlatformThreads>::Current().CreateSuspended(
-      [function = m_function] { (*function)(); }, kBelowNormal, 0);
+  m_handle = PlatformService<PlatformThreads>::Current().CreateSuspended([function = m_function] { (*function)(); }, kBelowNormal, 0);
   if (m_handle) m_handle->Resume();
 }
 

@@ -14,9 +14,7 @@ CRCChecksum& CRCChecksum::operator+=(unsigned int number) noexcept {
 
 CRCChecksum& CRCChecksum::operator+=(int number) noexcept { return *this += static_cast<unsigned int>(number); }
 
-CRCChecksum& CRCChecksum::operator+=(const char* text) noexcept {
-  return text != nullptr ? Add(text, std::strlen(text)) : *this;
-}
+CRCChecksum& CRCChecksum::operator+=(const char* text) noexcept { return text != nullptr ? Add(text, std::strlen(text)) : *this; }
 
 CRCChecksum& CRCChecksum::Add(const void* data, std::size_t size) noexcept {
   // Kept: no inversion at the end, so that signatures and file checks stored by earlier releases keep their values.

@@ -32,8 +32,8 @@ unsigned short Compute16BitCRC(const unsigned char* begin, const unsigned char* 
   unsigned int state = 0;
   for (; size >= kSlice; p += kSlice, size -= kSlice) {
     zelbase::detail::PrefetchAhead(p);
-    state = kTables.rows[15][(state ^ p[0]) & 0xFFu] ^ kTables.rows[14][(state >> 8) ^ p[1]] ^ Two<13>(p + 2) ^
-            Two<11>(p + 4) ^ Two<9>(p + 6) ^ Two<7>(p + 8) ^ Two<5>(p + 10) ^ Two<3>(p + 12) ^ Two<1>(p + 14);
+    state = kTables.rows[15][(state ^ p[0]) & 0xFFu] ^ kTables.rows[14][(state >> 8) ^ p[1]] ^ Two<13>(p + 2) ^ Two<11>(p + 4) ^
+            Two<9>(p + 6) ^ Two<7>(p + 8) ^ Two<5>(p + 10) ^ Two<3>(p + 12) ^ Two<1>(p + 14);
   }
   for (; size > 0; ++p, --size) state = state >> 8 ^ kTables.rows[0][(state ^ *p) & 0xFFu];
   return static_cast<unsigned short>(state);

@@ -14,17 +14,14 @@ using zelbase::detail::TableWalk;
 
 namespace {
 
-int ToCount(std::size_t size) {
-  return static_cast<int>(std::min<std::size_t>(size, std::numeric_limits<int>::max()));
-}
+int ToCount(std::size_t size) { return static_cast<int>(std::min<std::size_t>(size, std::numeric_limits<int>::max())); }
 
 // A walk that stands at the end, whatever is added.
 constexpr TableWalk kEnded{std::numeric_limits<std::uint64_t>::max(), 0, 0};
 
 }  // namespace
 
-FileObject::FileObject()
-    : m_sections(std::make_unique<SectionMap>()), m_errorContext(GlobalErrorList::Get().DefaultContext()) {}
+FileObject::FileObject() : m_sections(std::make_unique<SectionMap>()), m_errorContext(GlobalErrorList::Get().DefaultContext()) {}
 
 FileObject::~FileObject() = default;
 
@@ -114,9 +111,7 @@ bool FileObject::CreateSection(std::string name, bool replace) {
   return CreateSection(cursor, std::move(name), replace);
 }
 
-bool FileObject::SetSection(FobjSection& cursor, std::string name) {
-  return CreateSection(cursor, std::move(name), false);
-}
+bool FileObject::SetSection(FobjSection& cursor, std::string name) { return CreateSection(cursor, std::move(name), false); }
 
 bool FileObject::SelectSectionNT(FobjSection& cursor, const std::string& name) const {
   const SectionMap::Section* const section = m_sections->Find(name);
@@ -234,8 +229,7 @@ bool FileObject::GetNextSectionEntry(FobjSection& cursor, std::string& name) con
   return true;
 }
 
-bool FileObject::GetFirstMapEntry(FobjSection& cursor, std::string section, std::string& key,
-                                  std::string& value) const {
+bool FileObject::GetFirstMapEntry(FobjSection& cursor, std::string section, std::string& key, std::string& value) const {
   key.clear();
   value.clear();
   return SelectSectionNT(cursor, section) && GetNextMapEntry(cursor, key, value);

@@ -18,12 +18,12 @@ class CFile;
 
 // What GetErrorStatus answers. 3 is not used.
 inline constexpr int FOBJ_OK = 0;
-inline constexpr int FOBJ_WRITE_FAILED = 1;       // a file exception during Write
-inline constexpr int FOBJ_NO_SECTIONS = 2;        // a text without a section head; nothing to delete or rename from
+inline constexpr int FOBJ_WRITE_FAILED = 1;  // a file exception during Write
+inline constexpr int FOBJ_NO_SECTIONS = 2;   // a text without a section head; nothing to delete or rename from
 inline constexpr int FOBJ_SECTION_NOT_FOUND = 4;
 inline constexpr int FOBJ_KEY_NOT_FOUND = 5;
-inline constexpr int FOBJ_BAD_VALUE = 6;          // a typed GetItem whose text does not parse
-inline constexpr int FOBJ_ITEM_NOT_DELETED = 7;   // DeleteItem of a key that is not there
+inline constexpr int FOBJ_BAD_VALUE = 6;         // a typed GetItem whose text does not parse
+inline constexpr int FOBJ_ITEM_NOT_DELETED = 7;  // DeleteItem of a key that is not there
 inline constexpr int FOBJ_NO_FILE_NAME = 8;
 inline constexpr int FOBJ_OPEN_FAILED = 9;
 
@@ -83,8 +83,7 @@ class ZELBASE_API FileObject {
   //
   // `createSection` says what happens when the section does not exist: true creates it, false fails with status 4 and
   // changes nothing. The key is always created or overwritten. All forms end in the first, which a subclass may override.
-  virtual bool SetItem(const std::string& section, const std::string& key, const std::string& value,
-                       bool createSection = true);
+  virtual bool SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection = true);
 
   // The last error, 0 for none. Operations that can set one store 0 first.
   virtual int GetErrorStatus() const;

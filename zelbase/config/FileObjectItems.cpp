@@ -64,8 +64,7 @@ bool ParseColour(std::string_view text, unsigned int& colour) {
 
 }  // namespace
 
-bool FileObject::SetItem(const std::string& section, const std::string& key, const std::string& value,
-                         bool createSection) {
+bool FileObject::SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) {
   SetErrorStatus(FOBJ_OK);
   ItemMap* items = m_sections->FindItems(section);
   if (items == nullptr) {
@@ -121,8 +120,7 @@ bool FileObject::SetItem(const std::string& section, const std::string& key, lon
   return SetItem(section, key, text, createSection);
 }
 
-bool FileObject::SetItem(const std::string& section, const std::string& key, unsigned long long value,
-                         bool createSection) {
+bool FileObject::SetItem(const std::string& section, const std::string& key, unsigned long long value, bool createSection) {
   std::string text;
   zelbase::detail::AppendUnsigned(text, value);
   return SetItem(section, key, text, createSection);

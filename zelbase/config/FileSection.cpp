@@ -35,8 +35,7 @@ bool FileSection::GetItem(std::string key, bool& value) const { return FileObjec
 bool FileSection::GetItem(std::string key, double& value) const { return FileObject::GetItem(m_name, key, value); }
 bool FileSection::GetItem(std::string key, float& value) const { return FileObject::GetItem(m_name, key, value); }
 
-bool FileSection::SetItem(const std::string& section, const std::string& key, const std::string& value,
-                          bool createSection) {
+bool FileSection::SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) {
   return FileObject::SetItem(section, key, value, createSection);
 }
 
@@ -48,9 +47,7 @@ bool FileSection::SetItem(std::string key, unsigned int value) { return FileObje
 bool FileSection::SetItem(std::string key, bool value) { return FileObject::SetItem(m_name, key, value, true); }
 bool FileSection::SetItem(std::string key, double value) { return FileObject::SetItem(m_name, key, value, true); }
 
-bool FileSection::DeleteItem(std::string key, bool deleteEmptySection) {
-  return FileObject::DeleteItem(m_name, key, deleteEmptySection);
-}
+bool FileSection::DeleteItem(std::string key, bool deleteEmptySection) { return FileObject::DeleteItem(m_name, key, deleteEmptySection); }
 
 bool FileSection::HasKey(const std::string& key) const { return FileObject::HasKey(m_name, key); }
 
@@ -58,9 +55,7 @@ bool FileSection::GetFirstMapEntry(std::string& key, std::string& value) {
   return FileObject::GetFirstMapEntry(m_cursor, m_name, key, value);
 }
 
-bool FileSection::GetNextMapEntry(std::string& key, std::string& value) {
-  return FileObject::GetNextMapEntry(m_cursor, key, value);
-}
+bool FileSection::GetNextMapEntry(std::string& key, std::string& value) { return FileObject::GetNextMapEntry(m_cursor, key, value); }
 
 const std::string& FileSection::Name() const { return m_name; }
 
@@ -73,6 +68,4 @@ bool FileSection::GetFromFileObject(const std::string& section, const FileObject
 
 bool FileSection::SetToFileObject(FileObject& target) const { return target.CopySection(m_name, *this); }
 
-bool FileSection::SetToFileObject(const std::string& section, FileObject& target) const {
-  return target.CopySection(section, *this);
-}
+bool FileSection::SetToFileObject(const std::string& section, FileObject& target) const { return target.CopySection(section, *this); }

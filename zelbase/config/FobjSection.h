@@ -44,8 +44,8 @@ class ZELBASE_API FobjSection {
   }
 
   zelbase::detail::SectionSelection m_selection;
-  zelbase::detail::TableWalk m_items;     // place among the items of the selected section
-  std::string m_name;                     // of the selected section, as it was when selected
+  zelbase::detail::TableWalk m_items;  // place among the items of the selected section
+  std::string m_name;                  // of the selected section, as it was when selected
   bool m_valid = false;
   std::uint64_t m_sectionEpoch = 0;       // of the walk over sections; 0: none was begun
   zelbase::detail::TableWalk m_sections;  // place among the sections

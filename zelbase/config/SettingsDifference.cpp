@@ -79,8 +79,7 @@ SettingsChanges ListDifference(const FileObject& difference, const FileObject& o
   SettingsChanges changes;
   FobjSection cursor;
   std::string section;
-  for (bool more = difference.GetFirstSectionEntry(cursor, section); more;
-       more = difference.GetNextSectionEntry(cursor, section)) {
+  for (bool more = difference.GetFirstSectionEntry(cursor, section); more; more = difference.GetNextSectionEntry(cursor, section)) {
     const DifferenceName operation(section);
     if (operation.kind == DifferenceKind::None) continue;
     std::string key;

@@ -81,9 +81,8 @@ const char* Wording(const SettingsFinding& finding) {
     case Kind::NoSeparator: return "dropped, there is no \"=\": \"%t\"";
     case Kind::NoKey: return "dropped, nothing stands before \"=\": \"%t\"";
     case Kind::KeyRepeated:
-      return finding.severity == Severity::Note
-                 ? "\"%k\" of [%s] stands here and again with the same value; line %r wins"
-                 : "\"%k\" of [%s] is given again, line %r wins; lost here: \"%t\"";
+      return finding.severity == Severity::Note ? "\"%k\" of [%s] stands here and again with the same value; line %r wins"
+                                                : "\"%k\" of [%s] is given again, line %r wins; lost here: \"%t\"";
     case Kind::SectionRepeated: return "[%s] began in line %r already, both become one section";
     case Kind::ValueCut: return "the value of \"%k\" is cut at \"//\"; not read: \"%t\"";
     case Kind::HeadCut: return "the section head is cut at \"//\"; not read: \"%t\"";
@@ -130,8 +129,7 @@ class SettingsReport::Builder {
   };
 
   void Add(Kind kind, Severity severity, std::string_view text, std::string_view key = {});
-  void AddAt(long long line, std::uint64_t item, Kind kind, Severity severity, std::string_view text,
-             std::string_view key);
+  void AddAt(long long line, std::uint64_t item, Kind kind, Severity severity, std::string_view text, std::string_view key);
   void TakeHead(const SettingsLine& parts);
   void TakeItem(const SettingsLine& parts);
   void TakeOther(const SettingsLine& parts, std::string_view line);
@@ -151,8 +149,8 @@ void SettingsReport::Builder::Add(Kind kind, Severity severity, std::string_view
   AddAt(m_report.m_lines, 0, kind, severity, text, key);
 }
 
-void SettingsReport::Builder::AddAt(long long line, std::uint64_t item, Kind kind, Severity severity,
-                                    std::string_view text, std::string_view key) {
+void SettingsReport::Builder::AddAt(long long line, std::uint64_t item, Kind kind, Severity severity, std::string_view text,
+                                    std::string_view key) {
   ++m_report.m_counts[static_cast<int>(severity)];
   if (m_report.m_findings.size() >= MOST_FINDINGS) return;
   m_report.m_findings.push_back({line, 0, kind, severity, Clip(m_sectionName), Clip(key), Clip(text)});
@@ -191,8 +189,7 @@ void SettingsReport::Builder::TakeHead(const SettingsLine& parts) {
     if (m_report.m_findings.size() != before) m_report.m_findings.back().relatedLine = section->firstLine;
   }
   if (!parts.closed) {
-    Add(parts.cut.empty() ? Kind::HeadNotClosed : Kind::HeadCut, Severity::Loss,
-        parts.cut.empty() ? parts.content : parts.cut);
+    Add(parts.cut.empty() ? Kind::HeadNotClosed : Kind::HeadCut, Severity::Loss, parts.cut.empty() ? parts.content : parts.cut);
     return;
   }
   // "[", the name with its blanks, "]".
@@ -213,8 +210,7 @@ void SettingsReport::Builder::TakeItem(const SettingsLine& parts) {
 
 void SettingsReport::Builder::CountRepeat(const SettingsLine& parts) {
   const std::uint32_t hash = HashText(parts.name) ^ static_cast<std::uint32_t>(m_section * 0x9E3779B1U);
-  Item* const known = m_items.Find(
-      hash, [&](const Item& item) { return item.section == m_section && item.key == parts.name; });
+  Item* const known = m_items.Find(hash, [&](const Item& item) { return item.section == m_section && item.key == parts.name; });
   if (known == nullptr) {
     Item& added = m_items.Append(hash);
     added.key = parts.name;
@@ -263,8 +259,7 @@ void SettingsReport::Builder::Finish() {
     std::size_t hint = static_cast<std::size_t>(m_itemOfFinding[i]) - 1;
     findings[i].relatedLine = m_items.FindNumber(m_itemOfFinding[i], hint)->lastLine;  // none was ever removed
   }
-  std::stable_sort(findings.begin(), findings.end(),
-                   [](const SettingsFinding& a, const SettingsFinding& b) { return a.line < b.line; });
+  std::stable_sort(findings.begin(), findings.end(), [](const SettingsFinding& a, const SettingsFinding& b) { return a.line < b.line; });
   if (m_report.m_sections != 0) return;
   ++m_report.m_counts[static_cast<int>(Severity::Warning)];
   SettingsFinding whole;

@@ -16,24 +16,24 @@ enum class SettingsSeverity : int {
 };
 
 enum class SettingsFindingKind : int {
-  NoSeparator = 0,         // Loss: no "=" in a line inside a section, which is dropped
-  NoKey = 1,               // Loss: "=" comes first, the line is dropped
-  KeyRepeated = 2,         // Loss: a later line has the same key and another value; Note: the same value
-  SectionRepeated = 3,     // Warning: the section had begun before; both are one
-  ValueCut = 4,            // Loss: "//" in the middle of a value, such as a URL; Warning: "//" behind a blank
-  HeadCut = 5,             // Loss: "//" inside a section head
-  HeadNotClosed = 6,       // Loss: a head without "]" is the section with no name
-  HeadTrailingText = 7,    // Warning: text behind the last "]" of a head
-  SemicolonKey = 8,        // Loss: a key that begins with ";", a comment after the next save
-  CommentInSection = 9,    // Note: dropped, and so gone after the next save
-  EmptyValue = 10,         // Note: HasKey says that such a key is not there
-  TextBeforeSections = 11, // Note: kept as it is, and not understood as an item; Warning when it looks like one
-  NoSections = 12,         // Warning: the whole text has no section head
-  ByteOrderMark = 13,      // Warning: it is text to the store; a head behind it is none. Loss: UTF-16
-  ZeroByte = 14,           // Warning
-  ControlByte = 15,        // Warning: a byte below 32 that is no white space, or 127
-  LoneCarriageReturn = 16, // Warning: CR without LF ends no line
-  Utf8Text = 17,           // Warning: bytes that are UTF-8; the store has Windows-1252
+  NoSeparator = 0,          // Loss: no "=" in a line inside a section, which is dropped
+  NoKey = 1,                // Loss: "=" comes first, the line is dropped
+  KeyRepeated = 2,          // Loss: a later line has the same key and another value; Note: the same value
+  SectionRepeated = 3,      // Warning: the section had begun before; both are one
+  ValueCut = 4,             // Loss: "//" in the middle of a value, such as a URL; Warning: "//" behind a blank
+  HeadCut = 5,              // Loss: "//" inside a section head
+  HeadNotClosed = 6,        // Loss: a head without "]" is the section with no name
+  HeadTrailingText = 7,     // Warning: text behind the last "]" of a head
+  SemicolonKey = 8,         // Loss: a key that begins with ";", a comment after the next save
+  CommentInSection = 9,     // Note: dropped, and so gone after the next save
+  EmptyValue = 10,          // Note: HasKey says that such a key is not there
+  TextBeforeSections = 11,  // Note: kept as it is, and not understood as an item; Warning when it looks like one
+  NoSections = 12,          // Warning: the whole text has no section head
+  ByteOrderMark = 13,       // Warning: it is text to the store; a head behind it is none. Loss: UTF-16
+  ZeroByte = 14,            // Warning
+  ControlByte = 15,         // Warning: a byte below 32 that is no white space, or 127
+  LoneCarriageReturn = 16,  // Warning: CR without LF ends no line
+  Utf8Text = 17,            // Warning: bytes that are UTF-8; the store has Windows-1252
 };
 
 struct SettingsFinding {

@@ -32,9 +32,7 @@ struct SettingsTextEditor::Line {
 
   bool IsHead() const { return parts.kind == SettingsLineKind::Section; }
   bool IsHeadOf(std::string_view name) const { return IsHead() && section == name; }
-  bool IsItemOf(std::string_view name) const {
-    return inSection && parts.kind == SettingsLineKind::Item && section == name;
-  }
+  bool IsItemOf(std::string_view name) const { return inSection && parts.kind == SettingsLineKind::Item && section == name; }
   bool IsItem(std::string_view name, std::string_view key) const { return IsItemOf(name) && parts.name == key; }
 };
 
@@ -120,9 +118,8 @@ bool SettingsTextEditor::Fail(const std::string& reason) {
 }
 
 bool SettingsTextEditor::Apply(Edits edits) {
-  std::stable_sort(edits.begin(), edits.end(), [](const Edit& a, const Edit& b) {
-    return a.at != b.at ? a.at < b.at : a.removed < b.removed;
-  });
+  std::stable_sort(edits.begin(), edits.end(),
+                   [](const Edit& a, const Edit& b) { return a.at != b.at ? a.at < b.at : a.removed < b.removed; });
   std::string text;
   std::size_t done = 0;
   for (const Edit& edit : edits) {
@@ -242,8 +239,7 @@ void SettingsTextEditor::RemoveSection(const Lines& lines, std::string_view name
   }
 }
 
-bool SettingsTextEditor::SetItem(const std::string& section, const std::string& key, const std::string& value,
-                                 bool createSection) {
+bool SettingsTextEditor::SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) {
   if (RefuseText("the value", value)) return false;
   const Lines lines = ParseLines();
   // The last line of a key wins.
@@ -347,14 +343,12 @@ bool SettingsTextEditor::CopySection(const std::string& section, const std::stri
   return ReplaceItems(lines, section, ItemTexts(items));
 }
 
-bool SettingsTextEditor::CopySection(const std::string& section, const FileObject& source,
-                                     const std::string& sourceSection) {
+bool SettingsTextEditor::CopySection(const std::string& section, const FileObject& source, const std::string& sourceSection) {
   if (!source.HasSection(sourceSection)) return Fail("there is no section " + Quoted(sourceSection));
   std::vector<std::string> items;
   FobjSection cursor;
   std::string key, value;
-  for (bool more = source.GetFirstMapEntry(cursor, sourceSection, key, value); more;
-       more = source.GetNextMapEntry(cursor, key, value)) {
+  for (bool more = source.GetFirstMapEntry(cursor, sourceSection, key, value); more; more = source.GetNextMapEntry(cursor, key, value)) {
     if (RefuseNewKey(key) || RefuseText("the value", value)) return false;
     items.push_back(ItemText(key, value));
   }
@@ -362,8 +356,7 @@ bool SettingsTextEditor::CopySection(const std::string& section, const FileObjec
 }
 
 // Lets `section` have exactly `items`, each a text "key = value" of another key. It is added when missing.
-bool SettingsTextEditor::ReplaceItems(const Lines& lines, const std::string& section,
-                                      const std::vector<std::string>& items) {
+bool SettingsTextEditor::ReplaceItems(const Lines& lines, const std::string& section, const std::vector<std::string>& items) {
   const std::size_t head = FindLast(lines, [&](const Line& line) { return line.IsHeadOf(section); });
   if (head == kNowhere) {
     if (RefuseText("the section", section)) return false;

@@ -31,24 +31,18 @@ class ZELBASE_API BaseDataSource {
 
   virtual void Init() {}
   virtual bool DataBlockSetup(unsigned short, const CDataId&) { return false; }
-  virtual bool InitDataElement(int, unsigned short, unsigned short, unsigned short, unsigned short, unsigned short) {
-    return false;
-  }
+  virtual bool InitDataElement(int, unsigned short, unsigned short, unsigned short, unsigned short, unsigned short) { return false; }
   virtual bool DataBlockInit() { return false; }
   virtual bool Allocate(long) { return false; }
 
   // ---- Interpolation ----
 
   virtual bool Interpolate(CDataBlock&) { return false; }
-  virtual bool Interpolate(double /*time*/, unsigned short, unsigned short, double& /*value*/, unsigned short&) {
+  virtual bool Interpolate(double /*time*/, unsigned short, unsigned short, double& /*value*/, unsigned short&) { return false; }
+  virtual bool InterpolateHeading(double /*time*/, unsigned short, unsigned short, double, double, double& /*value*/, unsigned short&) {
     return false;
   }
-  virtual bool InterpolateHeading(double /*time*/, unsigned short, unsigned short, double, double, double& /*value*/,
-                                  unsigned short&) {
-    return false;
-  }
-  virtual bool FindIntervalStartEnd(double /*time*/, unsigned short, unsigned short, double&, double&, double&, double&,
-                                    unsigned short&) {
+  virtual bool FindIntervalStartEnd(double /*time*/, unsigned short, unsigned short, double&, double&, double&, double&, unsigned short&) {
     return false;
   }
 

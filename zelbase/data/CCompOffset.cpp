@@ -42,8 +42,8 @@ void CCompOffset::SetOffset(double x, double y, double z) {
 }
 
 std::string CCompOffset::GenerateString() const {
-  const zelbase::detail::DataNumbers numbers = {m_offsetDataId.GetDataType(), m_offsetDataId.GetVesselId(),
-                                                m_offsetDataId.GetGroupId(), m_offsetDataId.GetDeviceNum()};
+  const zelbase::detail::DataNumbers numbers = {m_offsetDataId.GetDataType(), m_offsetDataId.GetVesselId(), m_offsetDataId.GetGroupId(),
+                                                m_offsetDataId.GetDeviceNum()};
   // Kept: the off-track selection is not in the text.
   std::string text;
   zelbase::detail::AppendUnsigned(text, m_offsetType);
@@ -82,13 +82,9 @@ bool CCompOffset::operator==(const CCompOffset& other) const {
   if (m_offTrackSelection != 0) return m_offsetDataId == other.m_offsetDataId;
   if (m_offsetType != other.m_offsetType) return false;
   switch (m_offsetType) {
-    case Named:
-      return m_offsetVesselId == other.m_offsetVesselId && m_offsetName == other.m_offsetName;
-    case Explicit:
-      return m_x == other.m_x && m_y == other.m_y && m_z == other.m_z;
-    case FromData:
-      return m_offsetDataId == other.m_offsetDataId;
-    default:
-      return false;  // Kept: an unknown type is unequal even to itself
+    case Named: return m_offsetVesselId == other.m_offsetVesselId && m_offsetName == other.m_offsetName;
+    case Explicit: return m_x == other.m_x && m_y == other.m_y && m_z == other.m_z;
+    case FromData: return m_offsetDataId == other.m_offsetDataId;
+    default: return false;  // Kept: an unknown type is unequal even to itself
   }
 }

@@ -24,8 +24,8 @@ bool CDataInfo::operator==(const CDataInfo& other) const {
 }
 
 std::string CDataInfo::GenerateString() const {
-  const DataNumbers numbers = {m_dataId.GetDataType(),  m_dataId.GetVesselId(), m_dataId.GetGroupId(),
-                               m_dataId.GetDeviceNum(), m_elemId,               m_arrayIndex};
+  const DataNumbers numbers = {
+      m_dataId.GetDataType(), m_dataId.GetVesselId(), m_dataId.GetGroupId(), m_dataId.GetDeviceNum(), m_elemId, m_arrayIndex};
   std::string text;
   zelbase::detail::AppendDataNumbers(text, numbers, HasArrayIndex() ? kDataInfoNumbers : kDataInfoNumbers - 1);
   return text;

@@ -3,8 +3,7 @@
 CDataInfoEx::CDataInfoEx() = default;
 
 CDataInfoEx::CDataInfoEx(const CDataId& dataId, unsigned short elemId, unsigned short arrayIndex, bool separator,
-                         const std::string& userDescription, bool defaultFormat, const DATATEXTATTRIBS& textAttribs,
-                         int decimals)
+                         const std::string& userDescription, bool defaultFormat, const DATATEXTATTRIBS& textAttribs, int decimals)
     : CDataInfo(dataId, elemId, arrayIndex),
       m_separator(separator),
       m_userDescription(userDescription),

@@ -16,8 +16,8 @@ class ZELBASE_API CDataInfoEx : public CDataInfo {
  public:
   CDataInfoEx();
   // The default attributes are on whatever `textAttribs` holds.
-  CDataInfoEx(const CDataId& dataId, unsigned short elemId, unsigned short arrayIndex, bool separator,
-              const std::string& userDescription, bool defaultFormat, const DATATEXTATTRIBS& textAttribs, int decimals);
+  CDataInfoEx(const CDataId& dataId, unsigned short elemId, unsigned short arrayIndex, bool separator, const std::string& userDescription,
+              bool defaultFormat, const DATATEXTATTRIBS& textAttribs, int decimals);
   CDataInfoEx(const CDataInfoEx& other);
   CDataInfoEx& operator=(const CDataInfoEx& other);
   virtual ~CDataInfoEx();

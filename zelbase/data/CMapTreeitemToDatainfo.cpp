@@ -14,9 +14,7 @@ using zelbase::detail::DataImage;
 // The low 32 bits of a row's address, and the value.
 using Entry = std::pair<unsigned int, CDataInfo>;
 
-unsigned int Low32(const _TREEITEM* item) {
-  return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(item) & 0xFFFFFFFF);
-}
+unsigned int Low32(const _TREEITEM* item) { return static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(item) & 0xFFFFFFFF); }
 
 _TREEITEM* ToItem(unsigned int handle) { return reinterpret_cast<_TREEITEM*>(static_cast<std::uintptr_t>(handle)); }
 

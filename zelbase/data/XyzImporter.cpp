@@ -1,7 +1,6 @@
 #include "zelbase/data/XyzImporter.h"
 
-XyzImporter::XyzImporter(XYZDataSource* source, bool ownsSource)
-    : m_source(source), m_owned(ownsSource ? source : nullptr) {}
+XyzImporter::XyzImporter(XYZDataSource* source, bool ownsSource) : m_source(source), m_owned(ownsSource ? source : nullptr) {}
 
 XyzImporter::~XyzImporter() = default;
 
@@ -27,6 +26,4 @@ XYZDataSource* XyzImporter::GetDataSource() { return m_source; }
 
 int XyzImporter::GetNumberOfPoints() const { return m_source == nullptr ? -1 : m_source->GetNumberOfPoints(); }
 
-bool XyzImporter::GetExtents(Point& minimum, Point& maximum) const {
-  return m_source != nullptr && m_source->GetExtents(minimum, maximum);
-}
+bool XyzImporter::GetExtents(Point& minimum, Point& maximum) const { return m_source != nullptr && m_source->GetExtents(minimum, maximum); }

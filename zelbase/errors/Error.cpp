@@ -148,9 +148,8 @@ void Error::AddCause(Error* cause) {
   std::unique_ptr<Error> owned(cause);
   const unsigned int signature = cause->Signature();
   // Kept: compared with the causes there are, not with this error itself, and by signature alone, whatever the class.
-  const bool known = std::any_of(m_causes.begin(), m_causes.end(), [signature](const std::shared_ptr<Error>& present) {
-    return present->Signature() == signature;
-  });
+  const bool known = std::any_of(m_causes.begin(), m_causes.end(),
+                                 [signature](const std::shared_ptr<Error>& present) { return present->Signature() == signature; });
   if (known) return;
   Hold(owned.release());
 }

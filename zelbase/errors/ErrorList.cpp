@@ -36,8 +36,7 @@ const Error& ErrorList::operator[](int index) const {
 
 const Error* ErrorList::GetErrorWithID(unsigned int id) const {
   const LockGuard guard(m_lock);
-  const auto found =
-      std::find_if(m_entries.begin(), m_entries.end(), [id](const Entry& entry) { return entry.error->ID() == id; });
+  const auto found = std::find_if(m_entries.begin(), m_entries.end(), [id](const Entry& entry) { return entry.error->ID() == id; });
   return found == m_entries.end() ? nullptr : found->error.get();
 }
 
@@ -67,9 +66,8 @@ void ErrorList::Insert(const Error& error, Removed& removed) {
 
   RemoveEqual(signature, removed);
   // Kept: a repeat stands where its own time puts it, which may be further to the front; among equal times the newest is last.
-  const auto place = std::upper_bound(
-      m_entries.begin(), m_entries.end(), entry.error->ErrorTime(),
-      [](long long time, const Entry& present) { return time < present.error->ErrorTime(); });
+  const auto place = std::upper_bound(m_entries.begin(), m_entries.end(), entry.error->ErrorTime(),
+                                      [](long long time, const Entry& present) { return time < present.error->ErrorTime(); });
   m_entries.insert(place, std::move(entry));
   if (m_entries.size() > kMaximum) RemoveOldest(removed);
 }
@@ -81,9 +79,8 @@ void ErrorList::Clear(Removed& removed) {
 
 void ErrorList::ClearFromTime(long long time, Removed& removed) {
   const LockGuard guard(m_lock);
-  const auto first = std::lower_bound(
-      m_entries.begin(), m_entries.end(), time,
-      [](const Entry& present, long long from) { return present.error->ErrorTime() < from; });
+  const auto first = std::lower_bound(m_entries.begin(), m_entries.end(), time,
+                                      [](const Entry& present, long long from) { return present.error->ErrorTime() < from; });
   // Kept: what goes is the younger part, from the time on; callers take back what a repeated step has reported.
   RemoveFrom(first, removed);
 }
@@ -95,8 +92,8 @@ void ErrorList::RemoveFrom(Entries::iterator first, Removed& removed) {
 }
 
 void ErrorList::RemoveEqual(unsigned int signature, Removed& removed) {
-  const auto equal = std::find_if(m_entries.begin(), m_entries.end(),
-                                  [signature](const Entry& entry) { return entry.signature == signature; });
+  const auto equal =
+      std::find_if(m_entries.begin(), m_entries.end(), [signature](const Entry& entry) { return entry.signature == signature; });
   if (equal == m_entries.end()) return;
   removed.push_back(equal->error);
   m_entries.erase(equal);

@@ -16,8 +16,7 @@ constexpr const char* kSection = "FileObject Error";
 FileObjectError::FileObjectError(const std::string& fileName, const std::string& section, CODE code)
     : FileObjectError(fileName, section, std::string(), code) {}
 
-FileObjectError::FileObjectError(const std::string& fileName, const std::string& section, const std::string& key,
-                                 CODE code)
+FileObjectError::FileObjectError(const std::string& fileName, const std::string& section, const std::string& key, CODE code)
     : m_fileName(fileName), m_section(section), m_key(key), m_code(code), m_signature(ComputeSignature()) {}
 
 FileObjectError& FileObjectError::operator=(const FileObjectError& other) {

@@ -162,9 +162,7 @@ void GlobalErrorList::SetLogFileName(const std::string&) {
   // Kept: a call without effect, for hosts that still make it.
 }
 
-void GlobalErrorList::MakeGeneral() {
-  m_current = m_contexts.emplace(kGeneral, std::make_unique<ErrorList>()).first;
-}
+void GlobalErrorList::MakeGeneral() { m_current = m_contexts.emplace(kGeneral, std::make_unique<ErrorList>()).first; }
 
 void GlobalErrorList::Select(const std::string& context) {
   const std::string name = context.empty() ? kGeneral : context;
@@ -181,9 +179,8 @@ void GlobalErrorList::TellReporters(const Error& error) const {
 }
 
 bool GlobalErrorList::IsRegistered(const Reporter& reporter) const {
-  return std::any_of(m_reporters.begin(), m_reporters.end(), [&reporter](const Reporter& present) {
-    return present.registration == reporter.registration;
-  });
+  return std::any_of(m_reporters.begin(), m_reporters.end(),
+                     [&reporter](const Reporter& present) { return present.registration == reporter.registration; });
 }
 
 // Empties lists that are no contexts any more, so that their errors outlive an Insert under way.
@@ -193,9 +190,7 @@ void GlobalErrorList::DropContexts(Contexts& contexts) {
   contexts.clear();
 }
 
-const ErrorList* GlobalErrorList::Current() const {
-  return m_current == m_contexts.end() ? nullptr : m_current->second.get();
-}
+const ErrorList* GlobalErrorList::Current() const { return m_current == m_contexts.end() ? nullptr : m_current->second.get(); }
 
 bool ReportError(const Error& error, std::string context) {
   GlobalErrorList::Get().Insert(error, std::move(context));

@@ -70,9 +70,7 @@ void CharBuffer::SetPos(int position) {
   m_position = position;
 }
 
-unsigned char* CharBuffer::GetOffsetBuffer(int offset) {
-  return const_cast<unsigned char*>(std::as_const(*this).GetOffsetBuffer(offset));
-}
+unsigned char* CharBuffer::GetOffsetBuffer(int offset) { return const_cast<unsigned char*>(std::as_const(*this).GetOffsetBuffer(offset)); }
 
 const unsigned char* CharBuffer::GetOffsetBuffer(int offset) const {
   return offset > m_capacity ? nullptr : m_array.get() + std::max(offset, 0);

@@ -83,9 +83,7 @@ const std::string FileName::Path(bool withFinalSeparator, bool withRoot) const {
 
 const std::string FileName::Name(bool withExtension) const { return withExtension ? m_name + m_extension : m_name; }
 
-const std::string FileName::Extension(bool withDot) const {
-  return withDot || m_extension.empty() ? m_extension : m_extension.substr(1);
-}
+const std::string FileName::Extension(bool withDot) const { return withDot || m_extension.empty() ? m_extension : m_extension.substr(1); }
 
 void FileName::SetRoot(const std::string& root) {
   std::string text = root;

@@ -11,9 +11,7 @@ FileRights AccessFor(bool create, bool simple) {
   return create ? FileRights::Write : FileRights::Read;
 }
 
-bool FitsInt(long long value) {
-  return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
-}
+bool FitsInt(long long value) { return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max(); }
 
 }  // namespace
 
@@ -30,8 +28,7 @@ FileStream::~FileStream() = default;
 bool FileStream::Open(const char* name, bool create, bool simple) {
   Close();
   m_commits = !simple;
-  m_stream = BufferedFile::Open(name, AccessFor(create, simple),
-                                create ? FileDisposition::CreateAlways : FileDisposition::OpenExisting);
+  m_stream = BufferedFile::Open(name, AccessFor(create, simple), create ? FileDisposition::CreateAlways : FileDisposition::OpenExisting);
   return m_stream != nullptr;
 }
 
@@ -42,9 +39,7 @@ void FileStream::Close() {
 
 bool FileStream::IsOpen() const { return m_stream != nullptr; }
 
-FileStream::BufferedFile* FileStream::Usable() const {
-  return m_stream != nullptr && m_stream->IsOpen() ? m_stream.get() : nullptr;
-}
+FileStream::BufferedFile* FileStream::Usable() const { return m_stream != nullptr && m_stream->IsOpen() ? m_stream.get() : nullptr; }
 
 bool FileStream::Sync() {
   BufferedFile* const stream = Usable();

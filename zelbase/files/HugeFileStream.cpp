@@ -19,13 +19,10 @@ constexpr long long kNoPosition = 0xFFFFFFFFLL;
 
 constexpr std::size_t kCrcBlock = 4096;
 
-bool IsLostConnection(FileResult result) {
-  return result == FileResult::NetworkNameDeleted || result == FileResult::UnexpectedNetwork;
-}
+bool IsLostConnection(FileResult result) { return result == FileResult::NetworkNameDeleted || result == FileResult::UnexpectedNetwork; }
 
 // Null on failure. `former` is the caller's own opening of the file, null for none.
-std::unique_ptr<PlatformFile> OpenFile(const std::string& name, FileDisposition disposition, bool readWrite,
-                                       PlatformFile* former) {
+std::unique_ptr<PlatformFile> OpenFile(const std::string& name, FileDisposition disposition, bool readWrite, PlatformFile* former) {
   if (name.empty()) return nullptr;
   FileOpenRequest request;
   request.path = name;
@@ -59,9 +56,7 @@ void AddAsInts(CRCChecksum& sum, const CrcBlock& block, std::size_t size) {
 
 HugeFileStream::HugeFileStream() = default;
 
-HugeFileStream::HugeFileStream(const char* name, bool create, bool readWrite) {
-  HugeFileStream::Open(name, create, readWrite);
-}
+HugeFileStream::HugeFileStream(const char* name, bool create, bool readWrite) { HugeFileStream::Open(name, create, readWrite); }
 
 HugeFileStream::HugeFileStream(const HugeFileStream&) = default;
 
@@ -110,9 +105,7 @@ bool HugeFileStream::ReOpenWhenDue() {
 }
 
 HugeFileStream::Sought HugeFileStream::SeekOrReOpen(long long offset, int origin, long long& position) {
-  const auto seek = [&] {
-    return m_handle != nullptr ? m_handle->Seek(offset, origin, position) : FileResult::InvalidHandle;
-  };
+  const auto seek = [&] { return m_handle != nullptr ? m_handle->Seek(offset, origin, position) : FileResult::InvalidHandle; };
   const FileResult result = seek();
   if (result == FileResult::Ok) return Sought::Moved;
   if (!IsLostConnection(result) && result != FileResult::InvalidHandle) return Sought::Failed;
@@ -130,12 +123,9 @@ bool HugeFileStream::Seek(long long offset, int origin) {
 long long HugeFileStream::Position() {
   long long position = 0;
   switch (SeekOrReOpen(0, 1, position)) {
-    case Sought::Moved:
-      return position;
-    case Sought::ConnectionLost:
-      return kNoPosition;  // Kept: not -1
-    default:
-      return -1;
+    case Sought::Moved: return position;
+    case Sought::ConnectionLost: return kNoPosition;  // Kept: not -1
+    default: return -1;
   }
 }
 
@@ -157,13 +147,9 @@ bool HugeFileStream::Write(const void* buffer, unsigned int size) {
 
 bool HugeFileStream::Sync() { return !m_readWrite || m_handle->Flush() == FileResult::Ok; }
 
-bool HugeFileStream::GetSize(long long& size) {
-  return m_handle != nullptr && m_handle->GetSize(size) == FileResult::Ok;
-}
+bool HugeFileStream::GetSize(long long& size) { return m_handle != nullptr && m_handle->GetSize(size) == FileResult::Ok; }
 
-bool HugeFileStream::SetSize(long long size) {
-  return Seek(size, 0) && m_handle != nullptr && m_handle->SetEnd() == FileResult::Ok;
-}
+bool HugeFileStream::SetSize(long long size) { return Seek(size, 0) && m_handle != nullptr && m_handle->SetEnd() == FileResult::Ok; }
 
 bool HugeFileStream::GetFileTimes(double& created, double& accessed, double& written) {
   FileTimes times;

@@ -3,9 +3,7 @@
 #include <cstddef>
 #include <memory>
 
-CInitializerList::~CInitializerList() {
-  RemoveAll();
-}
+CInitializerList::~CInitializerList() { RemoveAll(); }
 
 CInitializerList& CInitializerList::GetInitializers() {
   // The list itself stays, so that destructors that run later find it; only what it holds goes at exit.
@@ -17,9 +15,7 @@ CInitializerList& CInitializerList::GetInitializers() {
   return *list;
 }
 
-void CInitializerList::AddInitializer(CBaseInitializer* initializer) {
-  m_initializers.push_back(initializer);
-}
+void CInitializerList::AddInitializer(CBaseInitializer* initializer) { m_initializers.push_back(initializer); }
 
 bool CInitializerList::RemoveInitializer(const std::string& name) {
   for (auto at = m_initializers.begin(); at != m_initializers.end(); ++at) {

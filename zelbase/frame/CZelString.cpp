@@ -39,9 +39,7 @@ std::size_t FindPart(std::string_view text, std::string_view part) {
 
 }  // namespace
 
-CZelString::CZelString(const std::string& text, char separator, bool trim) : m_separator(separator) {
-  LoadString(text, trim);
-}
+CZelString::CZelString(const std::string& text, char separator, bool trim) : m_separator(separator) { LoadString(text, trim); }
 
 void CZelString::LoadString(const std::string& text, bool trim) {
   m_string = text;
@@ -49,9 +47,7 @@ void CZelString::LoadString(const std::string& text, bool trim) {
   SeperateString();
 }
 
-void CZelString::LoadString(const char* text, bool trim) {
-  LoadString(std::string(text == nullptr ? "" : text), trim);
-}
+void CZelString::LoadString(const char* text, bool trim) { LoadString(std::string(text == nullptr ? "" : text), trim); }
 
 void CZelString::SetSeparator(char separator) {
   m_separator = separator;
@@ -85,17 +81,13 @@ void CZelString::SeparateAtBlanks() {
   if (m_items.empty()) m_items.emplace_back();
 }
 
-void CZelString::AddElement(std::string_view text) {
-  m_items.emplace_back(m_trim ? zelbase::detail::Trim(text) : text);
-}
+void CZelString::AddElement(std::string_view text) { m_items.emplace_back(m_trim ? zelbase::detail::Trim(text) : text); }
 
 const std::string* CZelString::Item(int index) const {
   return index >= 0 && index < Size() ? &m_items[static_cast<std::size_t>(index)] : nullptr;
 }
 
-std::string& CZelString::operator[](int index) {
-  return Item(index) == nullptr ? NoItem() : m_items[static_cast<std::size_t>(index)];
-}
+std::string& CZelString::operator[](int index) { return Item(index) == nullptr ? NoItem() : m_items[static_cast<std::size_t>(index)]; }
 
 const std::string& CZelString::operator[](int index) const {
   const std::string* const item = Item(index);
@@ -154,13 +146,9 @@ bool CZelString::SetItem(int index, const std::string& text) {
   return true;
 }
 
-void CZelString::Set(int index, const char* text) {
-  SetItem(index, text == nullptr ? "" : text);
-}
+void CZelString::Set(int index, const char* text) { SetItem(index, text == nullptr ? "" : text); }
 
-void CZelString::AddItem(const std::string& text) {
-  m_items.push_back(text);
-}
+void CZelString::AddItem(const std::string& text) { m_items.push_back(text); }
 
 void CZelString::Insert(int index, const std::string& text) {
   if (index < 0 || index > Size()) return;
@@ -189,17 +177,11 @@ CZelString& CZelString::operator+=(const std::string& text) {
   return *this;
 }
 
-std::string CZelString::String() const {
-  return zelbase::detail::JoinItems(m_items, m_separator);
-}
+std::string CZelString::String() const { return zelbase::detail::JoinItems(m_items, m_separator); }
 
-std::string CZelString::Left(int count) const {
-  return zelbase::detail::LeftItems(m_items, m_separator, count);
-}
+std::string CZelString::Left(int count) const { return zelbase::detail::LeftItems(m_items, m_separator, count); }
 
-std::string CZelString::Right(int count) const {
-  return zelbase::detail::RightItems(m_items, m_separator, count);
-}
+std::string CZelString::Right(int count) const { return zelbase::detail::RightItems(m_items, m_separator, count); }
 
 bool CZelString::HasSubString(const std::string& text) const {
   int index = 0;

@@ -5,9 +5,7 @@
 
 #include "zelbase/frame/KeyTables.h"
 
-std::string GetFileKeyForType(unsigned int type) {
-  return type < std::size(fileTypeKeys) ? fileTypeKeys[type] : std::string();
-}
+std::string GetFileKeyForType(unsigned int type) { return type < std::size(fileTypeKeys) ? fileTypeKeys[type] : std::string(); }
 
 unsigned int GetFileTypeForKey(const std::string& key) {
   // Kept: rows are matched in full, case and zero bytes included, and nothing is trimmed.

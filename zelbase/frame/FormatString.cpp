@@ -24,17 +24,11 @@ const std::string& FormatString::operator[](int index) const {
   return Names(index) ? m_items[static_cast<std::size_t>(index)] : zelbase::detail::NoItem();
 }
 
-std::string FormatString::String() const {
-  return zelbase::detail::JoinItems(m_items, m_separator);
-}
+std::string FormatString::String() const { return zelbase::detail::JoinItems(m_items, m_separator); }
 
-std::string FormatString::Left(int count) const {
-  return zelbase::detail::LeftItems(m_items, m_separator, count);
-}
+std::string FormatString::Left(int count) const { return zelbase::detail::LeftItems(m_items, m_separator, count); }
 
-std::string FormatString::Right(int count) const {
-  return zelbase::detail::RightItems(m_items, m_separator, count);
-}
+std::string FormatString::Right(int count) const { return zelbase::detail::RightItems(m_items, m_separator, count); }
 
 bool FormatString::HasSubString(const std::string& text) const {
   // Kept: whole items only, against the name; columns are looked up with it.

@@ -33,9 +33,7 @@ constexpr double kFarthest = 1e9;
 constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                             1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-double PowerOfTen(int exponent) {
-  return kPowers[static_cast<std::size_t>(exponent)];
-}
+double PowerOfTen(int exponent) { return kPowers[static_cast<std::size_t>(exponent)]; }
 
 // --- Printing ---
 
@@ -111,9 +109,7 @@ long long WholeDegrees(double value) {
 
 // --- Reading ---
 
-constexpr bool IsNumeral(char c) {
-  return zelbase::detail::IsDigit(c) || c == '.';
-}
+constexpr bool IsNumeral(char c) { return zelbase::detail::IsDigit(c) || c == '.'; }
 
 // The bytes that end the reading.
 constexpr auto kIsLetter = [] {
@@ -122,9 +118,7 @@ constexpr auto kIsLetter = [] {
   return is;
 }();
 
-constexpr bool IsHemisphere(char c) {
-  return kIsLetter[static_cast<unsigned char>(c)];
-}
+constexpr bool IsHemisphere(char c) { return kIsLetter[static_cast<unsigned char>(c)]; }
 
 // The number at the front of `digits`, which holds numerals only. False when there is none.
 bool ReadNumerals(std::string_view digits, double& number) {
@@ -158,8 +152,7 @@ bool TakeNumber(std::string_view& rest, double& number) {
 
 }  // namespace
 
-bool FormatGeogs(double value, unsigned int format, int decimals, int axis, std::string& text, bool hemisphereBehind,
-                 bool symbols) {
+bool FormatGeogs(double value, unsigned int format, int decimals, int axis, std::string& text, bool hemisphereBehind, bool symbols) {
   const double magnitude = std::fabs(value);
   if (!(magnitude <= kFarthest)) return false;  // NaN, too
   if (format != kDegrees && format != kMinutes && format != kSeconds) return false;

@@ -31,8 +31,8 @@
 // `axis`, too, but then `text` holds the number without a letter.
 //
 // The degree symbol is the numbered text 12053, in the language that is installed at the first call of the process.
-ZELBASE_API bool FormatGeogs(double value, unsigned int format, int decimals, int axis, std::string& text,
-                             bool hemisphereBehind, bool symbols);
+ZELBASE_API bool FormatGeogs(double value, unsigned int format, int decimals, int axis, std::string& text, bool hemisphereBehind,
+                             bool symbols);
 
 // Puts a coordinate into `text` as the WinFrog exchange has it: letter, degrees, a blank, and minutes with four decimals in
 // seven places. -52.5 on axis 10 (latitude) is "S52 30.0000"; any other axis is a longitude with three digits, "W004 15.0000".

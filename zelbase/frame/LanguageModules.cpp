@@ -64,8 +64,8 @@ LanguageTable Load(const LanguageModuleChoice& choice) {
 // The extension module's link in the application's list; null when it has none.
 CDynLinkLibrary* FindRecord(HINSTANCE module) {
   const std::vector<CDynLinkLibrary*>& libraries = AfxGetAppModuleState()->m_libraryList;
-  const auto found = std::find_if(libraries.begin(), libraries.end(),
-                                  [module](const CDynLinkLibrary* library) { return library->m_hModule == module; });
+  const auto found =
+      std::find_if(libraries.begin(), libraries.end(), [module](const CDynLinkLibrary* library) { return library->m_hModule == module; });
   return found != libraries.end() ? *found : nullptr;
 }
 
@@ -82,8 +82,7 @@ void Install(LanguageTable loaded) {
   known.push_back(std::move(loaded));
   std::vector<LanguageTable> inForce;
   for (const HINSTANCE handle : ResourceHandles()) {
-    const auto found =
-        std::find_if(known.begin(), known.end(), [handle](const LanguageTable& each) { return each.handle == handle; });
+    const auto found = std::find_if(known.begin(), known.end(), [handle](const LanguageTable& each) { return each.handle == handle; });
     if (found != known.end()) inForce.push_back(*found);
   }
   Installed() = std::make_shared<LanguageTableChain>(std::move(inForce));

@@ -44,10 +44,6 @@ bool CheckDllVersion(unsigned int version, const char* sourceFile, const char* b
   return check == nullptr || check(version, sourceFile, buildDate);
 }
 
-CheckDllVersionHook SetCheckDllVersion(CheckDllVersionHook check) {
-  return g_checkDllVersion.exchange(check);
-}
+CheckDllVersionHook SetCheckDllVersion(CheckDllVersionHook check) { return g_checkDllVersion.exchange(check); }
 
-LanguageModuleHook SetLanguageModuleHook(LanguageModuleHook choose) {
-  return g_chooseLanguage.exchange(choose);
-}
+LanguageModuleHook SetLanguageModuleHook(LanguageModuleHook choose) { return g_chooseLanguage.exchange(choose); }

@@ -19,9 +19,7 @@ void SetWidth(PrintfForm& form, int width) {
   form.width = std::abs(std::clamp(width, -kMostWidth, kMostWidth));
 }
 
-void SetDecimals(PrintfForm& form, int decimals) {
-  form.precision = std::clamp(decimals, 0, kMostDecimals);
-}
+void SetDecimals(PrintfForm& form, int decimals) { form.precision = std::clamp(decimals, 0, kMostDecimals); }
 
 template <class Number>
 std::string Printed(const PrintfForm& form, Number value) {
@@ -32,9 +30,7 @@ std::string Printed(const PrintfForm& form, Number value) {
 
 }  // namespace
 
-std::string GetFormatStringDouble() {
-  return "%f";
-}
+std::string GetFormatStringDouble() { return "%f"; }
 
 std::string GetFormatStringDouble(int decimals) {
   std::string format = "%.";
@@ -50,9 +46,7 @@ std::string GetFormatStringDouble(int width, int decimals) {
   return format += 'f';
 }
 
-std::string GetFormatStringInt() {
-  return "%d";
-}
+std::string GetFormatStringInt() { return "%d"; }
 
 std::string GetFormatStringInt(int width) {
   std::string format = "%";
@@ -60,9 +54,7 @@ std::string GetFormatStringInt(int width) {
   return format += 'd';
 }
 
-std::string FormatDouble(double value) {
-  return Printed({.kind = 'f'}, value);
-}
+std::string FormatDouble(double value) { return Printed({.kind = 'f'}, value); }
 
 std::string FormatDouble(double value, int decimals) {
   PrintfForm form{.kind = 'f'};
@@ -77,13 +69,9 @@ std::string FormatDouble(double value, int width, int decimals) {
   return Printed(form, value);
 }
 
-std::string FormatDouble(double value, const std::string& format) {
-  return zelbase::detail::PrintfText(format, value);
-}
+std::string FormatDouble(double value, const std::string& format) { return zelbase::detail::PrintfText(format, value); }
 
-std::string FormatInt(int value) {
-  return Printed({.kind = 'd'}, value);
-}
+std::string FormatInt(int value) { return Printed({.kind = 'd'}, value); }
 
 std::string FormatInt(int value, int width) {
   PrintfForm form{.kind = 'd'};
@@ -91,6 +79,4 @@ std::string FormatInt(int value, int width) {
   return Printed(form, value);
 }
 
-std::string FormatInt(int value, const std::string& format) {
-  return zelbase::detail::PrintfText(format, value);
-}
+std::string FormatInt(int value, const std::string& format) { return zelbase::detail::PrintfText(format, value); }

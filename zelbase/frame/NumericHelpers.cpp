@@ -45,10 +45,9 @@ double TimeInterval(double x) {
     double below;
     double step;
   };
-  static constexpr Row kRows[] = {{45, 30},       {90, 60},       {180, 120},     {450, 300},
-                                  {1200, 600},    {2700, 1800},   {5400, 3600},   {10800, 7200},
-                                  {18000, 14400}, {25200, 21600}, {32400, 28800}, {64800, 43200},
-                                  {129600, 86400}};
+  static constexpr Row kRows[] = {{45, 30},       {90, 60},       {180, 120},     {450, 300},     {1200, 600},
+                                  {2700, 1800},   {5400, 3600},   {10800, 7200},  {18000, 14400}, {25200, 21600},
+                                  {32400, 28800}, {64800, 43200}, {129600, 86400}};
   if (x <= 15) return Double125(x);
   for (const Row& row : kRows) {
     if (x < row.below) return row.step;
@@ -82,9 +81,7 @@ double Round(double x, int digits) {
   return std::trunc(y >= 0 ? y + 0.5 : y - 0.5) / scale;
 }
 
-double Epsilon(double x) {
-  return std::fabs(x * kEpsilon);
-}
+double Epsilon(double x) { return std::fabs(x * kEpsilon); }
 
 int GetDoublePrecision(double x) {
   double v = std::fabs(x);

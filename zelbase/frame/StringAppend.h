@@ -38,7 +38,7 @@ ZELBASE_API std::string& operator<<(std::string& text, long double value);
 
 // The same on a temporary, whose text is then the result: `std::string() << "Line " << 12`.
 template <class Text, class Value>
-  requires std::same_as<Text, std::string> && requires(std::string& text, const Value& value) { text << value; }
+requires std::same_as<Text, std::string> && requires(std::string& text, const Value& value) { text << value; }
 std::string operator<<(Text&& text, const Value& value) {
   text << value;
   return std::move(text);

@@ -22,17 +22,11 @@ void CStringAppend(std::string& text, const void* data, unsigned int size) {
   text.append(static_cast<const char*>(data), size);
 }
 
-void CStringAppend(std::string& text, unsigned char byte) {
-  text += static_cast<char>(byte);
-}
+void CStringAppend(std::string& text, unsigned char byte) { text += static_cast<char>(byte); }
 
-void CStringAppend(std::string& text, const std::string& more) {
-  text += more;
-}
+void CStringAppend(std::string& text, const std::string& more) { text += more; }
 
-int CStringFind(std::string text, std::string pattern, int start) {
-  return FindFirstByte(text, pattern, start);
-}
+int CStringFind(std::string text, std::string pattern, int start) { return FindFirstByte(text, pattern, start); }
 
 int CStringFind(std::string text, unsigned char c, int start) {
   const char pattern = static_cast<char>(c);

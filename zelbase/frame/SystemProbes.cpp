@@ -31,14 +31,10 @@ bool IsWorkstation(const SystemVersion& version) { return version.productType ==
 OSType OSTypeOfFamily1(const SystemVersion& version) {
   if (version.major != 4) return OS_UNKNOWN;
   switch (version.minor) {
-    case 0:
-      return SecondCharacterIs(version.serviceText, "CB") ? OS_WINDOWS_95_OSR2 : OS_WINDOWS_95;
-    case 10:
-      return SecondCharacterIs(version.serviceText, "AB") ? OS_WINDOWS_98_SE : OS_WINDOWS_98;
-    case 90:
-      return OS_WINDOWS_ME;
-    default:
-      return OS_UNKNOWN;
+    case 0: return SecondCharacterIs(version.serviceText, "CB") ? OS_WINDOWS_95_OSR2 : OS_WINDOWS_95;
+    case 10: return SecondCharacterIs(version.serviceText, "AB") ? OS_WINDOWS_98_SE : OS_WINDOWS_98;
+    case 90: return OS_WINDOWS_ME;
+    default: return OS_UNKNOWN;
   }
 }
 
@@ -58,27 +54,19 @@ OSType OSTypeOfVersion52(const SystemVersion& version) {
 
 OSType OSTypeOfVersion5(const SystemVersion& version) {
   switch (version.minor) {
-    case 0:
-      return OS_WINDOWS_2000;
-    case 1:
-      return OSTypeOfService(version.servicePack);
-    case 2:
-      return OSTypeOfVersion52(version);
-    default:
-      return OS_UNKNOWN;
+    case 0: return OS_WINDOWS_2000;
+    case 1: return OSTypeOfService(version.servicePack);
+    case 2: return OSTypeOfVersion52(version);
+    default: return OS_UNKNOWN;
   }
 }
 
 OSType OSTypeOfVersion6(const SystemVersion& version) {
   switch (version.minor) {
-    case 0:
-      return IsWorkstation(version) ? OS_WINDOWS_VISTA : OS_SERVER_2008;
-    case 1:
-      return IsWorkstation(version) ? OS_WINDOWS_7 : OS_SERVER_2008_R2;
-    case 2:
-      return OS_WINDOWS_8;
-    default:
-      return OS_UNKNOWN;  // Kept: what is newer is unknown; displays show the number 0 for it.
+    case 0: return IsWorkstation(version) ? OS_WINDOWS_VISTA : OS_SERVER_2008;
+    case 1: return IsWorkstation(version) ? OS_WINDOWS_7 : OS_SERVER_2008_R2;
+    case 2: return OS_WINDOWS_8;
+    default: return OS_UNKNOWN;  // Kept: what is newer is unknown; displays show the number 0 for it.
   }
 }
 
@@ -96,15 +84,11 @@ int ReadRecords(std::vector<ProcessorRecord>& records) {
 
 bool CountsProcessors(ProcessorRelation relation) {
   switch (relation) {
-    case ProcessorRelation::Core:
-      return true;
+    case ProcessorRelation::Core: return true;
     case ProcessorRelation::MemoryNode:
     case ProcessorRelation::Cache:
-    case ProcessorRelation::Package:
-      return false;
-    default:
-      Print("\nError: Unsupported LOGICAL_PROCESSOR_RELATIONSHIP value.\n");
-      return false;
+    case ProcessorRelation::Package: return false;
+    default: Print("\nError: Unsupported LOGICAL_PROCESSOR_RELATIONSHIP value.\n"); return false;
   }
 }
 
@@ -138,8 +122,7 @@ OSType OSTypeOf(const SystemVersion& version) {
 OSType GetOSType() {
   SystemVersion version;
   PlatformProcesses& processes = Processes();
-  const bool known = processes.ReadVersion(VersionRecord::Extended, version) ||
-                     processes.ReadVersion(VersionRecord::Plain, version);
+  const bool known = processes.ReadVersion(VersionRecord::Extended, version) || processes.ReadVersion(VersionRecord::Plain, version);
   return known ? OSTypeOf(version) : OS_UNKNOWN;
 }
 

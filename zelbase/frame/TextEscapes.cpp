@@ -13,8 +13,7 @@ char NumberedCharacter(std::string_view text, std::size_t& at, std::string_view 
   constexpr std::uint64_t kHighest = std::numeric_limits<std::uint32_t>::max();
   std::uint64_t number = 0;
   for (; at < text.size(); ++at) {
-    const char lower =
-        text[at] >= 'A' && text[at] <= 'F' ? static_cast<char>(text[at] - 'A' + 'a') : text[at];
+    const char lower = text[at] >= 'A' && text[at] <= 'F' ? static_cast<char>(text[at] - 'A' + 'a') : text[at];
     const std::size_t digit = digits.find(lower);
     if (digit == digits.npos) break;
     number = std::min(number * base + digit, kHighest);
@@ -39,22 +38,14 @@ char EscapedCharacter(std::string_view text, std::size_t& at) {
 // What replaces a character anywhere; empty for one that stays.
 std::string_view XmlReplacement(char c) {
   switch (static_cast<unsigned char>(c)) {
-    case '&':
-      return "&amp;";  // Kept: that of an "&amp;" too, since callers hand over raw text.
-    case '\'':
-      return "&#8217;";
-    case '"':
-      return "&#8221;";
-    case 0xB3:
-      return "&#179;";
-    case 0xB2:
-      return "&#178;";
-    case 0xB0:
-      return "&#176;";
-    case '\\':
-      return "&#92;";
-    default:
-      return {};
+    case '&': return "&amp;";  // Kept: that of an "&amp;" too, since callers hand over raw text.
+    case '\'': return "&#8217;";
+    case '"': return "&#8221;";
+    case 0xB3: return "&#179;";
+    case 0xB2: return "&#178;";
+    case 0xB0: return "&#176;";
+    case '\\': return "&#92;";
+    default: return {};
   }
 }
 
@@ -74,9 +65,7 @@ std::string StrHandleEscape(std::string text) {
   return result;
 }
 
-std::string XMLEscape(const char* text) {
-  return XMLEscape(std::string(text == nullptr ? "" : text));
-}
+std::string XMLEscape(const char* text) { return XMLEscape(std::string(text == nullptr ? "" : text)); }
 
 std::string XMLEscape(const std::string& text) {
   std::string result;

@@ -18,9 +18,7 @@ char* trimright(char* text, char c) {
   return text;
 }
 
-char* trim(char* text, char c) {
-  return trimleft(trimright(text, c), c);
-}
+char* trim(char* text, char c) { return trimleft(trimright(text, c), c); }
 
 std::string& trimleft(std::string& text, char c) {
   if (c != '\0') text.erase(0, text.find_first_not_of(c));
@@ -32,6 +30,4 @@ std::string& trimright(std::string& text, char c) {
   return text;
 }
 
-std::string& trim(std::string& text, char c) {
-  return trimleft(trimright(text, c), c);
-}
+std::string& trim(std::string& text, char c) { return trimleft(trimright(text, c), c); }

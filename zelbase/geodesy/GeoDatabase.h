@@ -28,8 +28,9 @@ struct GeoSystemInfo : GeoEntry {
 
 // The registry has asked IsReady already: a database that is not ready is never handed out by it.
 //
-// Lists are of the earth alone. They come sorted by authority and by number within; each call empties the list first and gives its size. A database that cannot
-// be read gives 0. Texts are 8-bit, Windows-1252, with "?" for what that has no place for. One thread at a time for each object.
+// Lists are of the earth alone. They come sorted by authority and by number within; each call empties the list first
+// and gives its size. A database that cannot be read gives 0. Texts are 8-bit, Windows-1252, with "?" for what that has no place for.
+// One thread at a time for each object.
 class ZELBASE_API GeoDatabase : public SpareGeoDatabase {
  public:
   GeoDatabase() = default;

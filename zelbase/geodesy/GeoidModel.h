@@ -34,8 +34,7 @@ class ZELBASE_API GeoidModel {
   virtual bool Calculate(double first, double second, double third, double fourth, double& result);
 
   // A position in, a position out, a flag. The base: false, both outputs as they were.
-  virtual bool CalculateLocalEllipsCorrection(double first, double second, double& firstResult, double& secondResult,
-                                              bool flag);
+  virtual bool CalculateLocalEllipsCorrection(double first, double second, double& firstResult, double& secondResult, bool flag);
 
   // Stores the name of the model's data file; opens nothing.
   virtual void SetFileName(std::string fileName);
@@ -44,7 +43,7 @@ class ZELBASE_API GeoidModel {
   virtual bool IsReady() = 0;
 
  protected:
-  std::string m_fileName;                        // empty for a model without a file
-  double m_linearUnit = 1.0;                     // of the coordinate system, in metres to one unit
-  ZelGeoCoordSysBase* m_coordSystem = nullptr;   // not owned
+  std::string m_fileName;                       // empty for a model without a file
+  double m_linearUnit = 1.0;                    // of the coordinate system, in metres to one unit
+  ZelGeoCoordSysBase* m_coordSystem = nullptr;  // not owned
 };

@@ -5,8 +5,7 @@
 ZelGeoStaticDatabaseList::~ZelGeoStaticDatabaseList() { m_creators.Clear(); }
 
 ZelGeoStaticDatabaseList& ZelGeoStaticDatabaseList::GetGeoStaticDataList() {
-  return zelbase::detail::OneRegistry<ZelGeoStaticDatabaseList>(
-      [](ZelGeoStaticDatabaseList& list) { list.m_creators.Clear(); });
+  return zelbase::detail::OneRegistry<ZelGeoStaticDatabaseList>([](ZelGeoStaticDatabaseList& list) { list.m_creators.Clear(); });
 }
 
 void ZelGeoStaticDatabaseList::RegisterGeoStaicDatabase(std::string type, GeoStaticICreator* creator) {

@@ -28,8 +28,8 @@ bool CoordinateSystem::operator==(const CoordinateSystem& other) const {
   if (rotationMode != other.rotationMode) return false;
   // Kept: a skew that is not in use makes no difference, nor does the scale; views ask whether they must be drawn anew.
   if (rotationMode != ROTATIONMODE_SKEW) return true;
-  return worldCentre == other.worldCentre && pixelCentre == other.pixelCentre && skew == other.skew &&
-         sinSkew == other.sinSkew && cosSkew == other.cosSkew;
+  return worldCentre == other.worldCentre && pixelCentre == other.pixelCentre && skew == other.skew && sinSkew == other.sinSkew &&
+         cosSkew == other.cosSkew;
 }
 
 bool CoordinateSystem::IsScaleValid() const { return IsWithinScales(scale.x) && IsWithinScales(scale.y); }
@@ -176,9 +176,7 @@ bool CoordinateSystem::SetPixelWindow(const Page& page) {
   return true;
 }
 
-bool CoordinateSystem::SetPixelWindow(const CRect& rect) {
-  return SetPixelWindow(Page(rect.left, rect.bottom, rect.right, rect.top));
-}
+bool CoordinateSystem::SetPixelWindow(const CRect& rect) { return SetPixelWindow(Page(rect.left, rect.bottom, rect.right, rect.top)); }
 
 bool CoordinateSystem::CenterWorldAreaOnPixelWindow(const Page& area, double factor) {
   const Point centre = area.GetCenter();

@@ -60,9 +60,7 @@ bool Curve::AngleInCurve(double angle) const {
   return from <= a && a <= to;
 }
 
-Point Curve::AngleToPoint(double angle) const {
-  return PointOnRing(angle * D_TO_R, std::fabs(radius));
-}
+Point Curve::AngleToPoint(double angle) const { return PointOnRing(angle * D_TO_R, std::fabs(radius)); }
 
 bool Curve::PointInSegment(const Point& point) const {
   double bearing = 0;
@@ -92,9 +90,7 @@ double Curve::SectorAngle() const {
   return radius >= 0 ? TrimAngle(endAngle - startAngle) : TrimAngle(startAngle - endAngle);
 }
 
-double Curve::Bow() const {
-  return SectorAngle() * D_TO_R * std::fabs(radius);
-}
+double Curve::Bow() const { return SectorAngle() * D_TO_R * std::fabs(radius); }
 
 bool Curve::GetExtents(Page& page) const {
   const Point first = AngleToPoint(startAngle);
@@ -114,8 +110,7 @@ bool Curve::GetAsPoints(std::vector<Point>& points, double tolerance) const {
   if (tolerance > r) return false;
   double step = std::acos((r - tolerance) / (r + tolerance));
   // Kept: a radius of 0 is swept as a negative one, unlike in SectorAngle.
-  const double sweep =
-      (radius > 0 ? TrimAngle(endAngle - startAngle) : TrimAngle(startAngle - endAngle)) * D_TO_R;
+  const double sweep = (radius > 0 ? TrimAngle(endAngle - startAngle) : TrimAngle(startAngle - endAngle)) * D_TO_R;
   if (!(step > 0 && sweep / step <= kMostSteps)) return false;
   const double c = std::cos(step * 0.5);
   const double outer = r + (1 - c) * r / (1 + c);
@@ -131,6 +126,5 @@ bool Curve::GetAsPoints(std::vector<Point>& points, double tolerance) const {
 }
 
 Point Curve::PointOnRing(double radians, double ringRadius) const {
-  return Point(centre.x + std::sin(radians) * ringRadius, centre.y + std::cos(radians) * ringRadius,
-               centre.z);
+  return Point(centre.x + std::sin(radians) * ringRadius, centre.y + std::cos(radians) * ringRadius, centre.z);
 }

@@ -58,9 +58,7 @@ void Curve::DrawSegment(CDC* dc, const CoordinateSystem& cs, const Page& page, d
   double angle = from * D_TO_R;
   const double last = to * D_TO_R;
 
-  const auto pointAt = [this, r](double radians) {
-    return Point(r * std::sin(radians) + centre.x, r * std::cos(radians) + centre.y, 0);
-  };
+  const auto pointAt = [this, r](double radians) { return Point(r * std::sin(radians) + centre.x, r * std::cos(radians) + centre.y, 0); };
   Point start = pointAt(angle);
   // A scale without use, or a radius beyond all pixels: nothing is gained by more than one chord.
   const bool hasSteps = step > 0 && (last - angle) / step <= kMostChords;

@@ -98,9 +98,7 @@ bool EditableObject::Undo() {
       Insert(record);
       break;
     case kMoved:
-    case kMovedToo:
-      Move(record, true);
-      break;
+    case kMovedToo: Move(record, true); break;
     default:
       // Kept: a step that deleted all is final and lost, and so is a record of no known kind.
       return true;
@@ -113,25 +111,16 @@ bool EditableObject::Redo() {
   if (m_redoStack.empty()) return false;
   UndoRedo record = TakeTop(m_redoStack);
   switch (record.kind) {
-    case kAdded:
-      Add(record);
-      break;
-    case kInserted:
-      Insert(record);
-      break;
+    case kAdded: Add(record); break;
+    case kInserted: Insert(record); break;
     case kDeleted:
       m_activeIndex = record.index;
       Delete();
       break;
-    case kAllDeleted:
-      DeleteAll();
-      return true;  // Kept: not filed, so that undo has nothing of it
+    case kAllDeleted: DeleteAll(); return true;  // Kept: not filed, so that undo has nothing of it
     case kMoved:
-    case kMovedToo:
-      Move(record, false);
-      break;
-    default:
-      break;  // Kept: no operation, but the record is filed; it is Undo that drops it
+    case kMovedToo: Move(record, false); break;
+    default: break;  // Kept: no operation, but the record is filed; it is Undo that drops it
   }
   m_undoStack.push_back(record);
   return true;

@@ -76,9 +76,9 @@ class ZELBASE_API EditableObject : public CObject {
   virtual bool Insert(const Point& point, double tolerance);
   virtual bool SetActiveHandle(const Point& point, double tolerance);
 
-  virtual void GetName(std::string& name) const;   // leaves `name`
-  virtual void SetName(const std::string& name);   // does nothing
-  virtual CObject* GetObject() const;              // null
+  virtual void GetName(std::string& name) const;  // leaves `name`
+  virtual void SetName(const std::string& name);  // does nothing
+  virtual CObject* GetObject() const;             // null
 
   // Ends a drag at `point`: takes the drag's record off the redo stack and goes to idle. When the point lies elsewhere than
   // `from` of the record (in the plane; z does not count), the record goes to the undo stack with `to` filled in, and the
@@ -129,7 +129,7 @@ class ZELBASE_API EditableObject : public CObject {
 
   bool m_valid = false;
   DrawingState m_state = DRAWING_IDLE;
-  int m_activeIndex = -1;              // the item that Delete() deletes; -1 at first: none
-  std::vector<UndoRedo> m_undoStack;   // the last one is the top
+  int m_activeIndex = -1;             // the item that Delete() deletes; -1 at first: none
+  std::vector<UndoRedo> m_undoStack;  // the last one is the top
   std::vector<UndoRedo> m_redoStack;
 };

@@ -26,17 +26,14 @@ class ZELBASE_API Extents3D {
       : xMin(xLow), yMin(yLow), zMin(zLow), xMax(xHigh), yMax(yHigh), zMax(zHigh) {}
 
   // z is empty.
-  constexpr Extents3D(double xLow, double yLow, double xHigh, double yHigh)
-      : xMin(xLow), yMin(yLow), xMax(xHigh), yMax(yHigh) {}
+  constexpr Extents3D(double xLow, double yLow, double xHigh, double yHigh) : xMin(xLow), yMin(yLow), xMax(xHigh), yMax(yHigh) {}
 
   constexpr void Set(double xLow, double yLow, double zLow, double xHigh, double yHigh, double zHigh) {
     *this = Extents3D(xLow, yLow, zLow, xHigh, yHigh, zHigh);
   }
 
   // Empties z.
-  constexpr void Set(double xLow, double yLow, double xHigh, double yHigh) {
-    *this = Extents3D(xLow, yLow, xHigh, yHigh);
-  }
+  constexpr void Set(double xLow, double yLow, double xHigh, double yHigh) { *this = Extents3D(xLow, yLow, xHigh, yHigh); }
 
   // Maximum less minimum, also of an invalid axis.
   // Kept: unguarded, so that an empty axis gives -infinity.
@@ -58,8 +55,7 @@ class ZELBASE_API Extents3D {
 
   // Exact, over the six values.
   constexpr bool operator==(const Extents3D& other) const {
-    return xMin == other.xMin && yMin == other.yMin && zMin == other.zMin && xMax == other.xMax &&
-           yMax == other.yMax && zMax == other.zMax;
+    return xMin == other.xMin && yMin == other.yMin && zMin == other.zMin && xMax == other.xMax && yMax == other.yMax && zMax == other.zMax;
   }
 
   // Takes the other box in, axis by axis. An invalid axis becomes the other's as it stands, even when that is
@@ -77,9 +73,7 @@ class ZELBASE_API Extents3D {
   constexpr Extents3D& operator|=(const RVector3d& vector) { return Grow(vector.x, vector.y, vector.z); }
 
   // The middle, 0.5 * (minimum + maximum) of each axis.
-  constexpr Point GetCenter() const {
-    return Point(0.5 * (xMin + xMax), 0.5 * (yMin + yMax), 0.5 * (zMin + zMax));
-  }
+  constexpr Point GetCenter() const { return Point(0.5 * (xMin + xMax), 0.5 * (yMin + yMax), 0.5 * (zMin + zMax)); }
 
   // Swaps the bounds of each invalid axis. An empty box thereby turns into the box of all points: do not
   // normalise it.

@@ -13,6 +13,4 @@ void FloatPoint::Rotate(double angle, const FloatPoint& centre) {
   *this = FloatPoint(cosine * dx + sine * dy + centre.x, cosine * dy - sine * dx + centre.y, z);
 }
 
-std::string FloatPoint::ToString() const {
-  return zelbase::detail::ComponentText("FloatPoint: ", x, y, z);
-}
+std::string FloatPoint::ToString() const { return zelbase::detail::ComponentText("FloatPoint: ", x, y, z); }

@@ -32,45 +32,31 @@ class ZELBASE_API FloatPoint {
  public:
   constexpr FloatPoint() = default;
   constexpr FloatPoint(float xValue, float yValue, float zValue) : x(xValue), y(yValue), z(zValue) {}
-  constexpr FloatPoint(double xValue, double yValue, double zValue)
-      : x(Narrow(xValue)), y(Narrow(yValue)), z(Narrow(zValue)) {}
+  constexpr FloatPoint(double xValue, double yValue, double zValue) : x(Narrow(xValue)), y(Narrow(yValue)), z(Narrow(zValue)) {}
 
   // Whole numbers, and any mixture of numbers, fit the floats and the doubles equally well: taken as doubles.
-  constexpr FloatPoint(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue,
-                       zelbase::detail::Number auto zValue)
+  constexpr FloatPoint(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue, zelbase::detail::Number auto zValue)
       : FloatPoint(static_cast<double>(xValue), static_cast<double>(yValue), static_cast<double>(zValue)) {}
 
   constexpr FloatPoint(const Point& point) : FloatPoint(point.x, point.y, point.z) {}
-  constexpr FloatPoint(const CPoint& point)
-      : x(static_cast<float>(point.x)), y(static_cast<float>(point.y)) {}  // z is 0
+  constexpr FloatPoint(const CPoint& point) : x(static_cast<float>(point.x)), y(static_cast<float>(point.y)) {}  // z is 0
 
   constexpr void Set(float xValue, float yValue, float zValue) { *this = FloatPoint(xValue, yValue, zValue); }
-  constexpr void Set(double xValue, double yValue, double zValue) {
-    *this = FloatPoint(xValue, yValue, zValue);
-  }
-  constexpr void Set(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue,
-                     zelbase::detail::Number auto zValue) {
+  constexpr void Set(double xValue, double yValue, double zValue) { *this = FloatPoint(xValue, yValue, zValue); }
+  constexpr void Set(zelbase::detail::Number auto xValue, zelbase::detail::Number auto yValue, zelbase::detail::Number auto zValue) {
     *this = FloatPoint(xValue, yValue, zValue);
   }
 
-  constexpr bool operator==(const FloatPoint& other) const {
-    return x == other.x && y == other.y && z == other.z;
-  }
+  constexpr bool operator==(const FloatPoint& other) const { return x == other.x && y == other.y && z == other.z; }
 
   constexpr FloatPoint& operator+=(const FloatPoint& other) { return *this = *this + other; }
   constexpr FloatPoint& operator-=(const FloatPoint& other) { return *this = *this - other; }
-  constexpr FloatPoint operator+(const FloatPoint& other) const {
-    return FloatPoint(x + other.x, y + other.y, z + other.z);
-  }
-  constexpr FloatPoint operator-(const FloatPoint& other) const {
-    return FloatPoint(x - other.x, y - other.y, z - other.z);
-  }
+  constexpr FloatPoint operator+(const FloatPoint& other) const { return FloatPoint(x + other.x, y + other.y, z + other.z); }
+  constexpr FloatPoint operator-(const FloatPoint& other) const { return FloatPoint(x - other.x, y - other.y, z - other.z); }
   constexpr FloatPoint operator-() const { return FloatPoint(-x, -y, -z); }
 
   // In double, rounded once.
-  constexpr FloatPoint operator*(double factor) const {
-    return FloatPoint(x * factor, y * factor, z * factor);
-  }
+  constexpr FloatPoint operator*(double factor) const { return FloatPoint(x * factor, y * factor, z * factor); }
 
   // In double, rounded once. A divisor of exactly 0.0, or -0.0, leaves the value as it is; every other one
   // divides.

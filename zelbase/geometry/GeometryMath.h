@@ -25,20 +25,14 @@
 namespace MATH {
 
 // v * v
-inline constexpr double sqr(double v) {
-  return v * v;
-}
+inline constexpr double sqr(double v) { return v * v; }
 
 //   Equal(1.0, 1.0 + 1e-15)   // true
 //   Equal(1.0, 1.0 + 1e-12)   // false
-inline bool Equal(double a, double b) {
-  return std::fabs(a - b) <= Epsilon(std::max(std::fabs(a), std::fabs(b))) * 100.0;
-}
+inline bool Equal(double a, double b) { return std::fabs(a - b) <= Epsilon(std::max(std::fabs(a), std::fabs(b))) * 100.0; }
 
 // `a` lies below `b` by more than the tolerance.
-inline bool Less(double a, double b) {
-  return b - a > Epsilon(std::max(std::fabs(a), std::fabs(b))) * 100.0;
-}
+inline bool Less(double a, double b) { return b - a > Epsilon(std::max(std::fabs(a), std::fabs(b))) * 100.0; }
 
 // `a` lies above `b`, or within the tolerance below it: Greater(1.0, 1.0) is true. Only where the tolerance
 // itself is 0 do equal values not count: Greater(0.0, 0.0) is false.
@@ -47,13 +41,9 @@ inline bool Greater(double a, double b) {
   return b - a < Epsilon(std::max(std::fabs(a), std::fabs(b))) * 100.0;
 }
 
-inline bool LEqual(double a, double b) {
-  return Less(a, b) || Equal(a, b);
-}
+inline bool LEqual(double a, double b) { return Less(a, b) || Equal(a, b); }
 
-inline bool GEqual(double a, double b) {
-  return Greater(a, b) || Equal(a, b);
-}
+inline bool GEqual(double a, double b) { return Greater(a, b) || Equal(a, b); }
 
 // Round(value, digits) of the numeric helpers, under this name as well.
 using ::Round;

@@ -11,8 +11,7 @@ constexpr double kVerticalSlope = 1e10;
 // A line as y = slope * x + height.
 struct SlopeForm {
   explicit SlopeForm(const Line& line)
-      : slope((line.start.y - line.end.y) / (line.start.x - line.end.x)),
-        height(line.start.y - line.start.x * slope) {}
+      : slope((line.start.y - line.end.y) / (line.start.x - line.end.x)), height(line.start.y - line.start.x * slope) {}
   double At(double x) const { return slope * x + height; }
   bool IsSteep() const { return std::fabs(slope) > kVerticalSlope; }
 
@@ -22,8 +21,7 @@ struct SlopeForm {
 
 // Kept: products against the tolerance, not distances; a point just beyond an end counts.
 bool IsOnSegment(const Line& line, double x, double y) {
-  return (line.end.x - x) * (line.start.x - x) < TOLERANCE &&
-         (line.end.y - y) * (line.start.y - y) < TOLERANCE;
+  return (line.end.x - x) * (line.start.x - x) < TOLERANCE && (line.end.y - y) * (line.start.y - y) < TOLERANCE;
 }
 
 // The crossing of two lines; false when they are parallel.
@@ -78,13 +76,11 @@ bool FindChord(const Point& a, const Point& b, double ra, double rb, double d, C
 }
 
 Point RightEnd(const Point& a, const CircleChord& chord) {
-  return Point(a.x + chord.half * chord.ux - chord.along * chord.uy,
-               a.y + chord.half * chord.uy + chord.along * chord.ux, 0.0);
+  return Point(a.x + chord.half * chord.ux - chord.along * chord.uy, a.y + chord.half * chord.uy + chord.along * chord.ux, 0.0);
 }
 
 Point LeftEnd(const Point& a, const CircleChord& chord) {
-  return Point(a.x - chord.half * chord.ux - chord.along * chord.uy,
-               a.y - chord.half * chord.uy + chord.along * chord.ux, 0.0);
+  return Point(a.x - chord.half * chord.ux - chord.along * chord.uy, a.y - chord.half * chord.uy + chord.along * chord.ux, 0.0);
 }
 
 // The line from the middle of a chord at a right angle to it.

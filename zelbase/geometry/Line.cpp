@@ -4,17 +4,13 @@
 
 namespace {
 
-bool IsBetween(double value, double a, double b) {
-  return (a <= value && value <= b) || (b <= value && value <= a);
-}
+bool IsBetween(double value, double a, double b) { return (a <= value && value <= b) || (b <= value && value <= a); }
 
 bool IsBetweenEnds(const Line& line, double x, double y) {
   return IsBetween(x, line.start.x, line.end.x) && IsBetween(y, line.start.y, line.end.y);
 }
 
-double Slope(const Line& line) {
-  return (line.start.y - line.end.y) / (line.start.x - line.end.x);
-}
+double Slope(const Line& line) { return (line.start.y - line.end.y) / (line.start.x - line.end.x); }
 
 }  // namespace
 

@@ -10,21 +10,16 @@ namespace {
 constexpr double kNowhere = -std::numeric_limits<double>::max();
 
 // In either order; nothing lies between NaN and anything.
-bool IsBetween(double value, double a, double b) {
-  return (a <= value && value <= b) || (b <= value && value <= a);
-}
+bool IsBetween(double value, double a, double b) { return (a <= value && value <= b) || (b <= value && value <= a); }
 
-bool DifferInPlane(const Point& a, const Point& b) {
-  return a.x != b.x || a.y != b.y;
-}
+bool DifferInPlane(const Point& a, const Point& b) { return a.x != b.x || a.y != b.y; }
 
 // The crossings of a line, ordered from left to right, with the edges of a page: two at the most.
 // Kept: a line through a corner finds it on both edges, and the second finding stands for the other end's
 // crossing.
 class EdgeCrossings {
  public:
-  EdgeCrossings(const Line& line, const Page& page, bool extend)
-      : m_line(line), m_page(page), m_extend(extend) {}
+  EdgeCrossings(const Line& line, const Page& page, bool extend) : m_line(line), m_page(page), m_extend(extend) {}
 
   void TryVertical(double edge) {
     double y = 0.0;

@@ -37,9 +37,7 @@ LineData::LineData(const std::string&) {}
 
 LineData::~LineData() = default;
 
-bool LineData::GetModelExtents(Page&) {
-  return false;
-}
+bool LineData::GetModelExtents(Page&) { return false; }
 
 void LineData::SetAttributes(const CAttributeMap&) {}
 
@@ -53,9 +51,7 @@ bool LineData::LoadLineData(const std::string&, const std::string&, const Center
   return true;
 }
 
-int LineData::NumDataPoints() const {
-  return static_cast<int>(m_points.size());
-}
+int LineData::NumDataPoints() const { return static_cast<int>(m_points.size()); }
 
 bool LineData::DataPoint(double distance, ProfilePoint& out) const {
   if (m_points.empty()) return false;

@@ -58,14 +58,10 @@ LOGFONT FontAlong(double bearing, int height) {
 // The space between a point and the edge that a text of this quadrant leans on.
 double SpaceToEdge(const Point& anchor, const Page& page, int quadrant) {
   switch (quadrant) {
-    case 0:
-      return std::fabs(anchor.x - page.left);
-    case 1:
-      return std::fabs(anchor.y - page.top);
-    case 2:
-      return std::fabs(anchor.x - page.right);
-    default:
-      return std::fabs(anchor.y - page.bottom);
+    case 0: return std::fabs(anchor.x - page.left);
+    case 1: return std::fabs(anchor.y - page.top);
+    case 2: return std::fabs(anchor.x - page.right);
+    default: return std::fabs(anchor.y - page.bottom);
   }
 }
 

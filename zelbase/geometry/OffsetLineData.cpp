@@ -11,9 +11,7 @@
 OffsetLineData::OffsetLineData(LineData* source, bool ownsSource)
     : LineData("Offset"), m_source(zelbase::detail::HoldSource(source, ownsSource)) {}
 
-bool OffsetLineData::GetModelExtents(Page& page) {
-  return m_source != nullptr && m_source->GetModelExtents(page);
-}
+bool OffsetLineData::GetModelExtents(Page& page) { return m_source != nullptr && m_source->GetModelExtents(page); }
 
 void OffsetLineData::SetAttributes(const CAttributeMap& attributes) {
   if (m_source != nullptr) m_source->SetAttributes(attributes);
@@ -26,38 +24,24 @@ bool OffsetLineData::LoadLineData(const std::string& a, const std::string& b, co
   return true;
 }
 
-void OffsetLineData::SetOffset(double offset) {
-  m_offset = offset;
-}
+void OffsetLineData::SetOffset(double offset) { m_offset = offset; }
 
-double OffsetLineData::GetOffset() const {
-  return m_offset;
-}
+double OffsetLineData::GetOffset() const { return m_offset; }
 
-void OffsetLineData::SetZShift(double zShift) {
-  m_zShift = zShift;
-}
+void OffsetLineData::SetZShift(double zShift) { m_zShift = zShift; }
 
-double OffsetLineData::GetZShift() const {
-  return m_zShift;
-}
+double OffsetLineData::GetZShift() const { return m_zShift; }
 
 void OffsetLineData::SetMaxZ(double maxZ, bool enabled) {
   m_maxZ = maxZ;
   m_maxZEnabled = enabled;
 }
 
-double OffsetLineData::GetMaxZ() const {
-  return m_maxZ;
-}
+double OffsetLineData::GetMaxZ() const { return m_maxZ; }
 
-bool OffsetLineData::IsMaxZEnabled() const {
-  return m_maxZEnabled;
-}
+bool OffsetLineData::IsMaxZEnabled() const { return m_maxZEnabled; }
 
-double OffsetLineData::GetTolerance() const {
-  return m_tolerance;
-}
+double OffsetLineData::GetTolerance() const { return m_tolerance; }
 
 bool OffsetLineData::ApplyOffset() {
   m_points.clear();
@@ -80,8 +64,7 @@ void OffsetLineData::ClipToMaxZ() {
   for (ProfilePoint cur : m_points) {
     if ((cur.z - m_maxZ) * (b.z - m_maxZ) < 0 && !cur.sectionStart) {
       const double t = (m_maxZ - b.z) / (cur.z - b.z);
-      clipped.emplace_back(b.x + (cur.x - b.x) * t, b.y + (cur.y - b.y) * t, m_maxZ,
-                           b.distance + (cur.distance - b.distance) * t, false);
+      clipped.emplace_back(b.x + (cur.x - b.x) * t, b.y + (cur.y - b.y) * t, m_maxZ, b.distance + (cur.distance - b.distance) * t, false);
     }
     // Kept: the level is a floor; what lies below is lifted, and a flagged point too.
     if (m_maxZ > cur.z) cur.z = m_maxZ;

@@ -33,8 +33,7 @@ class ZELBASE_API Page {
   constexpr Page() = default;
   constexpr Page(double leftEdge, double bottomEdge, double rightEdge, double topEdge)
       : left(leftEdge), bottom(bottomEdge), right(rightEdge), top(topEdge) {}
-  constexpr Page(const Point& bottomLeft, const Point& topRight)
-      : Page(bottomLeft.x, bottomLeft.y, topRight.x, topRight.y) {}
+  constexpr Page(const Point& bottomLeft, const Point& topRight) : Page(bottomLeft.x, bottomLeft.y, topRight.x, topRight.y) {}
 
   constexpr void Set(double leftEdge, double bottomEdge, double rightEdge, double topEdge) {
     *this = Page(leftEdge, bottomEdge, rightEdge, topEdge);
@@ -110,12 +109,8 @@ class ZELBASE_API Page {
   }
 
   // Shifts by x and y.
-  constexpr Page& operator+=(const Point& shift) {
-    return *this = Page(left + shift.x, bottom + shift.y, right + shift.x, top + shift.y);
-  }
-  constexpr Page& operator-=(const Point& shift) {
-    return *this = Page(left - shift.x, bottom - shift.y, right - shift.x, top - shift.y);
-  }
+  constexpr Page& operator+=(const Point& shift) { return *this = Page(left + shift.x, bottom + shift.y, right + shift.x, top + shift.y); }
+  constexpr Page& operator-=(const Point& shift) { return *this = Page(left - shift.x, bottom - shift.y, right - shift.x, top - shift.y); }
 
   // Whether the point lies in the page or on an edge. In y the page may have either orientation; in x it must
   // have left <= right to hold anything. A NaN coordinate is outside of nothing and counts as inside.
@@ -132,14 +127,11 @@ class ZELBASE_API Page {
 
   // Whether the page and the rectangle share more than an edge. Orientation is not looked at: a page of the
   // screen overlaps nothing.
-  constexpr bool IsRectInPage(double otherLeft, double otherBottom, double otherRight,
-                              double otherTop) const {
+  constexpr bool IsRectInPage(double otherLeft, double otherBottom, double otherRight, double otherTop) const {
     // Kept: strict and without regard to orientation, unlike IsPointInPage.
     return !(top <= otherBottom || right <= otherLeft || bottom >= otherTop || left >= otherRight);
   }
-  constexpr bool IsRectInPage(const Page& other) const {
-    return IsRectInPage(other.left, other.bottom, other.right, other.top);
-  }
+  constexpr bool IsRectInPage(const Page& other) const { return IsRectInPage(other.left, other.bottom, other.right, other.top); }
 
   // Cuts `rect` down to what lies in this page. False, `rect` untouched, when they do not overlap
   // (IsRectInPage); orientation is not looked at here either.
@@ -179,8 +171,7 @@ class ZELBASE_API Page {
   // - Touching an edge is no crossing.
   // - A page whose edges stand in the other order is mirrored, the centre with it, and the bearings are those
   //   in the mirror: on a page of the screen as if y ran up.
-  bool ClipCircle(const Point& centre, double radius, double start, double end, int& count, double* starts,
-                  double* ends) const;
+  bool ClipCircle(const Point& centre, double radius, double start, double end, int& count, double* starts, double* ends) const;
 
   // Swaps edges so that right >= left and top >= bottom.
   constexpr void Normalize() {

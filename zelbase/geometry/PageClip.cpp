@@ -47,15 +47,13 @@ bool ClipEnd(const Bounds& bounds, unsigned int code, Point& end, const Point& o
   // own move.
   if ((code & (kAbove | kBelow)) != 0) {
     const double edge = (code & kAbove) != 0 ? bounds.yMax : bounds.yMin;
-    if (std::fabs(other.y - end.y) > kNoDistance)
-      end.x += (other.x - end.x) * (edge - end.y) / (other.y - end.y);
+    if (std::fabs(other.y - end.y) > kNoDistance) end.x += (other.x - end.x) * (edge - end.y) / (other.y - end.y);
     end.y = edge;
     if (bounds.xMin <= end.x && end.x <= bounds.xMax) return true;
   }
   if ((code & (kRight | kLeft)) != 0) {
     const double edge = (code & kRight) != 0 ? bounds.xMax : bounds.xMin;
-    if (std::fabs(other.x - end.x) > kNoDistance)
-      end.y += (other.y - end.y) * (edge - end.x) / (other.x - end.x);
+    if (std::fabs(other.x - end.x) > kNoDistance) end.y += (other.y - end.y) * (edge - end.x) / (other.x - end.x);
     end.x = edge;
     if (bounds.yMin <= end.y && end.y <= bounds.yMax) return true;
   }
@@ -105,12 +103,9 @@ bool Page::ClipLine(const Line& in, Line* out) const {
   return true;
 }
 
-bool Page::ClipLine(Line& line) const {
-  return ClipLine(line, &line);
-}
+bool Page::ClipLine(Line& line) const { return ClipLine(line, &line); }
 
-bool Page::ClipCircle(const Point& centre, double radius, double start, double end, int& count,
-                      double* starts, double* ends) const {
+bool Page::ClipCircle(const Point& centre, double radius, double start, double end, int& count, double* starts, double* ends) const {
   count = 0;
   const double r = std::fabs(radius);
   if (r < kSmallestRadius || starts == nullptr || ends == nullptr) return false;

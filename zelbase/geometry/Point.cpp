@@ -8,6 +8,4 @@ void Point::Rotate(double angle, const Point& centre) {
   Rotation2D(centre.x, centre.y, x - centre.x, y - centre.y, angle, x, y);
 }
 
-std::string Point::ToString() const {
-  return zelbase::detail::ComponentText("point: ", x, y, z);
-}
+std::string Point::ToString() const { return zelbase::detail::ComponentText("point: ", x, y, z); }

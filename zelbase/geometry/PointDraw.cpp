@@ -76,8 +76,7 @@ class CrossPainter {
 
 // The rectangle that reaches `reach` pixels to all sides of one pixel, right and bottom edge excluded.
 CRect Around(const WidePixel& at, long long reach) {
-  return CRect(NearestInt(at.x - reach), NearestInt(at.y - reach), NearestInt(at.x + reach + 1),
-               NearestInt(at.y + reach + 1));
+  return CRect(NearestInt(at.x - reach), NearestInt(at.y - reach), NearestInt(at.x + reach + 1), NearestInt(at.y + reach + 1));
 }
 
 void DrawOutline(CDC& dc, const CRect& box) {

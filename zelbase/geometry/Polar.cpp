@@ -6,9 +6,7 @@
 
 namespace {
 
-double WithoutTrifle(double component) {
-  return std::fabs(component) < TOLERANCE ? 0.0 : component;
-}
+double WithoutTrifle(double component) { return std::fabs(component) < TOLERANCE ? 0.0 : component; }
 
 }  // namespace
 
@@ -20,9 +18,7 @@ void XYToPolar(double x, double y, double& bearing, double& length) {
   bearing = angle < 0 ? angle + 360.0 : angle;
 }
 
-void XYToPolar(const Point& vector, double& bearing, double& length) {
-  XYToPolar(vector.x, vector.y, bearing, length);
-}
+void XYToPolar(const Point& vector, double& bearing, double& length) { XYToPolar(vector.x, vector.y, bearing, length); }
 
 void PolarToXY(double bearing, double length, double& x, double& y) {
   const double radians = bearing * D_TO_R;

@@ -57,8 +57,7 @@ bool PolyClipper::DoPolyClip(bool closeLast) {
   auto begin = m_outputFlags.cbegin();
   while (begin != m_outputFlags.cend()) {
     const auto end = std::find(begin + 1, m_outputFlags.cend(), 1);
-    m_polygons.push_back(
-        PolygonRun{points + (begin - m_outputFlags.cbegin()), points + (end - m_outputFlags.cbegin()), true});
+    m_polygons.push_back(PolygonRun{points + (begin - m_outputFlags.cbegin()), points + (end - m_outputFlags.cbegin()), true});
     begin = end;
   }
   // Kept: the very first point closes, also when the last polygon is another one.

@@ -83,14 +83,10 @@ class ZELBASE_API PolyClipper {
   int GetOutputSize() const { return static_cast<int>(m_outputPoints.size()); }
 
   // Point i, from 0; Point() when there is none.
-  Point GetOutputPoint(int index) const {
-    return HasOutput(index) ? m_outputPoints[static_cast<std::size_t>(index)] : Point();
-  }
+  Point GetOutputPoint(int index) const { return HasOutput(index) ? m_outputPoints[static_cast<std::size_t>(index)] : Point(); }
 
   // Whether a ring begins at point i; false when there is none.
-  bool GetOutputFlag(int index) const {
-    return HasOutput(index) && m_outputFlags[static_cast<std::size_t>(index)] != 0;
-  }
+  bool GetOutputFlag(int index) const { return HasOutput(index) && m_outputFlags[static_cast<std::size_t>(index)] != 0; }
 
   // The sum of the areas of all rings, each without sign; overlaps count twice.
   // Kept: a last ring of two edges or less adds nothing, but before another ring the joint to it counts as an
@@ -98,9 +94,7 @@ class ZELBASE_API PolyClipper {
   double Area() const;
 
  private:
-  bool HasOutput(int index) const {
-    return index >= 0 && static_cast<std::size_t>(index) < m_outputPoints.size();
-  }
+  bool HasOutput(int index) const { return index >= 0 && static_cast<std::size_t>(index) < m_outputPoints.size(); }
 
   void ProcessPoly(double firstLimit);
   void WriteOutputList(const std::vector<zelbase::detail::PolygonRun>& rings);

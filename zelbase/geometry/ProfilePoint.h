@@ -16,8 +16,7 @@
 class ZELBASE_API ProfilePoint {
  public:
   constexpr ProfilePoint() = default;
-  constexpr ProfilePoint(double xValue, double yValue, double zValue, double distanceValue,
-                         bool sectionStartValue)
+  constexpr ProfilePoint(double xValue, double yValue, double zValue, double distanceValue, bool sectionStartValue)
       : x(xValue), y(yValue), z(zValue), distance(distanceValue), sectionStart(sectionStartValue) {}
   constexpr ProfilePoint(const Point& point, double distanceValue, bool sectionStartValue)
       : ProfilePoint(point.x, point.y, point.z, distanceValue, sectionStartValue) {}
@@ -32,9 +31,7 @@ class ZELBASE_API ProfilePoint {
   constexpr bool operator<(const ProfilePoint& other) const { return distance < other.distance; }
 
   // This point with `shift` taken from x, y and z; distance and flag are kept.
-  constexpr ProfilePoint operator-(const Point& shift) const {
-    return ProfilePoint(Absolute() - shift, distance, sectionStart);
-  }
+  constexpr ProfilePoint operator-(const Point& shift) const { return ProfilePoint(Absolute() - shift, distance, sectionStart); }
 
   double x = 0;
   double y = 0;

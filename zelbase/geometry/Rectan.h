@@ -8,12 +8,10 @@
 class ZELBASE_API Rectan {
  public:
   constexpr Rectan() = default;
-  constexpr Rectan(double aValue, double bValue, double cValue, double dValue)
-      : a(aValue), b(bValue), c(cValue), d(dValue) {}
+  constexpr Rectan(double aValue, double bValue, double cValue, double dValue) : a(aValue), b(bValue), c(cValue), d(dValue) {}
 
   // Of each long the low 32 bits are kept.
-  constexpr void Set(double aValue, double bValue, double cValue, double dValue, long firstValue,
-                     long secondValue) {
+  constexpr void Set(double aValue, double bValue, double cValue, double dValue, long firstValue, long secondValue) {
     *this = Rectan(aValue, bValue, cValue, dValue);
     first = static_cast<int>(firstValue);
     second = static_cast<int>(secondValue);

@@ -12,8 +12,7 @@
 class ZELBASE_API StatusPoint : public FloatPoint {
  public:
   constexpr StatusPoint() = default;
-  constexpr StatusPoint(const FloatPoint& point, unsigned int statusValue)
-      : FloatPoint(point), status(statusValue) {}
+  constexpr StatusPoint(const FloatPoint& point, unsigned int statusValue) : FloatPoint(point), status(statusValue) {}
 
   // "point: %f, %f, %f, status: %u", whatever the locale.
   std::string ToString() const;

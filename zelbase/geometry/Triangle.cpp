@@ -11,14 +11,11 @@ double AngleBetween(const Point& corner, const Point& p, const Point& q, double 
   return std::acos((toP.x * toQ.x + toP.y * toQ.y) / (lengthP * lengthQ));
 }
 
-double DistToMiddle(const Point& corner, const Point& from, const Point& to) {
-  return corner.Dist2D(from + (to - from) * 0.5);
-}
+double DistToMiddle(const Point& corner, const Point& from, const Point& to) { return corner.Dist2D(from + (to - from) * 0.5); }
 
 // An edge that runs from one side of the level to the other is cut where it meets it.
 struct Edge {
-  Edge(const Point& from, const Point& to, bool fromAbove, bool toAbove, double level)
-      : isCut(fromAbove != toAbove) {
+  Edge(const Point& from, const Point& to, bool fromAbove, bool toAbove, double level) : isCut(fromAbove != toAbove) {
     if (isCut) crossing = from + (to - from) * ((level - from.z) / (to.z - from.z));
   }
 
@@ -32,38 +29,26 @@ void Lift(Point& corner, double level) {
 
 }  // namespace
 
-double Triangle::GetAngleA() const {
-  return AngleBetween(m_a, m_b, m_c, GetDistanceAB(), GetDistanceCA());
-}
+double Triangle::GetAngleA() const { return AngleBetween(m_a, m_b, m_c, GetDistanceAB(), GetDistanceCA()); }
 
-double Triangle::GetAngleB() const {
-  return AngleBetween(m_b, m_c, m_a, GetDistanceBC(), GetDistanceAB());
-}
+double Triangle::GetAngleB() const { return AngleBetween(m_b, m_c, m_a, GetDistanceBC(), GetDistanceAB()); }
 
-double Triangle::GetAngleC() const {
-  return AngleBetween(m_c, m_a, m_b, GetDistanceCA(), GetDistanceBC());
-}
+double Triangle::GetAngleC() const { return AngleBetween(m_c, m_a, m_b, GetDistanceCA(), GetDistanceBC()); }
 
 double Triangle::GetHeight(ANGULARPOINT which) const {
   switch (which) {
-    case ANGULARPOINT_A:
-      return GetDistanceCA() * std::sin(GetAngleC());
-    case ANGULARPOINT_B:
-      return GetDistanceAB() * std::sin(GetAngleA());
-    case ANGULARPOINT_C:
-      return GetDistanceBC() * std::sin(GetAngleB());
+    case ANGULARPOINT_A: return GetDistanceCA() * std::sin(GetAngleC());
+    case ANGULARPOINT_B: return GetDistanceAB() * std::sin(GetAngleA());
+    case ANGULARPOINT_C: return GetDistanceBC() * std::sin(GetAngleB());
   }
   return 0.0;
 }
 
 double Triangle::GetDistToMiddleOfOppositeSide(ANGULARPOINT which) const {
   switch (which) {
-    case ANGULARPOINT_A:
-      return DistToMiddle(m_a, m_b, m_c);
-    case ANGULARPOINT_B:
-      return DistToMiddle(m_b, m_c, m_a);
-    case ANGULARPOINT_C:
-      return DistToMiddle(m_c, m_a, m_b);
+    case ANGULARPOINT_A: return DistToMiddle(m_a, m_b, m_c);
+    case ANGULARPOINT_B: return DistToMiddle(m_b, m_c, m_a);
+    case ANGULARPOINT_C: return DistToMiddle(m_c, m_a, m_b);
   }
   return 0.0;
 }

@@ -308,17 +308,11 @@ bool VesselContour::LoadFromString(std::string text) {
   return m_loaded;
 }
 
-bool VesselContour::PackDouble(double value, char*& at, std::size_t& left) {
-  return Pack(std::bit_cast<std::uint64_t>(value), at, left);
-}
+bool VesselContour::PackDouble(double value, char*& at, std::size_t& left) { return Pack(std::bit_cast<std::uint64_t>(value), at, left); }
 
-bool VesselContour::PackLong(int value, char*& at, std::size_t& left) {
-  return Pack(static_cast<std::uint32_t>(value), at, left);
-}
+bool VesselContour::PackLong(int value, char*& at, std::size_t& left) { return Pack(static_cast<std::uint32_t>(value), at, left); }
 
-bool VesselContour::PackBool(bool value, char*& at, std::size_t& left) {
-  return Pack(static_cast<std::uint8_t>(value ? 1 : 0), at, left);
-}
+bool VesselContour::PackBool(bool value, char*& at, std::size_t& left) { return Pack(static_cast<std::uint8_t>(value ? 1 : 0), at, left); }
 
 bool VesselContour::UnPackDouble(double& value, const char*& at, std::size_t& left) {
   std::uint64_t bits = 0;

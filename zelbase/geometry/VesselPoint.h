@@ -9,8 +9,7 @@
 class ZELBASE_API VesselPoint : public Point {
  public:
   constexpr VesselPoint() = default;
-  constexpr VesselPoint(const Point& point, bool moveToValue, bool markValue)
-      : Point(point), moveTo(moveToValue), mark(markValue) {}
+  constexpr VesselPoint(const Point& point, bool moveToValue, bool markValue) : Point(point), moveTo(moveToValue), mark(markValue) {}
 
   bool moveTo = false;  // bit 0: the pen goes to this point without drawing
   bool mark = false;    // bit 1: the point is marked

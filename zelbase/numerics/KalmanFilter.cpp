@@ -25,13 +25,11 @@ struct PositionCovariance {
   double covXY = 0.0;
 };
 
-PositionCovariance PositionPart(const StateCovariance& covariance) {
-  return {covariance[0][0], covariance[1][1], covariance[1][0]};
-}
+PositionCovariance PositionPart(const StateCovariance& covariance) { return {covariance[0][0], covariance[1][1], covariance[1][0]}; }
 
 // Hands out a state, with the covariance that is told beside it.
-void Give(const StateVector& state, const PositionCovariance& covariance, double& x, double& y, double& vx, double& vy,
-          double& varX, double& varY, double& covXY) {
+void Give(const StateVector& state, const PositionCovariance& covariance, double& x, double& y, double& vx, double& vy, double& varX,
+          double& varY, double& covXY) {
   x = state[0][0];
   y = state[1][0];
   vx = state[2][0];
@@ -42,9 +40,7 @@ void Give(const StateVector& state, const PositionCovariance& covariance, double
 }
 
 // 0 to 4; compared before anything is subtracted.
-int DynamicsIndex(int dynamics) {
-  return std::clamp(dynamics, 1, zelbase::detail::kDynamicsCount) - 1;
-}
+int DynamicsIndex(int dynamics) { return std::clamp(dynamics, 1, zelbase::detail::kDynamicsCount) - 1; }
 
 }  // namespace
 
@@ -68,8 +64,8 @@ KalmanFilter& KalmanFilter::operator=(const KalmanFilter& other) {
   return *this;
 }
 
-void KalmanFilter::Initialize(double time, double x, double y, double vx, double vy, double varX, double varY,
-                              double covXY, double headingOffset, double scaleError, int dynamics, int& /*status*/) {
+void KalmanFilter::Initialize(double time, double x, double y, double vx, double vy, double varX, double varY, double covXY,
+                              double headingOffset, double scaleError, int dynamics, int& /*status*/) {
   State& s = *m_state;
   s.time = time;
   s.filter.x = {{{x}, {y}, {vx}, {vy}}};
@@ -84,9 +80,7 @@ void KalmanFilter::Initialize(double time, double x, double y, double vx, double
   s.calibration.Restart();
 }
 
-void KalmanFilter::SetFilterDynamics(int dynamics) {
-  m_state->dynamics = DynamicsIndex(dynamics);
-}
+void KalmanFilter::SetFilterDynamics(int dynamics) { m_state->dynamics = DynamicsIndex(dynamics); }
 
 void KalmanFilter::GetCalibrationValues(double& headingOffset, double& scaleError) const {
   headingOffset = m_state->calibration.HeadingOffset();
@@ -105,8 +99,8 @@ void KalmanFilter::GetStateVector(double& time, double& x, double& y, double& vx
   Give(s.filter.predicted, s.lastUpdate, x, y, vx, vy, varX, varY, covXY);
 }
 
-void KalmanFilter::PredictState(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
-                                double& covXY, int& status) {
+void KalmanFilter::PredictState(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
+                                int& status) {
   State& s = *m_state;
   const double dt = time - s.time;
   if (dt < 0.0) {
@@ -119,8 +113,8 @@ void KalmanFilter::PredictState(double time, double& x, double& y, double& vx, d
   status = kSuccess;
 }
 
-void KalmanFilter::UpdatePosition(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
-                                  double& covXY, int& status) {
+void KalmanFilter::UpdatePosition(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
+                                  int& status) {
   State& s = *m_state;
   const double dt = time - s.time;
   if (dt < 0.0) {
@@ -137,8 +131,8 @@ void KalmanFilter::UpdatePosition(double time, double& x, double& y, double& vx,
   status = kSuccess;
 }
 
-void KalmanFilter::UpdateVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
-                                  double& covXY, int& status) {
+void KalmanFilter::UpdateVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
+                                  int& status) {
   State& s = *m_state;
   const double dt = time - s.time;
   if (dt < 0.0) {
@@ -168,8 +162,8 @@ void KalmanFilter::UpdateVelocity(double time, double& x, double& y, double& vx,
   s.calibration.TakeVelocity(time, measuredX, measuredY);
 }
 
-void KalmanFilter::UpdatePositionVelocity(double /*time*/, double& /*x*/, double& /*y*/, double& /*vx*/, double& /*vy*/,
-                                          double& /*varX*/, double& /*varY*/, double& /*covXY*/, int& status) {
+void KalmanFilter::UpdatePositionVelocity(double /*time*/, double& /*x*/, double& /*y*/, double& /*vx*/, double& /*vy*/, double& /*varX*/,
+                                          double& /*varY*/, double& /*covXY*/, int& status) {
   // Kept: callers that offer both at once get a success and no update.
   status = kSuccess;
 }

@@ -72,8 +72,8 @@ class ZELBASE_API KalmanFilter {
   // calibration values, and gives a running calibration up. Kept as they were, and relied on so: the covariance of the
   // velocity, what GetStateVector gives, and the last fix: a filter that never had one holds the fix (0, 0) at time 0.
   // `status` is not written.
-  void Initialize(double time, double x, double y, double vx, double vy, double varX, double varY, double covXY,
-                  double headingOffset, double scaleError, int dynamics, int& status);
+  void Initialize(double time, double x, double y, double vx, double vy, double varX, double varY, double covXY, double headingOffset,
+                  double scaleError, int dynamics, int& status);
 
   // How steady the vessel is, 1 (lively) to 5 (steady); values outside are taken as the nearer end. It chooses how much
   // the velocity may have changed between two fixes.
@@ -91,19 +91,16 @@ class ZELBASE_API KalmanFilter {
   // The filter's time, the state predicted last, and the covariance of the last position update. So it is all zero after
   // Initialize alone but for the time; after UpdatePosition the prediction made just before the fix; after UpdateVelocity
   // the dead-reckoned position; after PredictState what that gave, with the filter's time.
-  void GetStateVector(double& time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
-                      double& covXY) const;
+  void GetStateVector(double& time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY) const;
 
   // The state at `time`, which must not lie before the filter's. All but `time` is output; the covariance is that of the
   // last position update, not one predicted for `time`. Time, state and covariance of the filter stay, so a prediction can
   // be repeated for any later time. Status 0 or 4; with 4 nothing else is written.
-  void PredictState(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
-                    int& status);
+  void PredictState(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY, int& status);
 
   // Takes a fix: `x`, `y` and their covariance are input and output, `vx` and `vy` output. A fix at the filter's own time
   // is merged with the state as it stands. Status 0 or 4; with 4 nothing else is written, and the fix is not remembered.
-  void UpdatePosition(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
-                      int& status);
+  void UpdatePosition(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY, int& status);
 
   // Takes a velocity: `vx`, `vy` are input and stay, the rest is output. The velocity replaces that of the state, and the
   // position moves on by it; its variances grow by (5 % of the speed times the time step) squared. Status 0 or 4; with 4
@@ -114,12 +111,11 @@ class ZELBASE_API KalmanFilter {
   // 60 s have passed, the next velocity closes the window at the last fix and compares what the fixes made good (bearing,
   // distance) with the integral: a tenth of the difference goes into the calibration values. The difference is limited to
   // 10 degrees and 200 parts per thousand, the values likewise. A run that made good less than 6 metres changes nothing.
-  void UpdateVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
-                      int& status);
+  void UpdateVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY, int& status);
 
   // Gives status 0 and does nothing else.
-  void UpdatePositionVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY,
-                              double& covXY, int& status);
+  void UpdatePositionVelocity(double time, double& x, double& y, double& vx, double& vy, double& varX, double& varY, double& covXY,
+                              int& status);
 
   // --- Lines of position ---
 
@@ -133,14 +129,13 @@ class ZELBASE_API KalmanFilter {
   // as they stand, so that 359.99 against 0 is 359.99 degrees, which is 6.28 times the distance. Status 0 to 3. With 1, 2
   // and 3 nothing is written but the status, residuals of 0 and the azimuths of the last pass; without an array the status
   // alone.
-  void ReduceLops(double time, LopStruct* lops, double& x, double& y, double& varX, double& varY, double& covXY,
-                  double& sigma, int& count, int& status) const;
+  void ReduceLops(double time, LopStruct* lops, double& x, double& y, double& varX, double& varY, double& covXY, double& sigma, int& count,
+                  int& status) const;
 
   // The standard ellipse of a covariance: half its axes in metres, and the direction of the larger one, degrees, [0, 180].
   // Variances that are equal within 0.001 give 45 or 135. A covariance that is none (negative, not a number) gives
   // not-a-numbers.
-  static void ComputeEllipse(double varX, double varY, double covXY, double& semiMajor, double& semiMinor,
-                             double& orientation);
+  static void ComputeEllipse(double varX, double varY, double covXY, double& semiMajor, double& semiMinor, double& orientation);
 
  private:
   struct State;

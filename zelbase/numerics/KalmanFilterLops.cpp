@@ -189,8 +189,8 @@ double HalfAxis(double varX, double varY, double covXY, double theta) {
 
 }  // namespace
 
-void KalmanFilter::ReduceLops(double /*time*/, LopStruct* lops, double& x, double& y, double& varX, double& varY,
-                              double& covXY, double& sigma, int& count, int& status) const {
+void KalmanFilter::ReduceLops(double /*time*/, LopStruct* lops, double& x, double& y, double& varX, double& varY, double& covXY,
+                              double& sigma, int& count, int& status) const {
   if (lops == nullptr) {
     status = kTooFewLops;
     return;
@@ -207,8 +207,7 @@ void KalmanFilter::ReduceLops(double /*time*/, LopStruct* lops, double& x, doubl
   count = reduction.Count();
 }
 
-void KalmanFilter::ComputeEllipse(double varX, double varY, double covXY, double& semiMajor, double& semiMinor,
-                                  double& orientation) {
+void KalmanFilter::ComputeEllipse(double varX, double varY, double covXY, double& semiMajor, double& semiMinor, double& orientation) {
   const bool differs = std::fabs(varX - varY) >= 0.001;
   const double theta = differs ? std::atan(2 * covXY / (varY - varX)) / 2 : MATH::M_PI_4;
   const double a = HalfAxis(varX, varY, covXY, theta);

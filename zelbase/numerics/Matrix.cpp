@@ -28,8 +28,7 @@ Matrix::Matrix(unsigned int rows, unsigned int cols)
     : m_rows(cols == 0 ? 0 : rows), m_cols(rows == 0 ? 0 : cols), m_data(NewElements(Count())) {}
 
 // Kept: without the test for a zero size, so that (0, 5, values) has 0 rows and 5 columns.
-Matrix::Matrix(unsigned int rows, unsigned int cols, const double* values)
-    : m_rows(rows), m_cols(cols), m_data(NewElements(Count())) {
+Matrix::Matrix(unsigned int rows, unsigned int cols, const double* values) : m_rows(rows), m_cols(cols), m_data(NewElements(Count())) {
   if (values == nullptr) {
     zero();
   } else {
@@ -42,9 +41,7 @@ Matrix::Matrix(const Matrix& other) : m_rows(other.m_rows), m_cols(other.m_cols)
 }
 
 Matrix::Matrix(Matrix&& other) noexcept
-    : m_rows(std::exchange(other.m_rows, 0)),
-      m_cols(std::exchange(other.m_cols, 0)),
-      m_data(std::move(other.m_data)) {}
+    : m_rows(std::exchange(other.m_rows, 0)), m_cols(std::exchange(other.m_cols, 0)), m_data(std::move(other.m_data)) {}
 
 Matrix& Matrix::operator=(const Matrix& other) {
   if (this == &other) return *this;

@@ -15,9 +15,7 @@ constexpr std::size_t kShortCount = 2;
 constexpr std::size_t kLongCount = 4;
 constexpr unsigned int kCountIsLong = 0xFFFF;
 
-std::size_t BufferSize(int wanted) {
-  return static_cast<std::size_t>(wanted < 1 || wanted > kLargestSize ? kDefaultSize : wanted);
-}
+std::size_t BufferSize(int wanted) { return static_cast<std::size_t>(wanted < 1 || wanted > kLargestSize ? kDefaultSize : wanted); }
 
 }  // namespace
 
@@ -147,9 +145,7 @@ void CArchive::RequireStoring() const {
   if (m_loading || m_file == nullptr) throw CFileException(FileResult::InvalidHandle, std::string());
 }
 
-void CArchive::WriteString(const char* text) {
-  WriteString(text != nullptr ? std::string_view(text) : std::string_view());
-}
+void CArchive::WriteString(const char* text) { WriteString(text != nullptr ? std::string_view(text) : std::string_view()); }
 
 void CArchive::WriteString(std::string_view text) {
   RequireStoring();

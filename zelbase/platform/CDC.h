@@ -15,34 +15,34 @@
 #include "zelbase/platform/ZelBaseApi.h"
 
 // The numbers of the framework that those who draw hand over or ask for.
-inline constexpr int LOGPIXELSY = 90;      // GetDeviceCaps: dots per inch down the surface
-inline constexpr unsigned OBJ_PEN = 1;     // GetCurrentObject: the pen,
-inline constexpr unsigned OBJ_BRUSH = 2;   // the brush
-inline constexpr unsigned OBJ_FONT = 6;    // or the font
-inline constexpr int WHITE_BRUSH = 0;      // SelectStockObject: brushes that fill in white,
-inline constexpr int BLACK_BRUSH = 4;      // in black
-inline constexpr int HOLLOW_BRUSH = 5;     // or not at all,
-inline constexpr int WHITE_PEN = 6;        // pens that draw in white,
-inline constexpr int BLACK_PEN = 7;        // in black
-inline constexpr int NULL_PEN = 8;         // or not at all,
-inline constexpr int SYSTEM_FONT = 13;     // and the surface's own font
-inline constexpr unsigned PS_SOLID = 0;    // LOGPEN: a line without gaps,
-inline constexpr unsigned PS_DASH = 1;     // of dashes,
-inline constexpr unsigned PS_DOT = 2;      // of dots,
-inline constexpr unsigned PS_DASHDOT = 3;  // of a dash and a dot by turns,
+inline constexpr int LOGPIXELSY = 90;         // GetDeviceCaps: dots per inch down the surface
+inline constexpr unsigned OBJ_PEN = 1;        // GetCurrentObject: the pen,
+inline constexpr unsigned OBJ_BRUSH = 2;      // the brush
+inline constexpr unsigned OBJ_FONT = 6;       // or the font
+inline constexpr int WHITE_BRUSH = 0;         // SelectStockObject: brushes that fill in white,
+inline constexpr int BLACK_BRUSH = 4;         // in black
+inline constexpr int HOLLOW_BRUSH = 5;        // or not at all,
+inline constexpr int WHITE_PEN = 6;           // pens that draw in white,
+inline constexpr int BLACK_PEN = 7;           // in black
+inline constexpr int NULL_PEN = 8;            // or not at all,
+inline constexpr int SYSTEM_FONT = 13;        // and the surface's own font
+inline constexpr unsigned PS_SOLID = 0;       // LOGPEN: a line without gaps,
+inline constexpr unsigned PS_DASH = 1;        // of dashes,
+inline constexpr unsigned PS_DOT = 2;         // of dots,
+inline constexpr unsigned PS_DASHDOT = 3;     // of a dash and a dot by turns,
 inline constexpr unsigned PS_DASHDOTDOT = 4;  // of a dash and two dots by turns,
-inline constexpr unsigned PS_NULL = 5;     // or none
-inline constexpr int TRANSPARENT = 1;      // SetBkMode: only the letters are painted
-inline constexpr int OPAQUE = 2;           // SetBkMode: a box in the background colour lies below them
-inline constexpr int R2_NOT = 6;           // GetROP2: each painted pixel is inverted
-inline constexpr int R2_XORPEN = 7;        // GetROP2: each painted pixel is the exclusive or of pen and surface
-inline constexpr int R2_COPYPEN = 13;      // GetROP2: each painted pixel is the pen's
-inline constexpr unsigned TA_LEFT = 0;     // SetTextAlign: the position is at the text's left,
-inline constexpr unsigned TA_RIGHT = 2;    // at its right
-inline constexpr unsigned TA_CENTER = 6;   // or in its middle,
-inline constexpr unsigned TA_TOP = 0;      // and at its top,
-inline constexpr unsigned TA_BOTTOM = 8;   // at its bottom
-inline constexpr unsigned TA_BASELINE = 24;  // or at its base line
+inline constexpr unsigned PS_NULL = 5;        // or none
+inline constexpr int TRANSPARENT = 1;         // SetBkMode: only the letters are painted
+inline constexpr int OPAQUE = 2;              // SetBkMode: a box in the background colour lies below them
+inline constexpr int R2_NOT = 6;              // GetROP2: each painted pixel is inverted
+inline constexpr int R2_XORPEN = 7;           // GetROP2: each painted pixel is the exclusive or of pen and surface
+inline constexpr int R2_COPYPEN = 13;         // GetROP2: each painted pixel is the pen's
+inline constexpr unsigned TA_LEFT = 0;        // SetTextAlign: the position is at the text's left,
+inline constexpr unsigned TA_RIGHT = 2;       // at its right
+inline constexpr unsigned TA_CENTER = 6;      // or in its middle,
+inline constexpr unsigned TA_TOP = 0;         // and at its top,
+inline constexpr unsigned TA_BOTTOM = 8;      // at its bottom
+inline constexpr unsigned TA_BASELINE = 24;   // or at its base line
 
 // An abstract surface, as small as its callers need it: a window, a picture in memory or a recorder of what was drawn stands
 // behind it. It is handed out by pointer and owned by whoever made it; those that draw never keep it. What may fail says so by

@@ -7,9 +7,7 @@ namespace {
 
 int g_failuresToCome = 0;
 
-std::vector<CDynLinkLibrary*>& Libraries() {
-  return AfxGetAppModuleState()->m_libraryList;
-}
+std::vector<CDynLinkLibrary*>& Libraries() { return AfxGetAppModuleState()->m_libraryList; }
 
 }  // namespace
 
@@ -32,24 +30,17 @@ void AfxTermExtensionModule(AFX_EXTENSION_MODULE& record, bool all) {
   record = {};
 }
 
-void AfxFailInitExtensionModule(int count) {
-  g_failuresToCome = count;
-}
+void AfxFailInitExtensionModule(int count) { g_failuresToCome = count; }
 
-CDynLinkLibrary::CDynLinkLibrary(const AFX_EXTENSION_MODULE& record)
-    : m_hModule(record.hModule), m_hResource(record.hResource) {
+CDynLinkLibrary::CDynLinkLibrary(const AFX_EXTENSION_MODULE& record) : m_hModule(record.hModule), m_hResource(record.hResource) {
   Libraries().insert(Libraries().begin(), this);
 }
 
-CDynLinkLibrary::~CDynLinkLibrary() {
-  std::erase(Libraries(), this);
-}
+CDynLinkLibrary::~CDynLinkLibrary() { std::erase(Libraries(), this); }
 
 AFX_MODULE_STATE* AfxGetAppModuleState() {
   static AFX_MODULE_STATE* const state = new AFX_MODULE_STATE;
   return state;
 }
 
-AFX_MODULE_STATE* AfxGetModuleState() {
-  return AfxGetAppModuleState();
-}
+AFX_MODULE_STATE* AfxGetModuleState() { return AfxGetAppModuleState(); }

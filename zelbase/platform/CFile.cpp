@@ -8,25 +8,18 @@ namespace {
 FileRights AccessOf(unsigned int openFlags) {
   const bool creates = (openFlags & CFile::modeCreate) != 0;
   switch (openFlags & 3u) {
-    case CFile::modeWrite:
-      return FileRights::Write;
-    case CFile::modeReadWrite:
-      return FileRights::ReadWrite;
-    default:
-      return creates ? FileRights::ReadWrite : FileRights::Read;
+    case CFile::modeWrite: return FileRights::Write;
+    case CFile::modeReadWrite: return FileRights::ReadWrite;
+    default: return creates ? FileRights::ReadWrite : FileRights::Read;
   }
 }
 
 FileRights SharingOf(unsigned int openFlags) {
   switch (openFlags & 0x70u) {
-    case CFile::shareExclusive:
-      return FileRights::None;
-    case CFile::shareDenyWrite:
-      return FileRights::Read;
-    case CFile::shareDenyRead:
-      return FileRights::Write;
-    default:
-      return FileRights::ReadWrite;
+    case CFile::shareExclusive: return FileRights::None;
+    case CFile::shareDenyWrite: return FileRights::Read;
+    case CFile::shareDenyRead: return FileRights::Write;
+    default: return FileRights::ReadWrite;
   }
 }
 

@@ -41,7 +41,7 @@ class ZELBASE_API CFileException : public std::exception {
   // The cause that a FileResult number means; genericException for a number without one.
   static int OsErrorToException(int osError);
 
-  int m_cause = none;          // a Cause
-  int m_lOsError = -1;         // the FileResult number, -1 when there is none
-  std::string m_strFileName;   // the file's name, empty when there is none
+  int m_cause = none;         // a Cause
+  int m_lOsError = -1;        // the FileResult number, -1 when there is none
+  std::string m_strFileName;  // the file's name, empty when there is none
 };

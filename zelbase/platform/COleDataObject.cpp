@@ -44,9 +44,7 @@ bool COleDataObject::IsDataAvailable(unsigned short format) const {
   return false;
 }
 
-HGLOBAL COleDataObject::GetGlobalData(unsigned short format) const {
-  return m_content != nullptr ? m_content->Block(format) : nullptr;
-}
+HGLOBAL COleDataObject::GetGlobalData(unsigned short format) const { return m_content != nullptr ? m_content->Block(format) : nullptr; }
 
 std::unique_ptr<CFile> COleDataObject::GetFileData(unsigned short format) const {
   const HGLOBAL block = GetGlobalData(format);

@@ -18,8 +18,8 @@ bool IsInRange(double days) {
 }
 
 bool HasValidFields(const SYSTEMTIME& time) {
-  return time.wYear >= 100 && time.wYear <= 9999 && time.wMonth >= 1 && time.wMonth <= 12 && time.wDay <= 31 &&
-         time.wHour <= 23 && time.wMinute <= 59 && time.wSecond <= 59;
+  return time.wYear >= 100 && time.wYear <= 9999 && time.wMonth >= 1 && time.wMonth <= 12 && time.wDay <= 31 && time.wHour <= 23 &&
+         time.wMinute <= 59 && time.wSecond <= 59;
 }
 
 }  // namespace
@@ -45,8 +45,7 @@ bool VariantTimeToSystemTime(double days, SYSTEMTIME& time) {
   const double whole = std::trunc(days);
   // Kept: the fraction counts forward on either side of zero
   const long long seconds = static_cast<long long>(std::floor(std::abs(days - whole) * 86400.0 + 0.5));
-  const CalendarTime civil =
-      zelbase::detail::CivilFromSeconds((static_cast<long long>(whole) + kZero) * kSecondsPerDay + seconds);
+  const CalendarTime civil = zelbase::detail::CivilFromSeconds((static_cast<long long>(whole) + kZero) * kSecondsPerDay + seconds);
   if (civil.year > 9999) return false;
   time.wYear = static_cast<unsigned short>(civil.year);
   time.wMonth = static_cast<unsigned short>(civil.month);

@@ -15,8 +15,7 @@ class ZELBASE_API CRect {
   constexpr CRect() = default;
   constexpr CRect(int leftEdge, int topEdge, int rightEdge, int bottomEdge)
       : left(leftEdge), top(topEdge), right(rightEdge), bottom(bottomEdge) {}
-  constexpr CRect(const CPoint& topLeft, const CPoint& bottomRight)
-      : CRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y) {}
+  constexpr CRect(const CPoint& topLeft, const CPoint& bottomRight) : CRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y) {}
   constexpr CRect(const CPoint& topLeft, const CSize& size) : CRect(topLeft, topLeft + size) {}
 
   constexpr int Width() const { return zelbase::detail::SaturatedSubtract(right, left); }
@@ -32,9 +31,7 @@ class ZELBASE_API CRect {
   constexpr bool IsRectNull() const { return *this == CRect(); }
 
   // On the left and top edge is inside, on the right and bottom edge is not.
-  constexpr bool PtInRect(const CPoint& point) const {
-    return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
-  }
+  constexpr bool PtInRect(const CPoint& point) const { return point.x >= left && point.x < right && point.y >= top && point.y < bottom; }
 
   constexpr void SetRect(int leftEdge, int topEdge, int rightEdge, int bottomEdge) {
     *this = CRect(leftEdge, topEdge, rightEdge, bottomEdge);
@@ -62,9 +59,7 @@ class ZELBASE_API CRect {
     right = zelbase::detail::SaturatedAdd(right, atRight);
     bottom = zelbase::detail::SaturatedAdd(bottom, atBottom);
   }
-  constexpr void InflateRect(int atSides, int atTopAndBottom) {
-    InflateRect(atSides, atTopAndBottom, atSides, atTopAndBottom);
-  }
+  constexpr void InflateRect(int atSides, int atTopAndBottom) { InflateRect(atSides, atTopAndBottom, atSides, atTopAndBottom); }
   constexpr void InflateRect(const CSize& size) { InflateRect(size.cx, size.cy); }
 
   friend constexpr CRect operator+(CRect rect, const CSize& size) {
@@ -75,12 +70,8 @@ class ZELBASE_API CRect {
     rect.OffsetRect(point);
     return rect;
   }
-  friend constexpr CRect operator-(const CRect& rect, const CSize& size) {
-    return CRect(rect.TopLeft() - size, rect.BottomRight() - size);
-  }
-  friend constexpr CRect operator-(const CRect& rect, const CPoint& point) {
-    return rect - CSize(point.x, point.y);
-  }
+  friend constexpr CRect operator-(const CRect& rect, const CSize& size) { return CRect(rect.TopLeft() - size, rect.BottomRight() - size); }
+  friend constexpr CRect operator-(const CRect& rect, const CPoint& point) { return rect - CSize(point.x, point.y); }
   friend constexpr bool operator==(const CRect&, const CRect&) = default;
 
   int left = 0;

@@ -13,8 +13,7 @@ constinit CRuntimeClass* g_first ZELBASE_GUARDED_BY(g_listLock) = nullptr;
 
 }  // namespace
 
-CRuntimeClass::CRuntimeClass(const char* name, Maker maker)
-    : m_lpszClassName(name != nullptr ? name : ""), m_maker(maker) {
+CRuntimeClass::CRuntimeClass(const char* name, Maker maker) : m_lpszClassName(name != nullptr ? name : ""), m_maker(maker) {
   const LockGuard guard(g_listLock);
   m_next = g_first;
   g_first = this;

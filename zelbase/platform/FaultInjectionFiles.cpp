@@ -42,10 +42,8 @@ bool IsOnOpenFile(FileOperation kind) {
     case FileOperation::Replace:
     case FileOperation::Remove:
     case FileOperation::GetStatus:
-    case FileOperation::List:
-      return false;
-    default:
-      return true;
+    case FileOperation::List: return false;
+    default: return true;
   }
 }
 
@@ -83,7 +81,9 @@ class FaultInjectionFiles::State {
     return m_breaks;
   }
 
-  void Order(const FaultOrder& order) { Change([&](Faults& faults) { faults.order = order; }); }
+  void Order(const FaultOrder& order) {
+    Change([&](Faults& faults) { faults.order = order; });
+  }
 
   template <class Changer>
   void Change(Changer change) {
@@ -175,12 +175,10 @@ class FaultInjectionFiles::File final : public PlatformFile {
   PlatformFile* Behind() const { return m_file.get(); }
 
   FileResult Read(void* buffer, std::size_t size, std::size_t& done) override {
-    return Transfer(FileOperation::Read, size, done,
-                    [&](std::size_t part) { return m_file->Read(buffer, part, done); });
+    return Transfer(FileOperation::Read, size, done, [&](std::size_t part) { return m_file->Read(buffer, part, done); });
   }
   FileResult Write(const void* buffer, std::size_t size, std::size_t& done) override {
-    return Transfer(FileOperation::Write, size, done,
-                    [&](std::size_t part) { return m_file->Write(buffer, part, done); });
+    return Transfer(FileOperation::Write, size, done, [&](std::size_t part) { return m_file->Write(buffer, part, done); });
   }
   FileResult Seek(long long offset, int origin, long long& position) override {
     return Pass(FileOperation::Seek, [&] { return m_file->Seek(offset, origin, position); });
@@ -298,13 +296,9 @@ FileResult FaultInjectionFiles::Remove(const std::string& path) {
   return result == FileResult::Ok ? m_files.Remove(path) : result;
 }
 
-std::string FaultInjectionFiles::FollowLinks(const std::string& path) {
-  return m_state->OpensFail() ? path : m_files.FollowLinks(path);
-}
+std::string FaultInjectionFiles::FollowLinks(const std::string& path) { return m_state->OpensFail() ? path : m_files.FollowLinks(path); }
 
-bool FaultInjectionFiles::IsRegularFile(const std::string& path) {
-  return !m_state->OpensFail() && m_files.IsRegularFile(path);
-}
+bool FaultInjectionFiles::IsRegularFile(const std::string& path) { return !m_state->OpensFail() && m_files.IsRegularFile(path); }
 
 FileResult FaultInjectionFiles::GetStatus(const std::string& path, FileStatus& status) {
   const FileResult result = m_state->Begin(FileOperation::GetStatus).result;

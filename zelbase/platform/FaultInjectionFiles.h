@@ -12,7 +12,19 @@
 // The operations that are counted and may fail. FollowLinks and IsRegularFile, which have no result number, are passed on
 // uncounted.
 enum class FileOperation : unsigned int {
-  Open, Read, Write, Seek, Flush, GetSize, SetEnd, GetTimes, CopyMode, Replace, Remove, GetStatus, List
+  Open,
+  Read,
+  Write,
+  Seek,
+  Flush,
+  GetSize,
+  SetEnd,
+  GetTimes,
+  CopyMode,
+  Replace,
+  Remove,
+  GetStatus,
+  List
 };
 
 // Put in force with a PlatformOverride; a loop over n visits every way in which one operation can fail:
@@ -46,8 +58,7 @@ class ZELBASE_API FaultInjectionFiles : public PlatformFiles {
   // The `n`-th operation from now on, counted from 1, gives `result`; with ForEver every later one, too. With a kind, only
   // operations of that kind count. One such order is in force at a time; n = 0 withdraws it.
   void FailAt(unsigned long long n, FileResult result = FileResult::IoFailed, Repeat repeat = Repeat::Once);
-  void FailAt(FileOperation kind, unsigned long long n, FileResult result = FileResult::IoFailed,
-              Repeat repeat = Repeat::Once);
+  void FailAt(FileOperation kind, unsigned long long n, FileResult result = FileResult::IoFailed, Repeat repeat = Repeat::Once);
 
   // A read or write that FailAt fails moves this many bytes (at most what was asked for) before it fails. 0 at first.
   void BytesBeforeFailure(std::size_t bytes);

@@ -33,9 +33,7 @@ std::string FixedModules::ModulePath(const void* address) {
   return found != m_modulePaths.end() ? found->second : m_defaultModulePath;
 }
 
-std::string FixedModules::HandlePath(ModuleHandle module) {
-  return module == nullptr ? m_programPath : ModulePath(module);
-}
+std::string FixedModules::HandlePath(ModuleHandle module) { return module == nullptr ? m_programPath : ModulePath(module); }
 
 std::string FixedModules::LibraryEnding() { return m_libraryEnding; }
 

@@ -10,22 +10,22 @@
 
 // One reading of the wall clock.
 struct WallClockReading {
-  long long seconds = 0;   // whole seconds since 1970-01-01 00:00:00 UTC
-  int milliseconds = 0;    // 0..999, truncated
-  bool daylight = false;   // daylight saving time is in force here at this moment
+  long long seconds = 0;  // whole seconds since 1970-01-01 00:00:00 UTC
+  int milliseconds = 0;   // 0..999, truncated
+  bool daylight = false;  // daylight saving time is in force here at this moment
 };
 
 // A time of day and date as the calendar functions of C have it, with full years and months from 1.
 struct CalendarTime {
   int year = 1970;
-  int month = 1;       // 1..12
-  int day = 1;         // 1..31
-  int hour = 0;        // 0..23
-  int minute = 0;      // 0..59
-  int second = 0;      // 0..59
-  int dayOfYear = 0;   // 0..365, given only
-  int dayOfWeek = 0;   // 0 = Sunday, given only
-  int daylight = -1;   // 1 summer time, 0 not, -1 unknown: the zone's rules decide
+  int month = 1;      // 1..12
+  int day = 1;        // 1..31
+  int hour = 0;       // 0..23
+  int minute = 0;     // 0..59
+  int second = 0;     // 0..59
+  int dayOfYear = 0;  // 0..365, given only
+  int dayOfWeek = 0;  // 0 = Sunday, given only
+  int daylight = -1;  // 1 summer time, 0 not, -1 unknown: the zone's rules decide
 };
 
 // All operations may be called from any thread at once.

@@ -23,21 +23,21 @@ constexpr bool Includes(FileRights rights, FileRights right) {
 }
 
 enum class FileDisposition : unsigned int {
-  OpenExisting,   // must exist
-  OpenOrCreate,   // kept as it is when it exists
-  CreateAlways,   // cut to nothing when it exists, after the sharing check
-  CreateNew,      // must not exist
+  OpenExisting,  // must exist
+  OpenOrCreate,  // kept as it is when it exists
+  CreateAlways,  // cut to nothing when it exists, after the sharing check
+  CreateNew,     // must not exist
 };
 
 class PlatformFile;
 
 struct FileOpenRequest {
-  std::string path;                                       // "\" or "/" as separator
+  std::string path;  // "\" or "/" as separator
   FileRights access = FileRights::Read;
-  FileRights sharing = FileRights::ReadWrite;             // what others may do meanwhile
+  FileRights sharing = FileRights::ReadWrite;  // what others may do meanwhile
   FileDisposition disposition = FileDisposition::OpenExisting;
-  bool randomAccess = false;                              // hint only
-  bool ownerOnly = false;                                 // a file made by this opening is nobody else's to read
+  bool randomAccess = false;  // hint only
+  bool ownerOnly = false;     // a file made by this opening is nobody else's to read
 
   // An open file of the caller's that this opening is to take the place of: when both are one file, its own claims are no
   // hindrance, and nobody else gets in between. It stays open, with its claims, until the caller closes it.
@@ -132,9 +132,7 @@ class ZELBASE_API PlatformFiles {
 
   // Appends what is in `folder` (empty: the current one) in ascending byte order, without "." and "..". On failure, also one
   // midway, nothing is appended. Names that hold a "\" are left out: no path of the interface can mean them.
-  virtual FileResult List(const std::string& /*folder*/, std::vector<FolderEntry>& /*entries*/) {
-    return FileResult::PathNotFound;
-  }
+  virtual FileResult List(const std::string& /*folder*/, std::vector<FolderEntry>& /*entries*/) { return FileResult::PathNotFound; }
 
   // This system's files; never destroyed.
   static PlatformFiles& System();

@@ -43,8 +43,7 @@ class ZELBASE_API PlatformThreads {
   // Makes a suspended thread that will run `function`. `stackSize` in bytes, 0 for the system's default; less than 64 KiB
   // is 64 KiB. Null when the system refuses, or for an empty function. An exception that leaves `function` ends the
   // process. `function` is destroyed on the new thread, or here when there is none.
-  virtual std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
-                                                          std::size_t stackSize) = 0;
+  virtual std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) = 0;
 
   // Number of the calling thread, as PlatformThread::Id gives it.
   virtual unsigned long CurrentId() = 0;

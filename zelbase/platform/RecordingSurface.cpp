@@ -12,9 +12,7 @@ HGDIOBJ HandleOf(long long number) { return reinterpret_cast<HGDIOBJ>(static_cas
 
 long long NumberIn(HGDIOBJ handle) { return static_cast<long long>(reinterpret_cast<std::uintptr_t>(handle)); }
 
-bool TakesText(const std::string& name) {
-  return name == "TextOut" || name == "GetTextExtentPoint32A" || name == "CreateFontIndirect";
-}
+bool TakesText(const std::string& name) { return name == "TextOut" || name == "GetTextExtentPoint32A" || name == "CreateFontIndirect"; }
 
 bool Paints(const RecordingSurface::Call& call) {
   static constexpr const char* kNames[] = {"MoveTo", "LineTo", "SetPixel", "Rectangle", "Ellipse", "TextOut", "FillSolidRect"};
@@ -152,8 +150,7 @@ HGDIOBJ RecordingSurface::CreateSolidBrush(COLORREF color) {
 }
 
 HGDIOBJ RecordingSurface::CreateFontIndirect(const LOGFONT& font) {
-  Note("CreateFontIndirect", {font.lfHeight, font.lfWidth, font.lfEscapement, font.lfOrientation, font.lfWeight},
-       font.lfFaceName);
+  Note("CreateFontIndirect", {font.lfHeight, font.lfWidth, font.lfEscapement, font.lfOrientation, font.lfWeight}, font.lfFaceName);
   return answer ? Make(OBJ_FONT, false) : nullptr;
 }
 

@@ -27,8 +27,7 @@ std::vector<RefusingThreads::Naming> RefusingThreads::Namings() const {
   return m_namings;
 }
 
-std::unique_ptr<PlatformThread> RefusingThreads::CreateSuspended(std::function<void()> function, int priority,
-                                                                 std::size_t stackSize) {
+std::unique_ptr<PlatformThread> RefusingThreads::CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) {
   {
     const LockGuard guard(m_mutex);
     const bool refused = m_refuseAll || m_untilRefusal == 1;

@@ -38,8 +38,7 @@ class ZELBASE_API RefusingThreads : public PlatformThreads {
   std::vector<Request> Requests() const;
   std::vector<Naming> Namings() const;
 
-  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
-                                                  std::size_t stackSize) override;
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) override;
   unsigned long CurrentId() override;
   void NameThread(unsigned long id, const std::string& name) override;
 

@@ -233,7 +233,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
  private:
   // A thread that has slept here, from then on until it ends.
   struct Participant {
-    bool awake = false;          // counted in m_awake: holds up a run
+    bool awake = false;           // counted in m_awake: holds up a run
     long long lastWake = kNever;  // kNever: none yet
   };
 
@@ -259,10 +259,9 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
 
   long long CounterNow() const ZELBASE_REQUIRES(m_mutex) {
     const long long elapsed = m_now - m_counterSince;
-    const long long counts = elapsed / kNanosecondsPerSecond * m_frequency +
-                             elapsed % kNanosecondsPerSecond * m_frequency / kNanosecondsPerSecond;
-    return static_cast<long long>(static_cast<unsigned long long>(m_counterBase) +
-                                  static_cast<unsigned long long>(counts));
+    const long long counts =
+        elapsed / kNanosecondsPerSecond * m_frequency + elapsed % kNanosecondsPerSecond * m_frequency / kNanosecondsPerSecond;
+    return static_cast<long long>(static_cast<unsigned long long>(m_counterBase) + static_cast<unsigned long long>(counts));
   }
 
   void AnchorCounter(long long counts) ZELBASE_REQUIRES(m_mutex) {
@@ -355,9 +354,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   }
 
   // Unreached: nobody awake and something due, since MoveOn, under the same hold of the mutex, deals with that.
-  bool IsSettled() const ZELBASE_REQUIRES(m_mutex) {
-    return m_awake == 0 && !m_acting && EarliestLimit() > m_now && NextAction() > m_now;
-  }
+  bool IsSettled() const ZELBASE_REQUIRES(m_mutex) { return m_awake == 0 && !m_acting && EarliestLimit() > m_now && NextAction() > m_now; }
 
   void RouseDue() ZELBASE_REQUIRES(m_mutex) {
     for (std::size_t i = m_sleepers.size(); i-- > 0;) {
@@ -398,32 +395,32 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   }
 
   mutable Mutex m_mutex;
-  Condition m_settled;      // a run may be over, or an action is
+  Condition m_settled;  // a run may be over, or an action is
   Condition m_sleeperCame;
 
   long long m_now ZELBASE_GUARDED_BY(m_mutex) = 0;  // nanoseconds
   long long m_frequency ZELBASE_GUARDED_BY(m_mutex) = 10000000;
-  long long m_counterBase ZELBASE_GUARDED_BY(m_mutex) = 0;   // the counter at m_counterSince
+  long long m_counterBase ZELBASE_GUARDED_BY(m_mutex) = 0;  // the counter at m_counterSince
   long long m_counterSince ZELBASE_GUARDED_BY(m_mutex) = 0;
   unsigned int m_tickOffset ZELBASE_GUARDED_BY(m_mutex) = 0;
-  long long m_wallBase ZELBASE_GUARDED_BY(m_mutex) = 0;      // the wall clock at m_wallSince, microseconds
+  long long m_wallBase ZELBASE_GUARDED_BY(m_mutex) = 0;  // the wall clock at m_wallSince, microseconds
   long long m_wallSince ZELBASE_GUARDED_BY(m_mutex) = 0;
-  double m_drift ZELBASE_GUARDED_BY(m_mutex) = 0.0;          // gain per unit of counter time
+  double m_drift ZELBASE_GUARDED_BY(m_mutex) = 0.0;  // gain per unit of counter time
   long m_zone ZELBASE_GUARDED_BY(m_mutex) = 0;
   bool m_daylight ZELBASE_GUARDED_BY(m_mutex) = false;
   bool m_refuse ZELBASE_GUARDED_BY(m_mutex) = false;
   std::vector<SYSTEMTIME> m_settings ZELBASE_GUARDED_BY(m_mutex);
 
   std::multimap<long long, std::function<void()>> m_actions ZELBASE_GUARDED_BY(m_mutex);
-  bool m_acting ZELBASE_GUARDED_BY(m_mutex) = false;         // a thread runs an action, without the mutex
+  bool m_acting ZELBASE_GUARDED_BY(m_mutex) = false;  // a thread runs an action, without the mutex
   std::thread::id m_actor ZELBASE_GUARDED_BY(m_mutex);
 
   std::multiset<long long> m_runGoals ZELBASE_GUARDED_BY(m_mutex);  // of the runs under way
   long long m_allowed ZELBASE_GUARDED_BY(m_mutex) = 0;              // by LetRunUntil
   std::vector<Sleeper*> m_sleepers ZELBASE_GUARDED_BY(m_mutex);
   std::map<std::thread::id, Participant> m_participants ZELBASE_GUARDED_BY(m_mutex);
-  int m_awake ZELBASE_GUARDED_BY(m_mutex) = 0;               // participants awake
-  bool m_closed ZELBASE_GUARDED_BY(m_mutex) = false;         // the clock is destroyed: nobody sleeps any more
+  int m_awake ZELBASE_GUARDED_BY(m_mutex) = 0;        // participants awake
+  bool m_closed ZELBASE_GUARDED_BY(m_mutex) = false;  // the clock is destroyed: nobody sleeps any more
 
   unsigned long long m_waits ZELBASE_GUARDED_BY(m_mutex) = 0;
   long long m_shortest ZELBASE_GUARDED_BY(m_mutex) = kNever;
@@ -541,9 +538,7 @@ bool SimulatedClock::FromLocalTime(const CalendarTime& calendar, long long& seco
 }
 
 void SimulatedClock::Sleep(unsigned int milliseconds) { m_state->Sleep(milliseconds, nullptr); }
-bool SimulatedClock::Wait(PlatformEvent& event, unsigned int milliseconds) {
-  return m_state->Sleep(milliseconds, &event);
-}
+bool SimulatedClock::Wait(PlatformEvent& event, unsigned int milliseconds) { return m_state->Sleep(milliseconds, &event); }
 bool SimulatedClock::SetSystemClock(const SYSTEMTIME& utc) { return m_state->SetSystemClock(utc); }
 
 void SimulatedClock::SetFrequency(long long countsPerSecond) { m_state->SetFrequency(countsPerSecond); }
@@ -554,9 +549,7 @@ void SimulatedClock::SetZone(long secondsWest) { m_state->SetZone(secondsWest); 
 void SimulatedClock::SetDaylight(bool inForce) { m_state->SetDaylight(inForce); }
 void SimulatedClock::SetDrift(double partsPerMillion) { m_state->SetDrift(partsPerMillion); }
 void SimulatedClock::RefuseSetting(bool refuse) { m_state->RefuseSetting(refuse); }
-void SimulatedClock::At(double milliseconds, std::function<void()> action) {
-  m_state->At(milliseconds, std::move(action));
-}
+void SimulatedClock::At(double milliseconds, std::function<void()> action) { m_state->At(milliseconds, std::move(action)); }
 
 double SimulatedClock::Elapsed() const { return m_state->Elapsed(); }
 void SimulatedClock::Advance(double milliseconds) { m_state->Advance(milliseconds); }

@@ -81,8 +81,7 @@ constexpr int kFirstReject = 256;
 constinit std::atomic<int> g_showNoDetectionBeams{0};
 
 // The color of the combination of two bits.
-unsigned int Choose(bool first, bool second, unsigned int both, unsigned int onlyFirst, unsigned int onlySecond,
-                    unsigned int neither) {
+unsigned int Choose(bool first, bool second, unsigned int both, unsigned int onlyFirst, unsigned int onlySecond, unsigned int neither) {
   if (first) return second ? both : onlyFirst;
   return second ? onlySecond : neither;
 }
@@ -106,14 +105,12 @@ bool IsBeamUndetected(int sonarId, unsigned int flags) {
   // Kept: the setting makes every beam a detected one, and with that also decides what counts as rejected.
   if (g_showNoDetectionBeams.load(std::memory_order_relaxed) != 0) return false;
   if ((flags & (kFirstDetection | kSecondDetection)) != 0) return false;
-  return std::find(kSonarsWithoutDetections.begin(), kSonarsWithoutDetections.end(), sonarId) ==
-         kSonarsWithoutDetections.end();
+  return std::find(kSonarsWithoutDetections.begin(), kSonarsWithoutDetections.end(), sonarId) == kSonarsWithoutDetections.end();
 }
 
 unsigned int GetRejectColor(unsigned int flags) {
   if (flags < static_cast<unsigned int>(kFirstReject)) return kWhite;
-  const auto shade =
-      std::find_if(kShades.begin(), kShades.end(), [flags](const Shade& entry) { return (flags & entry.flag) != 0; });
+  const auto shade = std::find_if(kShades.begin(), kShades.end(), [flags](const Shade& entry) { return (flags & entry.flag) != 0; });
   // Kept: bits 17 to 19 and 25 to 30 have no colour, yet reject.
   return shade == kShades.end() ? kBlack : shade->color;
 }
@@ -127,8 +124,7 @@ unsigned int GetDetectionColor(unsigned int flags) {
 }
 
 bool GetFilterFlag(std::string name, unsigned int& flag) {
-  const auto filter =
-      std::find_if(kFilters.begin(), kFilters.end(), [&name](const Filter& entry) { return entry.name == name; });
+  const auto filter = std::find_if(kFilters.begin(), kFilters.end(), [&name](const Filter& entry) { return entry.name == name; });
   if (filter == kFilters.end()) return false;
   flag = filter->flag;
   return true;

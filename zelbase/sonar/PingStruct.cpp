@@ -20,6 +20,4 @@ double PingStruct::CompNadirDepth() {
   return nadirDepth;
 }
 
-float PingStruct::Nadir3D(int beam) const {
-  return zelbase::detail::AngleOffVertical(beamX[beam], beamY[beam], beamZ[beam]);
-}
+float PingStruct::Nadir3D(int beam) const { return zelbase::detail::AngleOffVertical(beamX[beam], beamY[beam], beamZ[beam]); }

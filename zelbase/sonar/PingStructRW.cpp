@@ -76,9 +76,7 @@ double PingStructRW::CompNadirDepth() {
   return nadirDepth;
 }
 
-float PingStructRW::Nadir3D(int beam) const {
-  return zelbase::detail::AngleOffVertical(beamX[beam], beamY[beam], beamZ[beam]);
-}
+float PingStructRW::Nadir3D(int beam) const { return zelbase::detail::AngleOffVertical(beamX[beam], beamY[beam], beamZ[beam]); }
 
 void PingStructRW::Allocate(int beams, int samples) {
   Delete();

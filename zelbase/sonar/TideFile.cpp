@@ -38,9 +38,7 @@ bool Open(HugeFileStream& stream, const std::string& name, bool create) {
 }
 
 // A stream whose connection is lost seeks with success and stays where it is.
-bool SeekSurely(HugeFileStream& stream, long long offset) {
-  return stream.Seek(offset, 0) && stream.Position() == offset;
-}
+bool SeekSurely(HugeFileStream& stream, long long offset) { return stream.Seek(offset, 0) && stream.Position() == offset; }
 
 // Hands the bytes of all records, block by block, to `write(bytes, size)`, until that is false.
 template <class Write>
@@ -63,9 +61,7 @@ bool WriteInPlace(const TideSeries& values, const std::string& name) {
   HugeFileStream stream;
   return Open(stream, name, true) &&
          WriteRecords(values,
-                      [&](const unsigned char* bytes, std::size_t size) {
-                        return stream.Write(bytes, static_cast<unsigned int>(size));
-                      }) &&
+                      [&](const unsigned char* bytes, std::size_t size) { return stream.Write(bytes, static_cast<unsigned int>(size)); }) &&
          stream.Sync();
 }
 

@@ -35,7 +35,7 @@ constinit CExTime::Reference CExTime::m_prevZelTime{0.0};
 
 namespace {
 
-constexpr double kWrap = 4294967296.0;      // milliseconds in one cycle of a 32-bit count
+constexpr double kWrap = 4294967296.0;  // milliseconds in one cycle of a 32-bit count
 constexpr double kHalfWrap = 2147483648.0;
 constexpr unsigned int kSettleMilliseconds = 5;  // the wait before the wall clock is read for good
 constexpr std::string_view kStampFront = "<0x";
@@ -100,8 +100,8 @@ SYSTEMTIME ToSystemTime(const CalendarTime& calendar) {
 }
 
 bool SameSecond(const SYSTEMTIME& a, const SYSTEMTIME& b) {
-  return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay && a.wHour == b.wHour &&
-         a.wMinute == b.wMinute && a.wSecond == b.wSecond;
+  return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay && a.wHour == b.wHour && a.wMinute == b.wMinute &&
+         a.wSecond == b.wSecond;
 }
 
 // What both ways back from a Julian day begin with.
@@ -267,9 +267,7 @@ bool CExTime::SetUtcCoeffs(double a0, double a1, double p0) const {
   return true;
 }
 
-double CExTime::GetUtcUpdateAge() const {
-  return GetCurSystemTime() - m_lastUtcUpdate.load(std::memory_order_relaxed);
-}
+double CExTime::GetUtcUpdateAge() const { return GetCurSystemTime() - m_lastUtcUpdate.load(std::memory_order_relaxed); }
 
 bool CExTime::AdjustRTC() const {
   const LockGuard guard(m_lock);
@@ -319,9 +317,7 @@ double CExTime::TimeStampStringToTime(std::string stamp) const {
   return GetExTime(ToMilliseconds(static_cast<long long>(counter), CurrentClock().Frequency()));
 }
 
-int CExTime::ConvertToJulian(int day, int year) const {
-  return static_cast<int>(day + 365LL * year + LeapDays(year) + 1721119);
-}
+int CExTime::ConvertToJulian(int day, int year) const { return static_cast<int>(day + 365LL * year + LeapDays(year) + 1721119); }
 
 int CExTime::ConvertToJulian(int month, int day, int year) const {
   long long marchMonth = month, marchYear = year;
@@ -453,8 +449,7 @@ bool CExTime::TimeFrom5qTime(double& time, const tagTIME5Q* record) const {
   // Kept: the time of day is not tested; sonars send 60 seconds and more.
   const double days = ConvertToJulianFrac(month, day, record->year) - kJulianOf1970;
   const double secondsOfDay =
-      (static_cast<double>(record->hours) * 60.0 + static_cast<double>(record->minutes)) * 60.0 +
-      static_cast<double>(record->seconds);
+      (static_cast<double>(record->hours) * 60.0 + static_cast<double>(record->minutes)) * 60.0 + static_cast<double>(record->seconds);
   time = days * kMillisecondsPerDay + secondsOfDay * 1000.0;
   return true;
 }

@@ -39,8 +39,8 @@
 //   (5) Everything works in constructors and destructors of statics and in functions called at exit.
 //
 // Threads: every operation may be called from any thread at once. Now, in the common case, is read without the lock. The
-// lock is re-entrant and never held while a caller's code runs. A process that forks while another of its threads is inside the clock leaves the child's clock
-// locked, as any lock would be.
+// lock is re-entrant and never held while a caller's code runs. A process that forks while
+// another of its threads is inside the clock leaves the child's clock locked, as any lock would be.
 class ZELBASE_API CExTime {
  public:
   // Makes sure that the clock discipline of the process has been started.
@@ -150,7 +150,8 @@ class ZELBASE_API CExTime {
   void ConvertToOleTime(double time, COleDateTime* date) const;
 
   // The time value of a local automation date; the zone's rules tell summer time. 0.0 for a date that is not valid,
-  // that lies before 1900, or that local time does not have; from 1900 to 1969 it is negative. In the hour that autumn repeats, either of the two.
+  // that lies before 1900, or that local time does not have; from 1900 to 1969 it is negative.
+  // In the hour that autumn repeats, either of the two.
   double ConvertOleTime(const COleDateTime& date) const;
 
   // UTC date to whole seconds. 0 unless year is in 1970..3000, month in 1..12 and day in 1..31; only after that the
@@ -185,14 +186,14 @@ class ZELBASE_API CExTime {
  private:
   friend class CExTimeSync;
 
-  static double MakeMilliSec(const WallClockReading& wall);  // milliseconds since 1970
-  static void EstablishBase() ZELBASE_REQUIRES(m_lock);  // finds the base from the wall clock
-  static bool TryGetExTime(double counterMilliseconds, double& time);  // the common case, without the lock
+  static double MakeMilliSec(const WallClockReading& wall);                  // milliseconds since 1970
+  static void EstablishBase() ZELBASE_REQUIRES(m_lock);                      // finds the base from the wall clock
+  static bool TryGetExTime(double counterMilliseconds, double& time);        // the common case, without the lock
   static double Remember(double base, double raw) ZELBASE_REQUIRES(m_lock);  // places a raw time by the reference
   static double ApplyModel(double raw);
   static void SetModel(double a0, double a1, double p0, double utcUpdate) ZELBASE_REQUIRES(m_lock);
   static std::string FormatStamp(long long counter);
-  int LeapYear(int year) const;                        // 1 or 0
+  int LeapYear(int year) const;  // 1 or 0
 
   // One change of the members below that are read together. Made with the lock held.
   class Change;
@@ -201,14 +202,14 @@ class ZELBASE_API CExTime {
   // m_lock held, but for m_bTimeSyncDone, and for m_prevZelTime, which GetExTime also exchanges without it. m_version is
   // odd while a change is under way, so that whoever reads several without the lock knows whether they belong together.
   static std::atomic<unsigned int> m_version;
-  static std::atomic<double> m_time1970Base;   // the base, milliseconds
-  static std::atomic<double> m_a0;             // model: time value at the reference point; 0.0 or NaN: no model
-  static std::atomic<double> m_a1;             // model: slope
-  static std::atomic<double> m_p0;             // model: reference point, raw time
-  static std::atomic<double> m_lastUtcUpdate;  // counter reading at the last SetUtcCoeffs; 0.0: none ever
+  static std::atomic<double> m_time1970Base;             // the base, milliseconds
+  static std::atomic<double> m_a0;                       // model: time value at the reference point; 0.0 or NaN: no model
+  static std::atomic<double> m_a1;                       // model: slope
+  static std::atomic<double> m_p0;                       // model: reference point, raw time
+  static std::atomic<double> m_lastUtcUpdate;            // counter reading at the last SetUtcCoeffs; 0.0: none ever
   static bool m_masterClock ZELBASE_GUARDED_BY(m_lock);  // false once SetBaseTime was called
-  static std::atomic<bool> m_bTimeSyncDone;    // the base is established
-  static bool m_firstTimeInit;                 // in nobody's use; part of the declared shape
+  static std::atomic<bool> m_bTimeSyncDone;              // the base is established
+  static bool m_firstTimeInit;                           // in nobody's use; part of the declared shape
   static Locker m_lock;
 
   // Last raw time seen by GetExTime, against which wraps are told. It has a cache line of its own, since every call writes it.

@@ -52,10 +52,10 @@ class ZELBASE_API CExTimeSync {
 
   // The comparisons of the last six seconds, and room for the fit. Used by one thread at a time.
   struct SampleStore {
-    int count = 0;                          // 0..60
-    int next = 0;                           // where the next sample goes, 0..59
-    std::array<double, kSamples> y{};       // wall clock, milliseconds
-    std::array<double, kSamples> x{};       // raw time, milliseconds
+    int count = 0;                            // 0..60
+    int next = 0;                             // where the next sample goes, 0..59
+    std::array<double, kSamples> y{};         // wall clock, milliseconds
+    std::array<double, kSamples> x{};         // raw time, milliseconds
     std::array<double, kSamples> dx{}, dy{};  // the samples less their means
   };
 

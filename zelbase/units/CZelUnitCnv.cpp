@@ -89,9 +89,7 @@ void CZelUnitCnv::CompUnitCnv() const {
   }
 }
 
-double CZelUnitCnv::GetSystemUnitForConversion(const Unit& unit) const {
-  return unit.usesSystemUnit ? m_units[System].factor : 1.0;
-}
+double CZelUnitCnv::GetSystemUnitForConversion(const Unit& unit) const { return unit.usesSystemUnit ? m_units[System].factor : 1.0; }
 
 // --- The choice ----------------------------------------------------------------------------------------------------------
 
@@ -141,13 +139,15 @@ std::string CZelUnitCnv::GetUnitDispName(int kind) const {
 // the first use is left to a function of its own, which makes the table and asks again.
 
 double CZelUnitCnv::ConvertUnit(int kind, double value) const {
-  if (!m_initialised) [[unlikely]] return FirstUse(&CZelUnitCnv::ConvertUnit, kind, value);
+  if (!m_initialised) [[unlikely]]
+    return FirstUse(&CZelUnitCnv::ConvertUnit, kind, value);
   const Unit* const unit = FindMade(kind);
   return unit == nullptr ? value : unit->conversionFactor * value + unit->offset;
 }
 
 double CZelUnitCnv::ConvertFromUnit(int kind, double value) const {
-  if (!m_initialised) [[unlikely]] return FirstUse(&CZelUnitCnv::ConvertFromUnit, kind, value);
+  if (!m_initialised) [[unlikely]]
+    return FirstUse(&CZelUnitCnv::ConvertFromUnit, kind, value);
   const Unit* const unit = FindMade(kind);
   return unit == nullptr ? value : (value - unit->offset) / unit->conversionFactor;
 }

@@ -123,12 +123,10 @@ class ZELBASE_API CZelUnitCnv {
 
   // Stores the unit of the kind. `factor`: size of the unit in the base unit; `offset`: in the unit itself; `key`: its key in
   // the catalogue.
-  bool SetUnit(int kind, double factor, double offset, const std::string& mnemonic, const std::string& key,
-               const std::string& displayName);
+  bool SetUnit(int kind, double factor, double offset, const std::string& mnemonic, const std::string& key, const std::string& displayName);
 
   // What was stored; at first 1.0, 0.0, the default mnemonic and empty texts.
-  bool GetUnit(int kind, double& factor, double& offset, std::string& mnemonic, std::string& key,
-               std::string& displayName) const;
+  bool GetUnit(int kind, double& factor, double& offset, std::string& mnemonic, std::string& key, std::string& displayName) const;
   std::string GetUnitMnem(int kind) const;
   std::string GetUnitKey(int kind) const;
   std::string GetUnitDispName(int kind) const;

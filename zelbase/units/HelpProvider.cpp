@@ -32,9 +32,7 @@ HelpProvider& HelpProvider::GetInstance() {
 }
 
 // With its last separator; empty when the program lies in no folder.
-std::string HelpProvider::GetAppPath() {
-  return zelbase::detail::FolderOf(PlatformService<PlatformModules>::Current().ProgramPath());
-}
+std::string HelpProvider::GetAppPath() { return zelbase::detail::FolderOf(PlatformService<PlatformModules>::Current().ProgramPath()); }
 
 std::string HelpProvider::Trim(const std::string& text) { return std::string(zelbase::detail::Trim(text)); }
 

@@ -27,9 +27,7 @@ constexpr int kTranslatorMessage = 3;  // the class of message, to the applicati
 // Any address in the module that this class was built into.
 const char kInThisModule = 0;
 
-std::string Joined(const std::string& first, const std::string& second) {
-  return first + Translator::INI_ITEM_SEPARATOR + second;
-}
+std::string Joined(const std::string& first, const std::string& second) { return first + Translator::INI_ITEM_SEPARATOR + second; }
 
 std::string FileTypeKey(int type) {
   if (type < 0 || static_cast<std::size_t>(type) >= std::size(fileTypeKeys)) return std::string();
@@ -100,9 +98,7 @@ void Translator::Initialise() {
   m_showTranslatorMessages = ReadSetting(zelcore, kMessagesKey);
 }
 
-std::string Translator::GetModulePath() {
-  return PlatformService<PlatformModules>::Current().ModulePath(&kInThisModule);
-}
+std::string Translator::GetModulePath() { return PlatformService<PlatformModules>::Current().ModulePath(&kInThisModule); }
 
 // With its last separator; empty when the module lies in no folder.
 std::string Translator::ModuleFolder() { return FolderOf(GetModulePath()); }
@@ -142,16 +138,12 @@ void Translator::ShowMessageToTranslator(const std::string& text) const {
   if (m_showTranslatorMessages && logger != nullptr) logger->ShowMessage(kTranslatorMessage, text, 1, std::string(), 1);
 }
 
-std::string Translator::GetDefaultActionsString(DefaultActionsFilenames filename, const std::string& action,
-                                                DefaultActionsKeys key) const {
+std::string Translator::GetDefaultActionsString(DefaultActionsFilenames filename, const std::string& action, DefaultActionsKeys key) const {
   // Kept: an enumerator without a name is an empty part, so that the key begins or ends with ".".
-  return GetString(kDefaultActionsSection,
-                   Joined(Joined(DefaultActionFilename2String(filename), action), DefaultActionKey2String(key)));
+  return GetString(kDefaultActionsSection, Joined(Joined(DefaultActionFilename2String(filename), action), DefaultActionKey2String(key)));
 }
 
-std::string Translator::GetDisplayManagerString(const std::string& key) const {
-  return GetString(kDisplayManagerSection, key);
-}
+std::string Translator::GetDisplayManagerString(const std::string& key) const { return GetString(kDisplayManagerSection, key); }
 
 std::string Translator::GetDisplayManagerString(const std::string& first, const std::string& second) const {
   return GetString(kDisplayManagerSection, Joined(first, second));
@@ -163,9 +155,7 @@ std::string Translator::GetAttribDefV2CtrlString(const std::string& key) const {
   return GetString(kAttribDefV2Section, kControlPrefix + key);
 }
 
-std::string Translator::GetPlotFriendlyNamesString(const std::string& key) const {
-  return GetString(kPlotFriendlyNamesSection, key);
-}
+std::string Translator::GetPlotFriendlyNamesString(const std::string& key) const { return GetString(kPlotFriendlyNamesSection, key); }
 
 std::string Translator::GetFileTypesString(int type, const std::string& key) const {
   return GetString(kFileTypesSection, Joined(FileTypeKey(type), key));
@@ -197,9 +187,7 @@ std::string Translator::GetDataDefString(const std::string& first, const std::st
   return GetString(kDataDefSection, Joined(first, second));
 }
 
-std::string Translator::GetUserMapSymbolString(const std::string& key) const {
-  return GetString(kUserMapSymbolsSection, key);
-}
+std::string Translator::GetUserMapSymbolString(const std::string& key) const { return GetString(kUserMapSymbolsSection, key); }
 
 std::vector<std::string> Translator::GetIniFilesNames() const {
   // Kept: without the symbols of user maps, which have a section and no file.

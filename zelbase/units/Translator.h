@@ -87,8 +87,7 @@ class ZELBASE_API Translator {
   // length and hold any bytes; "%" means nothing in them. They look up in English, too, where there are no translations.
 
   // Section SECTION_DEFAULT_ACTIONS, key "<file>.<action>.<what>", as "Acquisition.Start.ToolTip".
-  std::string GetDefaultActionsString(DefaultActionsFilenames filename, const std::string& action,
-                                      DefaultActionsKeys key) const;
+  std::string GetDefaultActionsString(DefaultActionsFilenames filename, const std::string& action, DefaultActionsKeys key) const;
 
   // Section SECTION_DISPLAY_MANAGER, key "<key>" or "<first>.<second>".
   std::string GetDisplayManagerString(const std::string& key) const;
@@ -151,9 +150,7 @@ class ZELBASE_API Translator {
   // this class lies in no folder, or there is no folder for common data.
   static bool GetLanguageSetting(std::string& language);
 
-  static std::string DefaultActionFilename2String(DefaultActionsFilenames filename) {
-    return ::DefaultActionFilename2String(filename);
-  }
+  static std::string DefaultActionFilename2String(DefaultActionsFilenames filename) { return ::DefaultActionFilename2String(filename); }
   static std::string DefaultActionKey2String(DefaultActionsKeys key) { return ::DefaultActionKey2String(key); }
 
  private:

@@ -36,9 +36,7 @@ bool UnitDefinition::GetGroupName(int formatCode, std::string& name) const {
 }
 
 // The name of the code's group, when the catalogue has its section.
-bool UnitDefinition::FindGroup(int formatCode, std::string& name) const {
-  return GetGroupName(formatCode, name) && HasSection(name);
-}
+bool UnitDefinition::FindGroup(int formatCode, std::string& name) const { return GetGroupName(formatCode, name) && HasSection(name); }
 
 bool UnitDefinition::GetGroupNumItems(int formatCode, int& count) const {
   std::string group;
@@ -47,8 +45,8 @@ bool UnitDefinition::GetGroupNumItems(int formatCode, int& count) const {
   return true;
 }
 
-bool UnitDefinition::GetFirstGroupItem(int formatCode, std::string& key, std::string& displayName, double& factor,
-                                       double& offset, std::string& mnemonic) {
+bool UnitDefinition::GetFirstGroupItem(int formatCode, std::string& key, std::string& displayName, double& factor, double& offset,
+                                       std::string& mnemonic) {
   m_walk.clear();
   m_nextItem = 0;
   std::string group;
@@ -64,16 +62,15 @@ bool UnitDefinition::GetFirstGroupItem(int formatCode, std::string& key, std::st
   return GetNextGroupItem(key, displayName, factor, offset, mnemonic);
 }
 
-bool UnitDefinition::GetNextGroupItem(std::string& key, std::string& displayName, double& factor, double& offset,
-                                      std::string& mnemonic) {
+bool UnitDefinition::GetNextGroupItem(std::string& key, std::string& displayName, double& factor, double& offset, std::string& mnemonic) {
   if (m_nextItem == m_walk.size()) return false;
   const Entry& entry = m_walk[m_nextItem++];
   key = entry.first;
   return Fill(entry, displayName, factor, offset, mnemonic);
 }
 
-bool UnitDefinition::GetGroupItemData(int formatCode, const std::string& key, std::string& displayName, double& factor,
-                                      double& offset, std::string& mnemonic) const {
+bool UnitDefinition::GetGroupItemData(int formatCode, const std::string& key, std::string& displayName, double& factor, double& offset,
+                                      std::string& mnemonic) const {
   std::string group;
   std::string_view value;
   // Kept: a key with an empty value is there, and fills what it can; so not HasKey, to which it is none.
@@ -83,8 +80,7 @@ bool UnitDefinition::GetGroupItemData(int formatCode, const std::string& key, st
 }
 
 // Writes the outputs from the entry, which none of them is part of. Gives whether the mnemonic was there.
-bool UnitDefinition::Fill(const Entry& entry, std::string& displayName, double& factor, double& offset,
-                          std::string& mnemonic) const {
+bool UnitDefinition::Fill(const Entry& entry, std::string& displayName, double& factor, double& offset, std::string& mnemonic) const {
   CZelString list(m_list);  // not the member itself, which other threads may be reading
   list.LoadString(entry.second, true);
   list.GetItem(kFactor, factor);

@@ -70,18 +70,16 @@ class ZELBASE_API UnitDefinition : public FileObject {
   //
   // The walk is over the group as it is now: whatever happens to the object, the walk goes on with what was there. The
   // order is that of FileObject.
-  bool GetFirstGroupItem(int formatCode, std::string& key, std::string& displayName, double& factor, double& offset,
-                         std::string& mnemonic);
+  bool GetFirstGroupItem(int formatCode, std::string& key, std::string& displayName, double& factor, double& offset, std::string& mnemonic);
 
   // The next unit of the walk. False, the outputs untouched, when none is running or it has come to its end. Otherwise as
   // the table above says.
-  bool GetNextGroupItem(std::string& key, std::string& displayName, double& factor, double& offset,
-                        std::string& mnemonic);
+  bool GetNextGroupItem(std::string& key, std::string& displayName, double& factor, double& offset, std::string& mnemonic);
 
   // The unit of that key. False, the outputs untouched, when the code has no group or the group no such key. Otherwise as
   // the table above says.
-  bool GetGroupItemData(int formatCode, const std::string& key, std::string& displayName, double& factor,
-                        double& offset, std::string& mnemonic) const;
+  bool GetGroupItemData(int formatCode, const std::string& key, std::string& displayName, double& factor, double& offset,
+                        std::string& mnemonic) const;
 
  private:
   using Entry = std::pair<std::string, std::string>;  // key and value

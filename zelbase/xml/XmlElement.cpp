@@ -88,8 +88,7 @@ bool XmlElement::GetText(std::string& text) const {
 }
 
 std::vector<XmlElement::Attribute>::const_iterator XmlElement::FindAttribute(std::string_view name) const {
-  return std::find_if(m_attributes.begin(), m_attributes.end(),
-                      [&](const Attribute& attribute) { return attribute.first == name; });
+  return std::find_if(m_attributes.begin(), m_attributes.end(), [&](const Attribute& attribute) { return attribute.first == name; });
 }
 
 void XmlElement::SetAttribute(std::string name, std::string value) {
@@ -177,8 +176,8 @@ unsigned int XmlElement::CountElements(const XmlElement* element, std::string na
 unsigned int XmlElement::GetElementNameIndex(unsigned int i) const {
   if (i == 0) return 0;  // Kept: without children as well
   const std::string& name = m_elements.at(i).m_name;
-  return static_cast<unsigned int>(std::count_if(m_elements.begin(), m_elements.begin() + i,
-                                                 [&](const XmlElement& child) { return child.m_name == name; }));
+  return static_cast<unsigned int>(
+      std::count_if(m_elements.begin(), m_elements.begin() + i, [&](const XmlElement& child) { return child.m_name == name; }));
 }
 
 bool XmlElement::Remove(std::string name, unsigned int index) {

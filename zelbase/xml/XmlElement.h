@@ -127,8 +127,7 @@ class ZELBASE_API XmlElement {
   using Attribute = std::pair<std::string, std::string>;
   struct WithoutChildren {};
 
-  XmlElement(const XmlElement& other, WithoutChildren)
-      : m_name(other.m_name), m_text(other.m_text), m_attributes(other.m_attributes) {}
+  XmlElement(const XmlElement& other, WithoutChildren) : m_name(other.m_name), m_text(other.m_text), m_attributes(other.m_attributes) {}
 
   std::vector<Attribute>::const_iterator FindAttribute(std::string_view name) const;
   std::vector<XmlElement>::const_iterator FindElement(std::string_view name, unsigned int index) const;

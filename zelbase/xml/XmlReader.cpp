@@ -93,9 +93,7 @@ bool IsSameName(std::string_view a, std::string_view b) { return a.size() == b.s
 
 // By length first: names that run into each other have the same front, and would be long to compare.
 struct ShorterFirst {
-  bool operator()(std::string_view a, std::string_view b) const {
-    return a.size() != b.size() ? a.size() < b.size() : a < b;
-  }
+  bool operator()(std::string_view a, std::string_view b) const { return a.size() != b.size() ? a.size() < b.size() : a < b; }
 };
 
 }  // namespace

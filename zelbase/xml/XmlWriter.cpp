@@ -14,7 +14,7 @@
 namespace {
 
 constexpr std::size_t kBufferSize = 64 * 1024;
-constexpr std::size_t kSlice = 4096;             // of text, between two looks at the room that is left
+constexpr std::size_t kSlice = 4096;  // of text, between two looks at the room that is left
 constexpr std::size_t kLongestReference = 6;
 
 constexpr std::string_view ReferenceFor(char c) {
@@ -240,8 +240,7 @@ bool XmlWriter::WriteStream(std::ostream& stream) const {
 bool XmlWriter::WriteFile(const char* path) const {
   if (path == nullptr) return false;
   FileResult result = FileResult::Ok;
-  const FileOpenRequest request{
-      .path = path, .access = FileRights::Write, .disposition = FileDisposition::CreateAlways};
+  const FileOpenRequest request{.path = path, .access = FileRights::Write, .disposition = FileDisposition::CreateAlways};
   const auto file = PlatformService<PlatformFiles>::Current().Open(request, result);
   // Kept: the file is cut before the root is looked at
   if (file == nullptr || !m_root.HasName()) return false;

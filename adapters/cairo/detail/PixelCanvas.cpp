@@ -22,8 +22,8 @@ constexpr std::uint32_t Bits(std::initializer_list<unsigned> runs) {
   return bits;
 }
 
-constexpr std::array<std::uint32_t, 5> kDashes = {DashPattern::kSolid, Bits({18, 6}), Bits({3, 3, 3, 3, 3, 3, 3, 3}),
-                                                  Bits({9, 6, 3, 6}), Bits({9, 3, 3, 3, 3, 3})};
+constexpr std::array<std::uint32_t, 5> kDashes = {DashPattern::kSolid, Bits({18, 6}), Bits({3, 3, 3, 3, 3, 3, 3, 3}), Bits({9, 6, 3, 6}),
+                                                  Bits({9, 3, 3, 3, 3, 3})};
 
 using Wide = long long;
 

@@ -22,9 +22,7 @@ bool IsPossible(int width, int height, int dotsPerInch) {
          static_cast<long long>(width) * height <= kMostPixels && dotsPerInch >= kLeastDots && dotsPerInch <= kMostDots;
 }
 
-std::string_view View(const unsigned char* data, unsigned int length) {
-  return {reinterpret_cast<const char*>(data), length};
-}
+std::string_view View(const unsigned char* data, unsigned int length) { return {reinterpret_cast<const char*>(data), length}; }
 
 // No exception may pass through Cairo.
 cairo_status_t Append(void* bytes, const unsigned char* data, unsigned int length) {

@@ -55,7 +55,7 @@ class SurfacePaper {
   CairoSurfacePtr m_surface{nullptr, cairo_surface_destroy};
   CairoContextPtr m_context{nullptr, cairo_destroy};  // null: not made, or a sheet that is closed
   PixelCanvas m_pixels;
-  bool m_isDirect = false;  // pixels may have been painted since Cairo was last in use
+  bool m_isDirect = false;    // pixels may have been painted since Cairo was last in use
   bool m_isComplete = false;  // m_bytes is a whole sheet
 };
 

@@ -140,8 +140,8 @@ bool ReadDateAndTime(std::string_view text, double& time) {
 struct Reading {
   XyzLineKind kind = XyzLineKind::Broken;
   double numbers[4] = {};
-  int column = 0;          // the one that is wrong, 0 to 4; 4 is one too many
-  std::string_view text;   // what stands there
+  int column = 0;         // the one that is wrong, 0 to 4; 4 is one too many
+  std::string_view text;  // what stands there
 };
 
 bool HasNoNumber(std::string_view line) {

@@ -50,8 +50,7 @@ bool XyzTextCursor::ReadLine(TimePoint& point) {
   if (kind == XyzLineKind::Names && isFirst) {
     m_summary.hasNames = true;
   } else {
-    CountBroken(m_summary.problems.size() < m_options.keptProblems ? WhyXyzLineIsBroken(line, m_options.positionOnly)
-                                                                   : std::string());
+    CountBroken(m_summary.problems.size() < m_options.keptProblems ? WhyXyzLineIsBroken(line, m_options.positionOnly) : std::string());
   }
   return false;
 }

@@ -50,8 +50,8 @@ DepthNumber::DepthNumber(const Survey& survey, double z) {
   dries = depth < 0.0 && text.find_first_of("123456789") != std::string::npos;
 }
 
-std::vector<DepthLabel> PlaceDepths(const SheetPen& pen, const Survey& survey, const std::vector<LabelCandidate>& byShoalest, const Page& area,
-                                    BoxIndex& taken) {
+std::vector<DepthLabel> PlaceDepths(const SheetPen& pen, const Survey& survey, const std::vector<LabelCandidate>& byShoalest,
+                                    const Page& area, BoxIndex& taken) {
   std::vector<DepthLabel> labels;
   for (const LabelCandidate& candidate : byShoalest) {
     const DepthNumber text(survey, candidate.z);

@@ -24,7 +24,7 @@ struct DepthNumber {
 struct DepthLabel {
   LabelCandidate sounding;
   DepthNumber text;
-  Page box;          // millimetres, its upper edge in `bottom`
+  Page box;  // millimetres, its upper edge in `bottom`
 };
 
 // How large depths are written, and how far apart they stay.
@@ -37,8 +37,8 @@ inline constexpr double kCell = 2.4;                   // of which the shoalest 
 
 // The labels that find room within `area` and clear of `taken`, to which their boxes are added: the shoalest first, so that a sounding
 // goes without only where a label in its way is of one at least as shoal.
-std::vector<DepthLabel> PlaceDepths(const SheetPen& pen, const Survey& survey, const std::vector<LabelCandidate>& byShoalest, const Page& area,
-                                    BoxIndex& taken);
+std::vector<DepthLabel> PlaceDepths(const SheetPen& pen, const Survey& survey, const std::vector<LabelCandidate>& byShoalest,
+                                    const Page& area, BoxIndex& taken);
 
 void DrawDepths(const SheetPen& pen, const std::vector<DepthLabel>& labels);
 

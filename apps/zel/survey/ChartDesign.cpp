@@ -11,8 +11,8 @@
 namespace zel {
 namespace {
 
-constexpr double kLeastMajor = 24.0;                   // millimetres from number to number
-constexpr double kMinorTick = 0.8, kMajorTick = 1.7;   // to either side
+constexpr double kLeastMajor = 24.0;                  // millimetres from number to number
+constexpr double kMinorTick = 0.8, kMajorTick = 1.7;  // to either side
 constexpr double kTextHeight = 3.0;
 constexpr double kTextGap = 0.7;
 constexpr double kTickLine = 0.3, kFloorEdge = 0.18;
@@ -41,7 +41,8 @@ double Dot(const Point& a, const Point& b) { return a.x * b.x + a.y * b.y; }
 
 // Joins a piece to the path before it, about the corner where the line turns from one right-hand direction to the other: outside the
 // bend by an arc, inside it where the two pieces meet. Pieces that are too short to meet are joined end to start.
-void JoinBeside(std::vector<Point>& path, const Point& corner, const Point& before, const Point& behind, double distance, const Point& end) {
+void JoinBeside(std::vector<Point>& path, const Point& corner, const Point& before, const Point& behind, double distance,
+                const Point& end) {
   constexpr double kMostTurn = 0.1, kBack = 1e-6;  // radians of an arc's chord; of one plus the cosine, where the line turns back
   const double turn = std::atan2(before.x * behind.y - before.y * behind.x, Dot(before, behind));
   if (turn * distance > 0.0) {

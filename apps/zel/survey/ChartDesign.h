@@ -14,10 +14,10 @@ namespace zel {
 
 // A round chainage on the design line.
 struct ChainageTick {
-  double chainage = 0.0;   // in the survey's unit of distance
+  double chainage = 0.0;  // in the survey's unit of distance
   Point place;
-  Point across;            // of length 1, to the right of travel
-  std::string text;        // empty: a small tick without a number
+  Point across;      // of length 1, to the right of travel
+  std::string text;  // empty: a small tick without a number
 };
 
 // By rising chainage, at steps for a map with so many metres in a millimetre. None where one would be ambiguous: in gaps.

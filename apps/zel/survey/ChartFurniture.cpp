@@ -93,9 +93,10 @@ class Column {
 
   std::string LeftOut() const {
     const SurveyCounts& counts = m_survey.counts;
-    const std::pair<long long, const char*> reasons[] = {{counts.outside, "outside the work area"},
-                                                         {counts.withoutTide - counts.keptUnreduced, "without tide"},
-                                                         {counts.rejectedBeams, counts.rejectedBeams == 1 ? "rejected beam" : "rejected beams"}};
+    const std::pair<long long, const char*> reasons[] = {
+        {counts.outside, "outside the work area"},
+        {counts.withoutTide - counts.keptUnreduced, "without tide"},
+        {counts.rejectedBeams, counts.rejectedBeams == 1 ? "rejected beam" : "rejected beams"}};
     std::string text;
     for (const auto& [count, reason] : reasons) {
       if (count > 0) text += (text.empty() ? "" : ", ") + Count(count) + ' ' + Word(reason);
@@ -106,8 +107,8 @@ class Column {
   std::string Depths() const {
     if (m_survey.depths.count == 0) return "";
     const auto shown = [this](double depth) { return Utf8(m_survey.DepthText(-depth)); };
-    return shown(m_survey.depths.minimum) + " \u2013 " + shown(m_survey.depths.maximum) + ' ' + Utf8(m_survey.DepthUnit()) + ", " + Word("mean") +
-           ' ' + shown(m_survey.depths.mean);
+    return shown(m_survey.depths.minimum) + " \u2013 " + shown(m_survey.depths.maximum) + ' ' + Utf8(m_survey.DepthUnit()) + ", " +
+           Word("mean") + ' ' + shown(m_survey.depths.mean);
   }
 
   std::string GridText() const { return m_view.IsMap() ? Utf8(m_survey.coordinates.projection.Name()) : ""; }
@@ -162,7 +163,8 @@ class Column {
   void Legend(double bottom) {
     if (m_survey.soundings.empty()) return;
     constexpr double kLeast = 12.0;
-    Head(Word("Depth") + ", " + Utf8(m_survey.DepthUnit()) + (m_survey.title.datum.empty() ? "" : ' ' + Word("below") + ' ' + Utf8(m_survey.title.datum)));
+    Head(Word("Depth") + ", " + Utf8(m_survey.DepthUnit()) +
+         (m_survey.title.datum.empty() ? "" : ' ' + Word("below") + ' ' + Utf8(m_survey.title.datum)));
     LegendForm form;
     form.x = kColumn.left;
     form.y = m_y;
@@ -215,7 +217,8 @@ std::string Measured(const Survey& survey, int kind, double value, int decimals)
 }
 
 ScaleBar ScaleBarFor(const Survey& survey, const MapView& view, double most) {
-  const double perUnit = survey.units.ConvertFromUnit(CZelUnitCnv::Distance, 1.0) - survey.units.ConvertFromUnit(CZelUnitCnv::Distance, 0.0);
+  const double perUnit =
+      survey.units.ConvertFromUnit(CZelUnitCnv::Distance, 1.0) - survey.units.ConvertFromUnit(CZelUnitCnv::Distance, 0.0);
   const bool isUsable = std::isfinite(perUnit) && perUnit > 0.0;
   double metres = isUsable ? perUnit : 1.0;
   ScaleBar bar;

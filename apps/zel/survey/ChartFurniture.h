@@ -12,11 +12,11 @@ namespace zel {
 
 // A bar of a round length in the survey's unit of distance.
 struct ScaleBar {
-  double length = 0.0;   // in the unit that is written
-  double metres = 0.0;   // the same
-  double paper = 0.0;    // millimetres on the sheet
-  int parts = 5;         // each of a round length, too
-  std::string unit;      // UTF-8
+  double length = 0.0;  // in the unit that is written
+  double metres = 0.0;  // the same
+  double paper = 0.0;   // millimetres on the sheet
+  int parts = 5;        // each of a round length, too
+  std::string unit;     // UTF-8
 };
 
 // The longest such bar that is not above `most` millimetres.

@@ -75,14 +75,20 @@ bool ChartGrid::GeographicBounds(Bounds& bounds) const {
   Page page;
   for (int i = 0; i <= kParts; ++i) {
     for (int j = 0; j <= kParts; ++j) {
-      const double x = bounds.left + (bounds.right - bounds.left) * i / kParts, y = bounds.bottom + (bounds.top - bounds.bottom) * j / kParts;
+      const double x = bounds.left + (bounds.right - bounds.left) * i / kParts,
+                   y = bounds.bottom + (bounds.top - bounds.bottom) * j / kParts;
       double latitude = 0.0, longitude = 0.0;
       if (!m_survey.coordinates.projection.ToGeographic(x, y, latitude, longitude) || std::abs(latitude) >= 89.0) return false;
       page |= Point(longitude, latitude, 0.0);
     }
   }
   if (!(page.Width() > 0.0 && page.Width() < 60.0 && page.Height() > 0.0 && page.Height() < 60.0)) return false;
-  bounds = {page.left, page.bottom, page.right, page.top, page.Width() / (bounds.right - bounds.left), page.Height() / (bounds.top - bounds.bottom)};
+  bounds = {page.left,
+            page.bottom,
+            page.right,
+            page.top,
+            page.Width() / (bounds.right - bounds.left),
+            page.Height() / (bounds.top - bounds.bottom)};
   return true;
 }
 

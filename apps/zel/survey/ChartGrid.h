@@ -17,10 +17,10 @@ enum class Side { Top, Right, Bottom, Left };
 
 // A place where a line of round coordinates meets the frame.
 struct FrameMark {
-  double at = 0.0;      // millimetres on the sheet, along x on top and bottom, along y on the others
-  double value = 0.0;   // the coordinate
-  long long number = 0; // of half steps in it
-  bool isWhole = false; // a whole step, which has a line and a label
+  double at = 0.0;       // millimetres on the sheet, along x on top and bottom, along y on the others
+  double value = 0.0;    // the coordinate
+  long long number = 0;  // of half steps in it
+  bool isWhole = false;  // a whole step, which has a line and a label
 };
 
 // Coordinates of the grid, or latitude and longitude when the survey asks for these and knows the projection. On a turned map each of

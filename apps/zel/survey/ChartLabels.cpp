@@ -67,7 +67,8 @@ LabelCandidates::LabelCandidates(const Page& area, double cellWidth, double cell
 std::vector<LabelCandidate> LabelCandidates::ByShoalest() const {
   std::vector<LabelCandidate> candidates;
   std::ranges::copy_if(m_cells, std::back_inserter(candidates), [](const LabelCandidate& each) { return std::isfinite(each.z); });
-  std::ranges::sort(candidates, [](const LabelCandidate& a, const LabelCandidate& b) { return a.z != b.z ? a.z > b.z : a.index < b.index; });
+  std::ranges::sort(candidates,
+                    [](const LabelCandidate& a, const LabelCandidate& b) { return a.z != b.z ? a.z > b.z : a.index < b.index; });
   return candidates;
 }
 

@@ -38,8 +38,8 @@ class BoxIndex {
 
 // A sounding that may have a label.
 struct LabelCandidate {
-  double x = 0.0, y = 0.0;                                   // on the sheet
-  double z = -std::numeric_limits<double>::infinity();       // metres, upwards
+  double x = 0.0, y = 0.0;                                      // on the sheet
+  double z = -std::numeric_limits<double>::infinity();          // metres, upwards
   std::size_t index = std::numeric_limits<std::size_t>::max();  // of the sounding
 };
 

@@ -115,9 +115,8 @@ MapView ViewOf(const Survey& survey) {
   MapView view;
   view.rotation = std::isfinite(survey.mapRotation) ? std::fmod(survey.mapRotation, 360.0) : 0.0;
   const TurnedFrame frame(view.rotation);
-  const Page pages[] = {frame.PageOf(survey.soundings),           PageOfPolygons(frame, survey.workArea),
-                        frame.PageOf(DesignPoints(survey)),       PageOfTrack(frame, survey.track),
-                        PageOfVessel(frame, survey.vessel),       PageOfPolygons(frame, survey.land)};
+  const Page pages[] = {frame.PageOf(survey.soundings),   PageOfPolygons(frame, survey.workArea), frame.PageOf(DesignPoints(survey)),
+                        PageOfTrack(frame, survey.track), PageOfVessel(frame, survey.vessel),     PageOfPolygons(frame, survey.land)};
   const Page subject = Subject(std::span(pages).first(std::ranges::any_of(std::span(pages).first(5), &Page::IsValid) ? 5 : 6));
   view.isEmpty = !subject.IsValid();
   if (view.isEmpty) return view;

@@ -23,10 +23,10 @@ inline constexpr int kPngParts = 6, kFineParts = 12, kSheetParts = 40;
 // What the map shows.
 struct MapView {
   Point centre;
-  double scale = 1000.0;     // its denominator
-  double rotation = 0.0;     // the upward direction, degrees from grid north
-  bool isEmpty = false;      // the survey has no place at all
-  bool isDrawable = true;    // otherwise what it covers is too large for any scale
+  double scale = 1000.0;   // its denominator
+  double rotation = 0.0;   // the upward direction, degrees from grid north
+  bool isEmpty = false;    // the survey has no place at all
+  bool isDrawable = true;  // otherwise what it covers is too large for any scale
 
   bool IsMap() const { return !isEmpty && isDrawable; }
 

@@ -9,9 +9,9 @@
 namespace zel {
 namespace {
 
-constexpr std::size_t kMany = 18;      // steps, beyond which only those in use are shown
+constexpr std::size_t kMany = 18;  // steps, beyond which only those in use are shown
 constexpr double kBestRow = 5.4;
-constexpr double kTextRow = 3.1;       // the least distance of two texts
+constexpr double kTextRow = 3.1;  // the least distance of two texts
 constexpr TextStyle kValue{2.7};
 constexpr TextStyle kName{2.6, inks::kFaint};
 
@@ -49,7 +49,8 @@ int DecimalsFor(const std::vector<LegendStep>& steps, const LegendForm& form) {
 void DrawSwatches(const SheetPen& pen, const std::vector<LegendStep>& steps, const LegendForm& form, double row) {
   constexpr double kOverlap = 0.02;  // no seams between neighbours
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    pen.Fill(form.x, form.y + row * static_cast<double>(i), form.swatchWidth, row + (i + 1 < steps.size() ? kOverlap : 0.0), Ink::Of(steps[i].color));
+    pen.Fill(form.x, form.y + row * static_cast<double>(i), form.swatchWidth, row + (i + 1 < steps.size() ? kOverlap : 0.0),
+             Ink::Of(steps[i].color));
   }
   pen.Box(form.x, form.y, form.swatchWidth, row * static_cast<double>(steps.size()), 0.2, inks::kText);
 }

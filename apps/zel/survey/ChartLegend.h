@@ -24,13 +24,13 @@ struct LegendStep {
 std::vector<LegendStep> LegendSteps(const ColorTable& table, double minimum, double maximum);
 
 struct LegendForm {
-  double x = 0.0, y = 0.0;                      // the upper left corner
+  double x = 0.0, y = 0.0;  // the upper left corner
   double mostHeight = 60.0;
-  bool lowestFirst = true;                      // at the top
+  bool lowestFirst = true;  // at the top
   double swatchWidth = 11.0;
-  double width = 40.0;                          // with values and names
-  int roughDecimals = 1;                        // of values that two decimals do not show as they are
-  std::function<double(double)> shown;          // from the table's value to the unit that is written
+  double width = 40.0;                  // with values and names
+  int roughDecimals = 1;                // of values that two decimals do not show as they are
+  std::function<double(double)> shown;  // from the table's value to the unit that is written
 };
 
 // Gives the height that it took.

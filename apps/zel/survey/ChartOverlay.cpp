@@ -13,10 +13,10 @@
 namespace zel {
 namespace {
 
-constexpr double kLeastStroke = 0.15;      // millimetres; a track's places nearer than that to the last one add nothing
-constexpr double kEllipseDistance = 14.0;   // millimetres from ellipse to ellipse
+constexpr double kLeastStroke = 0.15;                        // millimetres; a track's places nearer than that to the last one add nothing
+constexpr double kEllipseDistance = 14.0;                    // millimetres from ellipse to ellipse
 constexpr double kLeastEllipse = 0.35, kMostEllipse = 60.0;  // half axes that are drawn
-constexpr double kLeastVessel = 6.0;       // millimetres; a smaller vessel is drawn as long as that
+constexpr double kLeastVessel = 6.0;                         // millimetres; a smaller vessel is drawn as long as that
 
 Point PlaceOf(const TrackPlace& place) { return Point(place.x, place.y, 0.0); }
 
@@ -70,7 +70,8 @@ void DrawRefused(MapPen& pen, const std::vector<TrackPlace>& places) {
 
 // The strokes of the vessel's outline, of a plain hull when she has none.
 std::vector<std::vector<Point>> OutlineOf(const SurveyVessel& vessel) {
-  if (!vessel.hasContour) return {{Point(-5, -12, 0), Point(-5, 6, 0), Point(0, 12, 0), Point(5, 6, 0), Point(5, -12, 0), Point(-5, -12, 0)}};
+  if (!vessel.hasContour)
+    return {{Point(-5, -12, 0), Point(-5, 6, 0), Point(0, 12, 0), Point(5, 6, 0), Point(5, -12, 0), Point(-5, -12, 0)}};
   std::vector<std::vector<Point>> strokes;
   for (int i = 1; i <= vessel.contour.GetSize(); ++i) {
     VesselPoint point;
@@ -122,9 +123,7 @@ void DrawVessel(MapPen& pen, const SurveyVessel& vessel, const MapView& view, Bo
 
 }  // namespace
 
-void DrawGround(const MapPen& pen, const Survey& survey) {
-  pen.Fill(survey.land, inks::kLand);
-}
+void DrawGround(const MapPen& pen, const Survey& survey) { pen.Fill(survey.land, inks::kLand); }
 
 void DrawOverlay(MapPen& pen, const Survey& survey, const MapView& view, const ChartGrid& grid, BoxIndex& taken) {
   pen.Use(inks::kGridLine, lines::kGrid);

@@ -34,7 +34,8 @@ ColorTable ColoursOf(const Survey& survey) {
 void PaintImage(cairo_t* context, const PixelImage& image, double unitsPerPixel) {
   if (image.IsEmpty()) return;
   auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(image.pixels.data()));
-  cairo_surface_t* const surface = cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
+  cairo_surface_t* const surface =
+      cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
   cairo_save(context);
   cairo_scale(context, unitsPerPixel, unitsPerPixel);
   cairo_set_source_surface(context, surface, image.left, image.top);
@@ -53,7 +54,9 @@ struct SurveyChart::Body {
         colours(ColoursOf(of)),
         grid(of, view),
         candidates(sheet::kMap, depths::kCell, depths::kCell),
-        soundings(ShownSoundings(), view, [this](double x, double y, double z, std::size_t index) { candidates.Offer(x, y, z, index); }, progress) {}
+        soundings(
+            ShownSoundings(), view, [this](double x, double y, double z, std::size_t index) { candidates.Offer(x, y, z, index); },
+            progress) {}
 
   const std::vector<Point>& ShownSoundings() const {
     static const std::vector<Point> none;

@@ -97,9 +97,9 @@ ChartSoundings::ChartSoundings(const std::vector<Point>& soundings, const MapVie
 
 // Dots grow with the room that each sounding has, so that dense soundings make a surface and sparse ones stay dots.
 void ChartSoundings::ChooseDiameter(const std::vector<Point>& soundings, const CoordinateSystem& system) {
-  constexpr int kCell = 16;               // pixels; the room is counted in such cells with soundings
-  constexpr double kOverlap = 2.2;        // of neighbours, so that irregular ones leave few holes
-  constexpr int kLeast = 3, kMost = 13;   // 0.26 to 1.1 mm
+  constexpr int kCell = 16;              // pixels; the room is counted in such cells with soundings
+  constexpr double kOverlap = 2.2;       // of neighbours, so that irregular ones leave few holes
+  constexpr int kLeast = 3, kMost = 13;  // 0.26 to 1.1 mm
   constexpr int kColumns = kMapWidth / kCell + 1, kRows = kMapHeight / kCell + 1;
   std::vector<char> cells(static_cast<std::size_t>(kColumns) * kRows, 0);
   double shown = 0.0;
@@ -138,7 +138,8 @@ ChartSoundings::Grid ChartSoundings::Pooled() const {
     const double* const upper = m_grid.Row(y * kPool);
     const double* const lower = m_grid.Row(y * kPool + 1);
     double* const row = pooled.Row(y);
-    for (int x = 0; x < pooled.width; ++x) row[x] = std::max({upper[kPool * x], upper[kPool * x + 1], lower[kPool * x], lower[kPool * x + 1]});
+    for (int x = 0; x < pooled.width; ++x)
+      row[x] = std::max({upper[kPool * x], upper[kPool * x + 1], lower[kPool * x], lower[kPool * x + 1]});
   }
   return pooled;
 }
@@ -154,7 +155,8 @@ PixelImage ChartSoundings::ImageOf(const Grid& grid, const ColorTable& colours) 
   image.pixels.resize(width * static_cast<std::size_t>(image.height), 0u);
   RowColours row(colours);
   for (int y = 0; y < image.height; ++y) {
-    row.Paint(rowOf(image.top + y).subspan(static_cast<std::size_t>(image.left), width), image.pixels.data() + static_cast<std::size_t>(y) * width);
+    row.Paint(rowOf(image.top + y).subspan(static_cast<std::size_t>(image.left), width),
+              image.pixels.data() + static_cast<std::size_t>(y) * width);
   }
   return image;
 }

@@ -9,7 +9,9 @@
 namespace zel {
 namespace {
 
-void DrawWorkArea(const SheetPen& pen, double x, double y, double width) { pen.Rule(x, y, x + width, y, lines::kWorkArea, inks::kWorkArea); }
+void DrawWorkArea(const SheetPen& pen, double x, double y, double width) {
+  pen.Rule(x, y, x + width, y, lines::kWorkArea, inks::kWorkArea);
+}
 
 void DrawLand(const SheetPen& pen, double x, double y, double width) {
   pen.Fill(x, y - 1.5, width, 3.0, inks::kLand);
@@ -18,7 +20,8 @@ void DrawLand(const SheetPen& pen, double x, double y, double width) {
 
 void DrawDesign(const SheetPen& pen, double x, double y, double width) {
   pen.Rule(x, y, x + width, y, lines::kDesign, inks::kDesign);
-  for (const double part : {0.15, 0.5, 0.85}) pen.Rule(x + part * width, y - 1.0, x + part * width, y + 1.0, 0.6 * lines::kDesign, inks::kDesign);
+  for (const double part : {0.15, 0.5, 0.85})
+    pen.Rule(x + part * width, y - 1.0, x + part * width, y + 1.0, 0.6 * lines::kDesign, inks::kDesign);
 }
 
 void DrawTrack(const SheetPen& pen, double x, double y, double width) {
@@ -68,11 +71,12 @@ std::string TrackText(const Survey& survey, const MapView& view) {
 }  // namespace
 
 double EllipseEnlargement(const SurveyTrack& track, const MapView& view) {
-  constexpr double kSeen = 1.4;    // millimetres; no larger than that
+  constexpr double kSeen = 1.4;  // millimetres; no larger than that
   constexpr double kMost = 1000.0;
   std::vector<double> sizes;
   for (const TrackPlace& place : track.places) {
-    if (place.isFix && !place.refused && place.semiMajor > 0.0) sizes.push_back(kEllipseSigmas * place.semiMajor / view.MetresPerMillimetre());
+    if (place.isFix && !place.refused && place.semiMajor > 0.0)
+      sizes.push_back(kEllipseSigmas * place.semiMajor / view.MetresPerMillimetre());
   }
   if (sizes.empty()) return 1.0;
   const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);

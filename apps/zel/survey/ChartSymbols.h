@@ -13,9 +13,10 @@ namespace zel {
 
 // Widths of lines in millimetres.
 namespace lines {
-inline constexpr double kGrid = 0.12, kCoast = 0.25, kWorkArea = 0.45, kDesign = 0.5, kTrack = 0.25, kRefused = 0.5, kEllipse = 0.15, kVessel = 0.3;
+inline constexpr double kGrid = 0.12, kCoast = 0.25, kWorkArea = 0.45, kDesign = 0.5, kTrack = 0.25, kRefused = 0.5, kEllipse = 0.15,
+                        kVessel = 0.3;
 inline constexpr double kRim = 0.17;  // of paper, to either side of a line that must be seen on any colour
-}
+}  // namespace lines
 
 // One row of the key.
 struct ChartSymbol {

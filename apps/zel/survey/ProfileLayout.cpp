@@ -12,8 +12,8 @@ using namespace section_sheet;
 
 constexpr double kAlongMargin = 1.04, kUpwardMargin = 1.25;  // of the frame to what must be seen in it
 constexpr double kLargestScale = 1e12;
-constexpr double kLeastLength = 1.0, kLeastHeight = 0.5;     // metres that are shown at least
-constexpr double kResolution = 1e-9;                         // of a value: less is lost in its last digits
+constexpr double kLeastLength = 1.0, kLeastHeight = 0.5;  // metres that are shown at least
+constexpr double kResolution = 1e-9;                      // of a value: less is lost in its last digits
 
 Page ExtentsOf(const Survey& survey) {
   Page page;

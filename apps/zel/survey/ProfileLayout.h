@@ -17,11 +17,11 @@ inline constexpr Page kColumn(346.0, kFrameTop, 408.0, 198.0);
 }  // namespace section_sheet
 
 struct ProfileView {
-  double alongScale = 1000.0;    // denominators, along the line and upwards
+  double alongScale = 1000.0;  // denominators, along the line and upwards
   double upwardScale = 100.0;
-  Page window;                   // chainage across, height up
-  bool isEmpty = false;          // there is nothing to show
-  bool isDrawable = true;        // otherwise it is too large for any scale
+  Page window;             // chainage across, height up
+  bool isEmpty = false;    // there is nothing to show
+  bool isDrawable = true;  // otherwise it is too large for any scale
 
   double Exaggeration() const { return alongScale / upwardScale; }
 

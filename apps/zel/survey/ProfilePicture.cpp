@@ -187,14 +187,16 @@ class Profile {
 
   void DrawDifference(const SheetPen& pen, const std::array<Place, 3>& places, const Ink& ink) const {
     for (const Place& place : places) cairo_line_to(pen.Context(), X(place.chainage), Y(place.bottom));
-    for (int i = 2; i >= 0; --i) cairo_line_to(pen.Context(), X(places[static_cast<std::size_t>(i)].chainage), Y(places[static_cast<std::size_t>(i)].design));
+    for (int i = 2; i >= 0; --i)
+      cairo_line_to(pen.Context(), X(places[static_cast<std::size_t>(i)].chainage), Y(places[static_cast<std::size_t>(i)].design));
     cairo_close_path(pen.Context());
     pen.FillPath(ink);
   }
 
   void DrawLines() {
     MapPen pen(m_surface, m_system, kParts);
-    for (const auto& [height, ink, width] : {std::tuple{&SectionRow::shoalest, inks::kFaint, kShoalLine}, {&SectionRow::bottom, kBottomInk, kBottomLine}}) {
+    for (const auto& [height, ink, width] :
+         {std::tuple{&SectionRow::shoalest, inks::kFaint, kShoalLine}, {&SectionRow::bottom, kBottomInk, kBottomLine}}) {
       pen.Use(ink, width);
       for (const auto& [first, last] : MeasuredRuns(m_survey.section)) pen.Draw(RowPath(first, last, height));
     }
@@ -205,7 +207,7 @@ class Profile {
   }
 
   // A height along rows, level as far as their soundings reach at both ends.
-  std::vector<Point> RowPath(std::size_t first, std::size_t last, double SectionRow::* height) const {
+  std::vector<Point> RowPath(std::size_t first, std::size_t last, double SectionRow::*height) const {
     const std::vector<SectionRow>& rows = m_survey.section.rows;
     std::vector<Point> path = {Point(Beside(first, -1.0).chainage, rows[first].*height, 0.0)};
     for (std::size_t i = first; i <= last; ++i) path.emplace_back(rows[i].chainage, rows[i].*height, 0.0);
@@ -226,7 +228,8 @@ class Profile {
   }
 
   void DrawAxes(const SheetPen& pen) const {
-    constexpr TextStyle kAlong{2.6, inks::kText, Face::Plain, 0.5}, kUp{2.6, inks::kText, Face::Plain, 1.0}, kHead{2.8, inks::kFaint, Face::Plain, 0.5};
+    constexpr TextStyle kAlong{2.6, inks::kText, Face::Plain, 0.5}, kUp{2.6, inks::kText, Face::Plain, 1.0},
+        kHead{2.8, inks::kFaint, Face::Plain, 0.5};
     double step = 0.0;
     for (const AxisMark& mark : AlongMarks(step)) {
       pen.Rule(mark.at, kFrame.top, mark.at, kFrame.top + 1.4, 0.25, inks::kText);
@@ -241,8 +244,8 @@ class Profile {
     TextStyle upward = kHead;
     upward.angle = -90.0;
     pen.Text(kFrame.left - 13.5, middle.y, pen.Fit(DepthHead(), upward, kFrame.Height()), upward);
-    const std::string scales = Word("Along") + " 1 : " + Thousands(m_view.alongScale) + ", " + Word("upward") + " 1 : " + Thousands(m_view.upwardScale) +
-                               ", " + Word("vertical exaggeration") + ' ' + Exaggeration();
+    const std::string scales = Word("Along") + " 1 : " + Thousands(m_view.alongScale) + ", " + Word("upward") +
+                               " 1 : " + Thousands(m_view.upwardScale) + ", " + Word("vertical exaggeration") + ' ' + Exaggeration();
     pen.Text(kFrame.left, kFrame.top + 18.0, scales, {2.6, inks::kText});
   }
 
@@ -281,20 +284,17 @@ class Profile {
       y += 4.8;
     }
     if (HasBottom() && m_survey.section.corridor > 0.0) {
-      const std::string text = Word("Soundings within") + ' ' + Measured(m_survey, CZelUnitCnv::Distance, m_survey.section.corridor, 1) + ' ' + Word("of the line");
+      const std::string text = Word("Soundings within") + ' ' + Measured(m_survey, CZelUnitCnv::Distance, m_survey.section.corridor, 1) +
+                               ' ' + Word("of the line");
       pen.Text(kColumn.left, y, pen.Fit(text, {2.3}, kColumn.Width()), {2.3, inks::kFaint});
       y += 4.8;
     }
     y += 3.4;
   }
 
-  std::string OffsetText() const {
-    return ' ' + Measured(m_survey, CZelUnitCnv::Depth, m_survey.design.offset, 2);
-  }
+  std::string OffsetText() const { return ' ' + Measured(m_survey, CZelUnitCnv::Depth, m_survey.design.offset, 2); }
 
-  bool HasBottom() const {
-    return std::ranges::any_of(m_survey.section.rows, &SectionRow::measured);
-  }
+  bool HasBottom() const { return std::ranges::any_of(m_survey.section.rows, &SectionRow::measured); }
 
   void DrawDifferenceLegend(const SheetPen& pen, double& y) const {
     if (!HasBottom()) return;
@@ -317,7 +317,8 @@ class Profile {
 
   void DrawVolumes(const SheetPen& pen, double y) const {
     if (m_survey.volumes.cells == 0) return;
-    const std::pair<const char*, double> rows[] = {{"Above the design", m_survey.volumes.above}, {"Below the design", m_survey.volumes.below},
+    const std::pair<const char*, double> rows[] = {{"Above the design", m_survey.volumes.above},
+                                                   {"Below the design", m_survey.volumes.below},
                                                    {"Below the over-depth", m_survey.volumes.belowOverDepth}};
     pen.Text(kColumn.left, y, Word("Volumes of the whole area"), {2.9, inks::kText, Face::Bold});
     for (const auto& [name, volume] : rows) {

@@ -6,9 +6,7 @@
 namespace zel {
 namespace {
 
-const char* FamilyOf(Face face) {
-  return face == Face::Serif || face == Face::SerifBold ? "DejaVu Serif" : "DejaVu Sans Condensed";
-}
+const char* FamilyOf(Face face) { return face == Face::Serif || face == Face::SerifBold ? "DejaVu Serif" : "DejaVu Sans Condensed"; }
 
 cairo_font_weight_t WeightOf(Face face) {
   return face == Face::Bold || face == Face::SerifBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL;

@@ -39,11 +39,11 @@ inline constexpr Ink kVessel{0.98, 0.78, 0.22};
 enum class Face { Plain, Bold, Serif, SerifBold };
 
 struct TextStyle {
-  double size = 2.6;       // millimetres, of the font
+  double size = 2.6;  // millimetres, of the font
   Ink ink = inks::kText;
   Face face = Face::Plain;
-  double align = 0.0;      // 0 from the position on, 0.5 around it, 1 up to it
-  double angle = 0.0;      // degrees, clockwise
+  double align = 0.0;  // 0 from the position on, 0.5 around it, 1 up to it
+  double angle = 0.0;  // degrees, clockwise
 };
 
 // Lives as long as the Cairo context, whose units it makes millimetres; what the context had is put back at its end. Texts are UTF-8

@@ -35,7 +35,7 @@ struct SurveyTitle {
   std::string client;  // these may be empty
   std::string vessel;
   std::string date;
-  std::string datum;   // the name of the height that soundings are reduced to: "LAT"
+  std::string datum;  // the name of the height that soundings are reduced to: "LAT"
 };
 
 // How a position is written beside the chart's grid.
@@ -69,7 +69,7 @@ class SurveyProjection {
 
 struct SurveyCoordinates {
   CoordinateForm form = CoordinateForm::Grid;
-  int decimals = 0;                // of metres, degrees, minutes or seconds, whichever is the smallest that is shown
+  int decimals = 0;  // of metres, degrees, minutes or seconds, whichever is the smallest that is shown
   SurveyProjection projection;
 
   // The number of the form for FormatGeogs; 0 for the grid.
@@ -82,36 +82,36 @@ struct SurveyCoordinates {
 // ---- what was counted ----
 
 struct SurveyCounts {
-  long long lines = 0;           // of the text of soundings, all of them
-  long long read = 0;            // soundings of the text and of accepted beams, before anything is left out
-  long long broken = 0;          // lines of the text, and of the text of pings, that do not read
-  long long outside = 0;         // read, but outside the work area
-  long long withoutTide = 0;     // read, but without tide at their time
-  long long keptUnreduced = 0;   // of these, those in `soundings` all the same, since the settings ask for it
+  long long lines = 0;          // of the text of soundings, all of them
+  long long read = 0;           // soundings of the text and of accepted beams, before anything is left out
+  long long broken = 0;         // lines of the text, and of the text of pings, that do not read
+  long long outside = 0;        // read, but outside the work area
+  long long withoutTide = 0;    // read, but without tide at their time
+  long long keptUnreduced = 0;  // of these, those in `soundings` all the same, since the settings ask for it
   long long pings = 0;
-  long long beams = 0;           // of the pings, all of them
-  long long rejectedBeams = 0;   // flagged as rejected, or not measured
+  long long beams = 0;          // of the pings, all of them
+  long long rejectedBeams = 0;  // flagged as rejected, or not measured
 };
 
 struct SurveyStatistics {
-  long long count = 0;           // 0: all others are 0
+  long long count = 0;  // 0: all others are 0
   double minimum = 0.0, maximum = 0.0, mean = 0.0;
-  double deviation = 0.0;        // of the population
+  double deviation = 0.0;                                        // of the population
   double p05 = 0.0, p25 = 0.0, p50 = 0.0, p75 = 0.0, p95 = 0.0;  // percentiles, interpolated between neighbours
 };
 
 // ---- tide ----
 
 struct SurveyTide {
-  bool used = false;             // otherwise the soundings came reduced, or there was none to be had
+  bool used = false;  // otherwise the soundings came reduced, or there was none to be had
   int values = 0;
-  double first = 0.0, last = 0.0;        // the series' span of time
-  double minimum = 0.0, maximum = 0.0;   // metres above the chart datum, over the time of the soundings
-  double longestStep = 0.0;      // milliseconds; a longer step between two values is a gap, and no tide is taken from within it
+  double first = 0.0, last = 0.0;       // the series' span of time
+  double minimum = 0.0, maximum = 0.0;  // metres above the chart datum, over the time of the soundings
+  double longestStep = 0.0;             // milliseconds; a longer step between two values is a gap, and no tide is taken from within it
   struct Gap {
     double from = 0.0, to = 0.0;
   };
-  std::vector<Gap> gaps;         // within the series
+  std::vector<Gap> gaps;  // within the series
 };
 
 // ---- design and long section ----
@@ -142,13 +142,13 @@ struct SurveyDesign {
   // The over-depth line that belongs to it, an OffsetLineData or a VerticalOffsetLineData on `line`; null without one. Go by index:
   // not every line answers by chainage.
   std::shared_ptr<LineData> overDepth;
-  double offset = 0.0;           // metres; negative below the design
-  bool offsetIsVertical = false; // otherwise at right angles to the line in the plane of the profile
+  double offset = 0.0;            // metres; negative below the design
+  bool offsetIsVertical = false;  // otherwise at right angles to the line in the plane of the profile
 
-  double width = 0.0;            // of the channel's floor, half of it to either side of the line
-  double slope = 0.0;            // metres run for a metre of rise beside the floor; 0 for none
-  double slopeWidth = 0.0;       // how far beside the floor the slope and with it the design reaches
-  double start = 0.0, end = 0.0; // chainage
+  double width = 0.0;             // of the channel's floor, half of it to either side of the line
+  double slope = 0.0;             // metres run for a metre of rise beside the floor; 0 for none
+  double slopeWidth = 0.0;        // how far beside the floor the slope and with it the design reaches
+  double start = 0.0, end = 0.0;  // chainage
 
   bool IsGiven() const { return line != nullptr; }
 };
@@ -156,15 +156,15 @@ struct SurveyDesign {
 // One row of the long section: the bottom along the design line.
 struct SectionRow {
   double chainage = 0.0;
-  double x = 0.0, y = 0.0;       // on the line
-  double design = 0.0;           // z
-  double overDepth = 0.0;        // z; the design's without an over-depth line
-  bool measured = false;         // otherwise the four below are 0
-  double bottom = 0.0;           // mean z of the soundings near this place
-  double shoalest = 0.0;         // the highest z among them
-  double difference = 0.0;       // bottom less design
+  double x = 0.0, y = 0.0;  // on the line
+  double design = 0.0;      // z
+  double overDepth = 0.0;   // z; the design's without an over-depth line
+  bool measured = false;    // otherwise the four below are 0
+  double bottom = 0.0;      // mean z of the soundings near this place
+  double shoalest = 0.0;    // the highest z among them
+  double difference = 0.0;  // bottom less design
   int soundings = 0;
-  bool sectionStart = false;     // no line runs to this row from the one before
+  bool sectionStart = false;  // no line runs to this row from the one before
 };
 
 struct LongSection {
@@ -183,18 +183,18 @@ struct VolumeBand {
   COLORREF color = 0;
   std::string name;
   long long cells = 0;
-  double area = 0.0;             // square metres
-  double volume = 0.0;           // cubic metres, area times difference: positive above the design, negative below
+  double area = 0.0;    // square metres
+  double volume = 0.0;  // cubic metres, area times difference: positive above the design, negative below
 };
 
 struct SurveyVolumes {
-  double cellSize = 0.0;         // metres; 0 without a design
-  long long cells = 0;           // with soundings, where the design applies
-  double area = 0.0;             // of these
-  double above = 0.0;            // cubic metres still to be dredged down to the design
-  double below = 0.0;            // cubic metres dredged below the design
-  double belowOverDepth = 0.0;   // of these, below the over-depth level
-  std::vector<VolumeBand> bands; // by rising difference
+  double cellSize = 0.0;          // metres; 0 without a design
+  long long cells = 0;            // with soundings, where the design applies
+  double area = 0.0;              // of these
+  double above = 0.0;             // cubic metres still to be dredged down to the design
+  double below = 0.0;             // cubic metres dredged below the design
+  double belowOverDepth = 0.0;    // of these, below the over-depth level
+  std::vector<VolumeBand> bands;  // by rising difference
 };
 
 // ---- track ----
@@ -202,32 +202,32 @@ struct SurveyVolumes {
 struct TrackPlace {
   double time = 0.0;
   double x = 0.0, y = 0.0;
-  double speed = 0.0;            // metres a second over ground
-  double course = 0.0;           // over ground; 0 while the vessel lies still
+  double speed = 0.0;                       // metres a second over ground
+  double course = 0.0;                      // over ground; 0 while the vessel lies still
   double semiMajor = 0.0, semiMinor = 0.0;  // of the error ellipse, metres, one sigma
-  double orientation = 0.0;      // of its major axis
-  bool isFix = false;            // a fix or a set of lines of position; otherwise a velocity
-  bool refused = false;          // a fix beyond the gate: the place is the prediction
-  bool afterGap = false;         // a new piece of track begins: no line is drawn from the place before
+  double orientation = 0.0;                 // of its major axis
+  bool isFix = false;                       // a fix or a set of lines of position; otherwise a velocity
+  bool refused = false;                     // a fix beyond the gate: the place is the prediction
+  bool afterGap = false;                    // a new piece of track begins: no line is drawn from the place before
 };
 
 struct SurveyTrack {
-  std::vector<TrackPlace> places;        // by rising time; empty without a track
-  double headingOffset = 0.0;            // the velocity sensor's calibration by the filter, degrees
-  double scaleError = 0.0;               // parts per thousand
-  int calibrations = 0;                  // how often it has changed
+  std::vector<TrackPlace> places;  // by rising time; empty without a track
+  double headingOffset = 0.0;      // the velocity sensor's calibration by the filter, degrees
+  double scaleError = 0.0;         // parts per thousand
+  int calibrations = 0;            // how often it has changed
   int fixes = 0, velocities = 0, linesOfPosition = 0, refused = 0;
-  double gate = 0.0;                     // metres; 0: none
-  double length = 0.0;                   // metres, without what lies across gaps
+  double gate = 0.0;    // metres; 0: none
+  double length = 0.0;  // metres, without what lies across gaps
 };
 
 struct SurveyVessel {
-  bool known = false;                    // otherwise there is no position to draw it at
-  double x = 0.0, y = 0.0;               // the last one
+  bool known = false;       // otherwise there is no position to draw it at
+  double x = 0.0, y = 0.0;  // the last one
   double heading = 0.0;
   double time = 0.0;
-  bool hasContour = false;               // otherwise `contour` is empty
-  VesselContour contour;                 // seen from above, y to the bow, its origin at the position; GetPoint from 1
+  bool hasContour = false;  // otherwise `contour` is empty
+  VesselContour contour;    // seen from above, y to the bow, its origin at the position; GetPoint from 1
 };
 
 // ---- errors ----
@@ -245,37 +245,37 @@ struct Survey {
 
   // Inside the work area and reduced by the tide. At 24 bytes each, so that ten million take a quarter of a gigabyte.
   std::vector<Point> soundings;
-  Extents3D extents;                     // of `soundings`; not valid when there are none
+  Extents3D extents;                       // of `soundings`; not valid when there are none
   double firstTime = 0.0, lastTime = 0.0;  // of `soundings`; both 0 when none has a time
   SurveyCounts counts;
   SurveyTide tide;
 
-  std::vector<SurveyPolygon> workArea;   // by the even-odd rule; empty: everywhere
-  std::vector<SurveyPolygon> land;       // z is not used
+  std::vector<SurveyPolygon> workArea;  // by the even-odd rule; empty: everywhere
+  std::vector<SurveyPolygon> land;      // z is not used
 
-  ColorTable depthColours;               // asked with a depth, that is with -z in metres
-  ColorTable differenceColours;          // asked with a difference in metres
+  ColorTable depthColours;       // asked with a depth, that is with -z in metres
+  ColorTable differenceColours;  // asked with a difference in metres
 
   SurveyDesign design;
   LongSection section;
   SurveyVolumes volumes;
-  SurveyStatistics depths;               // of -z, metres
-  SurveyStatistics differences;          // sounding less design, where the design applies
-  double areaCovered = 0.0;              // square metres: cells of `coverCell` metres with at least one sounding
+  SurveyStatistics depths;       // of -z, metres
+  SurveyStatistics differences;  // sounding less design, where the design applies
+  double areaCovered = 0.0;      // square metres: cells of `coverCell` metres with at least one sounding
   double coverCell = 0.0;
 
   SurveyTrack track;
   SurveyVessel vessel;
 
-  double mapRotation = 0.0;              // the map's upward direction in degrees from grid north, 0 to 360
+  double mapRotation = 0.0;  // the map's upward direction in degrees from grid north, 0 to 360
   SurveyCoordinates coordinates;
-  CZelUnitCnv units;                     // kinds Depth, Distance, Volume and Area are set by the survey
-  int depthDecimals = 1;                 // of a depth on the chart
-  std::string language;                  // as the settings name it; empty for English
+  CZelUnitCnv units;                         // kinds Depth, Distance, Volume and Area are set by the survey
+  int depthDecimals = 1;                     // of a depth on the chart
+  std::string language;                      // as the settings name it; empty for English
   std::map<std::string, std::string> words;  // English to the survey's language
 
-  std::vector<SurveyError> errors;       // oldest first
-  long long moreErrors = 0;              // beyond those that are kept
+  std::vector<SurveyError> errors;  // oldest first
+  long long moreErrors = 0;         // beyond those that are kept
 
   // `english` in the survey's language, or as it is.
   const std::string& Word(const std::string& english) const {

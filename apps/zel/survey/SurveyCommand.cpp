@@ -94,11 +94,9 @@ void PrintErrors(const Survey& survey) {
   for (std::size_t i = 0; i < survey.errors.size() && i < kMostShown; ++i) {
     const SurveyError& error = survey.errors[i];
     const auto shown = [](const std::string& text) { return ToTerminal(text, DetectEncoding(text)); };
-    Fail(shown(error.context) + ": " + shown(error.text) +
-         (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
+    Fail(shown(error.context) + ": " + shown(error.text) + (error.details.empty() ? "" : " (" + ToShownPath(shown(error.details)) + ")"));
   }
-  if (survey.errors.size() > kMostShown)
-    Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them");
+  if (survey.errors.size() > kMostShown) Fail("and " + std::to_string(survey.errors.size() - kMostShown) + " more; the report has them");
 }
 
 void PrintSummary(const Survey& survey, const std::string& drawn, const Arguments& arguments) {

@@ -107,10 +107,10 @@ void Reader::ReadAreas() {
   std::size_t edges = 0;
   for (const SurveyPolygon& polygon : m_survey.workArea) edges += polygon.size();
   if (edges > SurveyArea::kMostEdges) {
-    ReportFault("Area",
-                "the work area has " + std::to_string(edges) + " points, more than " + std::to_string(SurveyArea::kMostEdges) +
-                    ": it is not used",
-                m_settings.Path());
+    ReportFault(
+        "Area",
+        "the work area has " + std::to_string(edges) + " points, more than " + std::to_string(SurveyArea::kMostEdges) + ": it is not used",
+        m_settings.Path());
     m_survey.workArea.clear();
   }
   m_area = SurveyArea(m_survey.workArea);

@@ -48,8 +48,8 @@ bool IsLength(double value) { return std::abs(value) <= kMostMetres; }
 bool SurveyPingFile::TakeHead(std::string_view rest) {
   SurveyPing head;
   unsigned int flags = 0;
-  const bool read = TakeTime(rest, head.time) && TakeNumber(rest, head.x) && TakeNumber(rest, head.y) &&
-                    TakeNumber(rest, head.heading) && TakeFlags(rest, flags) && IsEmpty(rest) && head.time != 0.0;
+  const bool read = TakeTime(rest, head.time) && TakeNumber(rest, head.x) && TakeNumber(rest, head.y) && TakeNumber(rest, head.heading) &&
+                    TakeFlags(rest, flags) && IsEmpty(rest) && head.time != 0.0;
   if (!read) return false;
   head.ping.pingFlags = flags;
   m_head = head;
@@ -63,8 +63,7 @@ bool SurveyPingFile::TakeBeam(std::string_view rest) {
   if (!TakeNumber(rest, across) || !TakeNumber(rest, along) || !TakeNumber(rest, depth) || !TakeFlags(rest, flags)) return false;
   double range = std::hypot(std::hypot(across, along), depth);
   if (!IsEmpty(rest) && (!TakeNumber(rest, range) || !IsEmpty(rest))) return false;
-  const bool fits =
-      m_hasHead && m_beams.size() < kMostBeams && IsLength(across) && IsLength(along) && IsLength(depth) && IsLength(range);
+  const bool fits = m_hasHead && m_beams.size() < kMostBeams && IsLength(across) && IsLength(along) && IsLength(depth) && IsLength(range);
   if (!fits) return false;
   m_beams.push_back({static_cast<float>(across), static_cast<float>(along), static_cast<float>(-depth), static_cast<float>(range),
                      static_cast<int>(flags)});

@@ -211,8 +211,7 @@ class TextReport {
       m_lines.Words("slope beside it", "1 : " + Decimal(design.slope, 2) + ", " + Distance(design.slopeWidth) + " " + m_distanceUnit);
     }
     if (design.overDepth != nullptr) {
-      m_lines.Row(design.offsetIsVertical ? "over-depth, vertical" : "over-depth, at right angles", Difference(design.offset),
-                  m_depthUnit);
+      m_lines.Row(design.offsetIsVertical ? "over-depth, vertical" : "over-depth, at right angles", Difference(design.offset), m_depthUnit);
     }
   }
 
@@ -248,9 +247,8 @@ class TextReport {
     m_lines.Line(ToColumn(m_survey.Word("difference") + " " + m_depthUnit, 24) + ToRight(m_survey.Word("cells"), 12) +
                  ToRight(m_survey.Word("area") + " m\xB2", 16) + ToRight(m_survey.Word("volume") + " " + m_volumeUnit, 18));
     for (const VolumeBand& band : volumes.bands) {
-      m_lines.Line(ToColumn(BandText(band), 24) + RightAligned(std::to_string(band.cells), 12) +
-                   RightAligned(Decimal(band.area, 1), 16) + RightAligned(Volume(band.volume), 18) +
-                   (band.name.empty() ? "" : "  " + ToTerminal(band.name, Encoding::Windows1252)));
+      m_lines.Line(ToColumn(BandText(band), 24) + RightAligned(std::to_string(band.cells), 12) + RightAligned(Decimal(band.area, 1), 16) +
+                   RightAligned(Volume(band.volume), 18) + (band.name.empty() ? "" : "  " + ToTerminal(band.name, Encoding::Windows1252)));
     }
   }
 

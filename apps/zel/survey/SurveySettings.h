@@ -24,8 +24,7 @@ class SurveySettings {
   int Whole(const std::string& section, const std::string& key, int fallback, int low, int high) const;
 
   // One of `words`, letters of either case; its index.
-  std::size_t Choice(const std::string& section, const std::string& key, const std::vector<std::string>& words,
-                     std::size_t fallback) const;
+  std::size_t Choice(const std::string& section, const std::string& key, const std::vector<std::string>& words, std::size_t fallback) const;
 
   // "yes" and "no".
   bool Flag(const std::string& section, const std::string& key, bool fallback) const;

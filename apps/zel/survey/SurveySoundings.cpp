@@ -135,8 +135,7 @@ bool SurveySoundings::ReadPings(const std::string& path, const SurveyProgress& p
   m_survey.counts.broken += file.Faults().count + m_offGrid;
   ReportLines("Pings", path, file.Faults());
   if (m_offGrid > 0) {
-    ReportFault("Pings", Counted(static_cast<std::size_t>(m_offGrid), "beam is", "beams are") + " too far away to be in any grid",
-                path);
+    ReportFault("Pings", Counted(static_cast<std::size_t>(m_offGrid), "beam is", "beams are") + " too far away to be in any grid", path);
   }
   if (pings == 0 && file.Faults().count == 0) ReportFault("Pings", "the text has no pings", path);
   return true;

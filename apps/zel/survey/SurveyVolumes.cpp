@@ -28,8 +28,8 @@ std::vector<VolumeBand> BandsOf(const ColorTable& colours) {
 }
 
 VolumeBand& BandOf(std::vector<VolumeBand>& bands, double difference) {
-  const auto above = std::upper_bound(bands.begin() + 1, bands.end(), difference,
-                                      [](double value, const VolumeBand& band) { return value < band.low; });
+  const auto above =
+      std::upper_bound(bands.begin() + 1, bands.end(), difference, [](double value, const VolumeBand& band) { return value < band.low; });
   return *(above - 1);
 }
 

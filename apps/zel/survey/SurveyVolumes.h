@@ -26,8 +26,7 @@ class SurveyCells {
   double Covered(const SurveyArea& area) const;
 
   // Of these, those whose middle the design reaches.
-  SurveyVolumes Volumes(const SurveyArea& area, const SurveyDesign& design, const DesignSurface& surface,
-                        const ColorTable& colours) const;
+  SurveyVolumes Volumes(const SurveyArea& area, const SurveyDesign& design, const DesignSurface& surface, const ColorTable& colours) const;
 
  private:
   Point Middle(std::size_t cell) const;

@@ -10,9 +10,7 @@ using zelbase::detail::LockOrder;
 
 class NoLockCircles : public testing::Environment {
  public:
-  void TearDown() override {
-    EXPECT_EQ(LockOrder::Circles(), 0u) << "standard error says which locks, in the test that took them";
-  }
+  void TearDown() override { EXPECT_EQ(LockOrder::Circles(), 0u) << "standard error says which locks, in the test that took them"; }
 };
 
 [[maybe_unused]] const testing::Environment* const g_noLockCircles = testing::AddGlobalTestEnvironment(new NoLockCircles);

@@ -76,8 +76,7 @@ void ColorLookup::ColorsOfPortably(std::span<const double> values, COLORREF* col
 namespace {
 
 // BucketOf, operation by operation. The maximum gives its second operand for what is not a number.
-__attribute__((target("avx2"), always_inline)) inline __m128i BucketsOf(__m256d values, __m256d first, __m256d scale,
-                                                                        __m256d lastBucket) {
+__attribute__((target("avx2"), always_inline)) inline __m128i BucketsOf(__m256d values, __m256d first, __m256d scale, __m256d lastBucket) {
   const __m256d places = _mm256_mul_pd(_mm256_sub_pd(values, first), scale);
   return _mm256_cvttpd_epi32(_mm256_min_pd(_mm256_max_pd(places, _mm256_setzero_pd()), lastBucket));
 }
@@ -86,8 +85,7 @@ __attribute__((target("avx2"), always_inline)) inline __m128i BucketsOf(__m256d 
 
 // Four values at a time. Gives how many it did. (The masked forms load all four, too; the plain ones start from a
 // register without a value, of which the compiler warns.)
-__attribute__((target("avx2"))) std::size_t ColorLookup::ColorsByVectors(std::span<const double> values,
-                                                                         COLORREF* colors) const {
+__attribute__((target("avx2"))) std::size_t ColorLookup::ColorsByVectors(std::span<const double> values, COLORREF* colors) const {
   const __m256d first = _mm256_set1_pd(m_first);
   const __m256d scale = _mm256_set1_pd(m_scale);
   const __m256d lastBucket = _mm256_set1_pd(m_lastBucket);

@@ -16,8 +16,7 @@ constexpr int kPatientLooks = 4;
 void ShortLock::LockSlowly() noexcept {
   for (Spin spin(kCloseLooks, kPatientLooks); spin.Again();) {
     unsigned int state = m_state.load(std::memory_order_relaxed);
-    if (state == kFree &&
-        m_state.compare_exchange_weak(state, kHeld, std::memory_order_acquire, std::memory_order_relaxed)) {
+    if (state == kFree && m_state.compare_exchange_weak(state, kHeld, std::memory_order_acquire, std::memory_order_relaxed)) {
       return;
     }
   }

@@ -114,9 +114,7 @@ std::unique_ptr<TaskQueue::Block> TaskQueue::TakeBlock() {
   return spare ? std::move(spare) : std::make_unique<Block>();
 }
 
-void TaskQueue::GiveBlock(std::unique_ptr<Block> block) noexcept {
-  delete m_spare.exchange(block.release(), std::memory_order_acq_rel);
-}
+void TaskQueue::GiveBlock(std::unique_ptr<Block> block) noexcept { delete m_spare.exchange(block.release(), std::memory_order_acq_rel); }
 
 // Block by block: a long chain does not decide the depth of the stack.
 void TaskQueue::DestroyChain(std::unique_ptr<Block> chain) {

@@ -26,22 +26,21 @@ constexpr std::size_t kSlice = 16;
 constexpr auto kTables = MakeCrcTables<std::uint32_t, kSlice>(kCrc32Polynomial);
 
 std::uint32_t LoadLow4(const Byte* p) noexcept {
-  return static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
-         static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
+  return static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 | static_cast<std::uint32_t>(p[2]) << 16 |
+         static_cast<std::uint32_t>(p[3]) << 24;
 }
 
 // Four bytes, the first of which has `Row` bytes of the step behind it.
 template <std::size_t Row>
 std::uint32_t Four(std::uint32_t word) noexcept {
-  return kTables.rows[Row][word & 0xFFu] ^ kTables.rows[Row - 1][word >> 8 & 0xFFu] ^
-         kTables.rows[Row - 2][word >> 16 & 0xFFu] ^ kTables.rows[Row - 3][word >> 24];
+  return kTables.rows[Row][word & 0xFFu] ^ kTables.rows[Row - 1][word >> 8 & 0xFFu] ^ kTables.rows[Row - 2][word >> 16 & 0xFFu] ^
+         kTables.rows[Row - 3][word >> 24];
 }
 
 std::uint32_t ByTables(std::uint32_t state, const Byte* p, std::size_t size) noexcept {
   for (; size >= kSlice; p += kSlice, size -= kSlice) {
     PrefetchAhead(p);
-    state = Four<15>(state ^ LoadLow4(p)) ^ Four<11>(LoadLow4(p + 4)) ^ Four<7>(LoadLow4(p + 8)) ^
-            Four<3>(LoadLow4(p + 12));
+    state = Four<15>(state ^ LoadLow4(p)) ^ Four<11>(LoadLow4(p + 4)) ^ Four<7>(LoadLow4(p + 8)) ^ Four<3>(LoadLow4(p + 12));
   }
   for (; size >= 4; p += 4, size -= 4) state = Four<3>(state ^ LoadLow4(p));
   for (; size > 0; ++p, --size) state = state >> 8 ^ kTables.rows[0][(state ^ *p) & 0xFFu];
@@ -101,8 +100,7 @@ constexpr std::uint64_t kInverse = InverseOf(kWholePolynomial);
 ZELBASE_FOLD128 __m128i Load128(const Byte* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 
 ZELBASE_FOLD128 __m128i Fold128(__m128i value, __m128i factors, __m128i next) {
-  return _mm_xor_si128(_mm_xor_si128(_mm_clmulepi64_si128(value, factors, 0x00), _mm_clmulepi64_si128(value, factors, 0x11)),
-                       next);
+  return _mm_xor_si128(_mm_xor_si128(_mm_clmulepi64_si128(value, factors, 0x00), _mm_clmulepi64_si128(value, factors, 0x11)), next);
 }
 
 ZELBASE_FOLD128 __m128i Pair(Factors factors) { return _mm_set_epi64x(factors.high, factors.low); }
@@ -110,12 +108,12 @@ ZELBASE_FOLD128 __m128i Pair(Factors factors) { return _mm_set_epi64x(factors.hi
 // Takes the last 1 to 15 bytes behind `value`, which stand at the end of at least 16 readable ones. The 16 + size bytes
 // are written as two registers with zeros in front; the first is carried over the second.
 ZELBASE_FOLD128 __m128i FoldRest(__m128i value, const Byte* end, std::size_t size) {
-  alignas(16) static constexpr Byte kShifts[48] = {
-      0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80,
-      0,    1,    2,    3,    4,    5,    6,    7,    8,    9,    10,   11,   12,   13,   14,   15,
-      0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
-  const __m128i front = _mm_shuffle_epi8(value, Load128(kShifts + size));        // first `size` bytes, moved to the end
-  const __m128i toFront = Load128(kShifts + 16 + size);                          // the other bytes, moved to the front
+  alignas(16) static constexpr Byte kShifts[48] = {0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80,
+                                                   0x80, 0x80, 0x80, 0x80, 0,    1,    2,    3,    4,    5,    6,    7,
+                                                   8,    9,    10,   11,   12,   13,   14,   15,   0x80, 0x80, 0x80, 0x80,
+                                                   0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+  const __m128i front = _mm_shuffle_epi8(value, Load128(kShifts + size));  // first `size` bytes, moved to the end
+  const __m128i toFront = Load128(kShifts + 16 + size);                    // the other bytes, moved to the front
   const __m128i last = Load128(end - 16);
   const __m128i back = _mm_blendv_epi8(_mm_shuffle_epi8(value, toFront), last, toFront);
   return Fold128(front, Pair(kOver128), back);
@@ -125,8 +123,7 @@ ZELBASE_FOLD128 __m128i FoldRest(__m128i value, const Byte* end, std::size_t siz
 // clears the low 64 of them.
 ZELBASE_FOLD128 std::uint32_t Reduce128(__m128i value) {
   const __m128i factor = _mm_cvtsi32_si128(static_cast<int>(PowerOfX(95)));
-  const __m128i divisor =
-      _mm_set_epi64x(static_cast<long long>(kWholePolynomial), static_cast<long long>(kInverse));
+  const __m128i divisor = _mm_set_epi64x(static_cast<long long>(kWholePolynomial), static_cast<long long>(kInverse));
   const __m128i shorter = _mm_xor_si128(_mm_clmulepi64_si128(value, factor, 0x00), _mm_srli_si128(value, 8));
   const __m128i quotient = _mm_clmulepi64_si128(shorter, divisor, 0x00);
   const __m128i rest = _mm_xor_si128(shorter, _mm_clmulepi64_si128(quotient, divisor, 0x10));
@@ -141,8 +138,7 @@ ZELBASE_FOLD128 std::uint32_t Finish128(__m128i value, const Byte* p, std::size_
   return Reduce128(value);
 }
 
-__attribute__((target("pclmul,sse4.1"))) std::uint32_t ByFold128(std::uint32_t state, const Byte* p,
-                                                                 std::size_t size) noexcept {
+__attribute__((target("pclmul,sse4.1"))) std::uint32_t ByFold128(std::uint32_t state, const Byte* p, std::size_t size) noexcept {
   if (size < 16) return ByTables(state, p, size);
   __m128i a = _mm_xor_si128(Load128(p), _mm_cvtsi32_si128(static_cast<int>(state)));
   if (size < 64) return Finish128(a, p + 16, size - 16);
@@ -167,13 +163,11 @@ ZELBASE_FOLD512 __m512i Load512(const Byte* p) { return _mm512_loadu_si512(p); }
 
 ZELBASE_FOLD512 __m512i Fold512(__m512i value, __m512i factors, __m512i next) {
   constexpr int kXorOfThree = 0x96;
-  return _mm512_ternarylogic_epi64(_mm512_clmulepi64_epi128(value, factors, 0x00),
-                                   _mm512_clmulepi64_epi128(value, factors, 0x11), next, kXorOfThree);
+  return _mm512_ternarylogic_epi64(_mm512_clmulepi64_epi128(value, factors, 0x00), _mm512_clmulepi64_epi128(value, factors, 0x11), next,
+                                   kXorOfThree);
 }
 
-ZELBASE_FOLD512 __m512i Quad(Factors f) {
-  return _mm512_set_epi64(f.high, f.low, f.high, f.low, f.high, f.low, f.high, f.low);
-}
+ZELBASE_FOLD512 __m512i Quad(Factors f) { return _mm512_set_epi64(f.high, f.low, f.high, f.low, f.high, f.low, f.high, f.low); }
 
 // Carries the first three quarters of `value` over to its last.
 ZELBASE_FOLD512 __m128i Narrow(__m512i value) {
@@ -185,8 +179,8 @@ ZELBASE_FOLD512 __m128i Narrow(__m512i value) {
   return Fold128(a, Pair(kOver384), Fold128(b, Pair(kOver256), Fold128(c, Pair(kOver128), d)));
 }
 
-__attribute__((target("vpclmulqdq,avx512f,avx512vl,pclmul,sse4.1"))) std::uint32_t ByFold512(
-    std::uint32_t state, const Byte* p, std::size_t size) noexcept {
+__attribute__((target("vpclmulqdq,avx512f,avx512vl,pclmul,sse4.1"))) std::uint32_t ByFold512(std::uint32_t state, const Byte* p,
+                                                                                             std::size_t size) noexcept {
   if (size < 256) return ByFold128(state, p, size);
   const __m512i first = _mm512_zextsi128_si512(_mm_cvtsi32_si128(static_cast<int>(state)));
   __m512i a = _mm512_xor_si512(Load512(p), first);

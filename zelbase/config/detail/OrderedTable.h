@@ -106,8 +106,7 @@ class OrderedTable {
  public:
   template <class Same>
   Entry* Find(std::uint32_t hash, Same same) {
-    const std::uint32_t position =
-        m_index.Find(hash, [&](std::uint32_t candidate) { return same(m_entries[candidate]); });
+    const std::uint32_t position = m_index.Find(hash, [&](std::uint32_t candidate) { return same(m_entries[candidate]); });
     return position == PositionIndex::kNone ? nullptr : &m_entries[position];
   }
 
@@ -220,9 +219,7 @@ class OrderedTable {
   }
 
   void Compact() {
-    m_entries.erase(
-        std::remove_if(m_entries.begin(), m_entries.end(), [](const Entry& entry) { return entry.removed; }),
-        m_entries.end());
+    m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(), [](const Entry& entry) { return entry.removed; }), m_entries.end());
     m_firstLive = 0;
     m_index.Clear();
     for (std::size_t i = 0; i < m_entries.size(); ++i) {

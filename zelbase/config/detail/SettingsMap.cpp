@@ -129,9 +129,7 @@ SectionMap::Section* SectionMap::Find(std::string_view name) {
   return m_table.Find(HashText(name), [name](const Section& section) { return section.name == name; });
 }
 
-const SectionMap::Section* SectionMap::Find(std::string_view name) const {
-  return const_cast<SectionMap*>(this)->Find(name);
-}
+const SectionMap::Section* SectionMap::Find(std::string_view name) const { return const_cast<SectionMap*>(this)->Find(name); }
 
 ItemMap* SectionMap::FindItems(std::string_view name) const {
   const Section* const section = Find(name);
@@ -165,9 +163,7 @@ void SectionMap::Clear() {
   m_epoch = NextEpoch();
 }
 
-SectionSelection SectionMap::Select(const Section& section) const noexcept {
-  return {m_epoch, section.number, section.itemsNumber, 0};
-}
+SectionSelection SectionMap::Select(const Section& section) const noexcept { return {m_epoch, section.number, section.itemsNumber, 0}; }
 
 bool SectionMap::IsSelected(const SectionSelection& selection, const Section& section) const noexcept {
   return selection.epoch == m_epoch && selection.section == section.number && selection.items == section.itemsNumber;

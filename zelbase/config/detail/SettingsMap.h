@@ -45,9 +45,7 @@ class ItemMap {
   };
 
   std::string_view KeyOf(const Item& item) const noexcept { return {m_text.data() + item.offset, item.keySize}; }
-  std::string_view ValueOf(const Item& item) const noexcept {
-    return {m_text.data() + item.offset + item.keySize, item.valueSize};
-  }
+  std::string_view ValueOf(const Item& item) const noexcept { return {m_text.data() + item.offset + item.keySize, item.valueSize}; }
   static std::size_t UsedBy(const Item& item) noexcept { return std::size_t{item.keySize} + item.valueRoom; }
   Item* FindItem(std::uint32_t hash, std::string_view key);
   void Overwrite(Item& item, std::string_view key, std::string_view value);

@@ -10,12 +10,12 @@ namespace zelbase::detail {
 inline constexpr std::string_view kChecksumSection = "Checksum";
 
 enum class SettingsLineKind : unsigned char {
-  Blank,         // nothing but white space
-  Comment,       // ";" in column 1, or "//" with nothing but white space before it
-  Section,       // a head
-  Item,          // a key and a value
-  NoSeparator,   // no "="
-  NoKey,         // "=" comes first
+  Blank,        // nothing but white space
+  Comment,      // ";" in column 1, or "//" with nothing but white space before it
+  Section,      // a head
+  Item,         // a key and a value
+  NoSeparator,  // no "="
+  NoKey,        // "=" comes first
 };
 
 // One line, taken apart. All views lie in the line that was given, so that their places can be told from it. Small on

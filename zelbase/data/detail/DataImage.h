@@ -13,7 +13,7 @@ namespace zelbase::detail {
 struct DataImage {
   // 12 bytes. The key travels as it is, stale or not.
   template <class Image, class Id>
-    requires std::is_same_v<std::remove_const_t<Id>, CDataId>
+  requires std::is_same_v<std::remove_const_t<Id>, CDataId>
   static void Describe(Image& image, Id& id) {
     image.Value(id.m_dataType);
     image.Value(id.m_groupId);
@@ -24,7 +24,7 @@ struct DataImage {
 
   // 16 bytes.
   template <class Image, class Info>
-    requires std::is_same_v<std::remove_const_t<Info>, CDataInfo>
+  requires std::is_same_v<std::remove_const_t<Info>, CDataInfo>
   static void Describe(Image& image, Info& info) {
     Describe(image, info.m_dataId);
     image.Value(info.m_elemId);
@@ -33,7 +33,7 @@ struct DataImage {
 
   // 60 bytes.
   template <class Image, class Info>
-    requires std::is_same_v<std::remove_const_t<Info>, CDataInfoEx>
+  requires std::is_same_v<std::remove_const_t<Info>, CDataInfoEx>
   static void Describe(Image& image, Info& info) {
     using Base = std::conditional_t<std::is_const_v<Info>, const CDataInfo, CDataInfo>;
     auto& attribs = info.m_textAttribs;
@@ -58,7 +58,7 @@ struct DataImage {
 
   // 64 bytes.
   template <class Image, class Offset>
-    requires std::is_same_v<std::remove_const_t<Offset>, CCompOffset>
+  requires std::is_same_v<std::remove_const_t<Offset>, CCompOffset>
   static void Describe(Image& image, Offset& offset) {
     image.Skip(4);
     image.Value(offset.m_offTrackSelection);

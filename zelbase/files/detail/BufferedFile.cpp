@@ -17,8 +17,7 @@ std::shared_ptr<BufferedFile> BufferedFile::Open(const char* name, FileRights ac
   return std::make_shared<BufferedFile>(std::move(file), access);
 }
 
-BufferedFile::BufferedFile(std::unique_ptr<PlatformFile> file, FileRights access)
-    : m_file(std::move(file)), m_access(access) {}
+BufferedFile::BufferedFile(std::unique_ptr<PlatformFile> file, FileRights access) : m_file(std::move(file)), m_access(access) {}
 
 BufferedFile::~BufferedFile() { Close(); }
 

@@ -51,7 +51,7 @@ class BufferedFile {
   std::unique_ptr<PlatformFile> m_file;
   FileRights m_access;
   std::array<char, 4096> m_buffer;
-  std::size_t m_begin = 0;    // of what was read ahead
+  std::size_t m_begin = 0;  // of what was read ahead
   std::size_t m_end = 0;
   std::size_t m_pending = 0;  // bytes from the buffer's start that wait to be written
 };

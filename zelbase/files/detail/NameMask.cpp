@@ -20,8 +20,8 @@ bool MatchesMask(std::string_view name, std::string_view mask) {
   constexpr std::size_t kNone = std::string_view::npos;
   std::size_t n = 0;
   std::size_t m = 0;
-  std::size_t star = kNone;   // the last "*" met
-  std::size_t starEnd = 0;    // where in `name` its characters end
+  std::size_t star = kNone;  // the last "*" met
+  std::size_t starEnd = 0;   // where in `name` its characters end
   while (n < name.size()) {
     if (m < mask.size() && mask[m] == '*') {
       star = m++;

@@ -68,8 +68,7 @@ std::shared_ptr<const TextFileTable> TextFileTable::Read(const std::string& file
   FobjSection cursor;
   std::string key;
   std::string text;
-  for (bool found = file.GetFirstMapEntry(cursor, kTextsSection, key, text); found;
-       found = file.GetNextMapEntry(cursor, key, text)) {
+  for (bool found = file.GetFirstMapEntry(cursor, kTextsSection, key, text); found; found = file.GetNextMapEntry(cursor, key, text)) {
     int number = 0;
     if (!ParseNumber(key, number)) continue;
     text = WithoutEscapes(text);

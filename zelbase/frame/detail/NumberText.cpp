@@ -25,9 +25,7 @@ Front SkipFront(const char* at, const char* end) {
   return {at + 1, *at == '-'};
 }
 
-std::size_t BytesTaken(std::string_view text, const char* end) {
-  return static_cast<std::size_t>(end - text.data());
-}
+std::size_t BytesTaken(std::string_view text, const char* end) { return static_cast<std::size_t>(end - text.data()); }
 
 // Unsigned arithmetic wraps at 2^64, and 2^16 and 2^32 divide that, so that the low bits are right for every
 // type.
@@ -142,42 +140,20 @@ void AppendZerosBefore(std::string& text, std::size_t length, int width) {
 
 }  // namespace
 
-std::size_t ScanInt(std::string_view text, int& value) {
-  return ScanDecimal(text, value);
-}
-std::size_t ScanUnsigned(std::string_view text, unsigned int& value) {
-  return ScanDecimal(text, value);
-}
-std::size_t ScanUnsignedShort(std::string_view text, unsigned short& value) {
-  return ScanDecimal(text, value);
-}
-std::size_t ScanInt64(std::string_view text, long long& value) {
-  return ScanDecimal(text, value);
-}
-std::size_t ScanUnsigned64(std::string_view text, unsigned long long& value) {
-  return ScanDecimal(text, value);
-}
+std::size_t ScanInt(std::string_view text, int& value) { return ScanDecimal(text, value); }
+std::size_t ScanUnsigned(std::string_view text, unsigned int& value) { return ScanDecimal(text, value); }
+std::size_t ScanUnsignedShort(std::string_view text, unsigned short& value) { return ScanDecimal(text, value); }
+std::size_t ScanInt64(std::string_view text, long long& value) { return ScanDecimal(text, value); }
+std::size_t ScanUnsigned64(std::string_view text, unsigned long long& value) { return ScanDecimal(text, value); }
 
-std::size_t ScanHex(std::string_view text, unsigned int& value) {
-  return ScanHexadecimal(text, value);
-}
-std::size_t ScanHex64(std::string_view text, unsigned long long& value) {
-  return ScanHexadecimal(text, value);
-}
+std::size_t ScanHex(std::string_view text, unsigned int& value) { return ScanHexadecimal(text, value); }
+std::size_t ScanHex64(std::string_view text, unsigned long long& value) { return ScanHexadecimal(text, value); }
 
-std::size_t ScanDouble(std::string_view text, double& value) {
-  return ScanReal(text, value);
-}
-std::size_t ScanFloat(std::string_view text, float& value) {
-  return ScanReal(text, value);
-}
+std::size_t ScanDouble(std::string_view text, double& value) { return ScanReal(text, value); }
+std::size_t ScanFloat(std::string_view text, float& value) { return ScanReal(text, value); }
 
-void AppendInt(std::string& text, long long value) {
-  AppendWhole(text, value);
-}
-void AppendUnsigned(std::string& text, unsigned long long value) {
-  AppendWhole(text, value);
-}
+void AppendInt(std::string& text, long long value) { AppendWhole(text, value); }
+void AppendUnsigned(std::string& text, unsigned long long value) { AppendWhole(text, value); }
 
 void AppendHex(std::string& text, unsigned long long value, int digits) {
   char buffer[16];
@@ -210,12 +186,8 @@ void AppendFixed(std::string& text, double value, int decimals) {
   text.append(buffer, end);
 }
 
-void AppendGeneral(std::string& text, double value) {
-  AppendGeneralOf(text, value);
-}
-void AppendGeneral(std::string& text, long double value) {
-  AppendGeneralOf(text, value);
-}
+void AppendGeneral(std::string& text, double value) { AppendGeneralOf(text, value); }
+void AppendGeneral(std::string& text, long double value) { AppendGeneralOf(text, value); }
 
 long long ToCount(double value) noexcept {
   constexpr double kLimit = 9223372036854775808.0;  // 2^63
@@ -223,9 +195,7 @@ long long ToCount(double value) noexcept {
   return static_cast<long long>(value);
 }
 
-int ToCount32(double value) noexcept {
-  return static_cast<int>(static_cast<unsigned int>(ToCount(value)));
-}
+int ToCount32(double value) noexcept { return static_cast<int>(static_cast<unsigned int>(ToCount(value))); }
 
 int ToPixel(double value) noexcept {
   if (std::isnan(value)) return 0;

@@ -21,8 +21,7 @@ constexpr int kLongest = kMostWholeDigits + 1 + kMostPrinted + 8;
 
 // --- A field: padding, prefix (sign or base), zeros, digits ---
 
-void AppendField(std::string& text, const PrintfForm& form, bool zeros, std::string_view prefix,
-                 std::string_view digits) {
+void AppendField(std::string& text, const PrintfForm& form, bool zeros, std::string_view prefix, std::string_view digits) {
   const std::size_t length = prefix.size() + digits.size();
   const std::size_t width = static_cast<std::size_t>(form.width);
   const std::size_t padding = width > length ? width - length : 0;
@@ -37,9 +36,7 @@ void AppendField(std::string& text, const PrintfForm& form, bool zeros, std::str
   if (form.left) text.append(padding, ' ');
 }
 
-std::string_view Sign(const PrintfForm& form, bool negative) {
-  return negative ? "-" : form.plus ? "+" : form.blank ? " " : "";
-}
+std::string_view Sign(const PrintfForm& form, bool negative) { return negative ? "-" : form.plus ? "+" : form.blank ? " " : ""; }
 
 // --- The kinds of a double: each writes a magnitude that is finite and gives its end ---
 
@@ -108,20 +105,14 @@ char* WriteFinite(char* at, const PrintfForm& form, double magnitude) {
   constexpr int kUsual = 6;
   const int precision = form.precision < 0 ? kUsual : form.precision;
   switch (ToLower(form.kind)) {
-    case 'a':
-      return WriteHexadecimal(at, magnitude, form.precision, form.alternate);
-    case 'e':
-      return WriteScientific(at, magnitude, precision, form.alternate);
-    case 'g':
-      return WriteGeneral(at, magnitude, precision, form.alternate);
-    default:
-      return WriteFixedForm(at, magnitude, precision, form.alternate);
+    case 'a': return WriteHexadecimal(at, magnitude, form.precision, form.alternate);
+    case 'e': return WriteScientific(at, magnitude, precision, form.alternate);
+    case 'g': return WriteGeneral(at, magnitude, precision, form.alternate);
+    default: return WriteFixedForm(at, magnitude, precision, form.alternate);
   }
 }
 
-bool IsUpper(char c) {
-  return c != ToLower(c);
-}
+bool IsUpper(char c) { return c != ToLower(c); }
 
 // --- The kinds of an int ---
 
@@ -130,26 +121,18 @@ void AppendCharacter(std::string& text, const PrintfForm& form, int value) {
   AppendField(text, form, false, "", std::string_view(&byte, 1));
 }
 
-int BaseOf(char kind) {
-  return kind == 'o' ? 8 : kind == 'x' || kind == 'X' ? 16 : 10;
-}
+int BaseOf(char kind) { return kind == 'o' ? 8 : kind == 'x' || kind == 'X' ? 16 : 10; }
 
 // --- Reading a format ---
 
 bool TakeFlag(char c, PrintfForm& form) {
   switch (c) {
-    case '-':
-      return form.left = true;
-    case '+':
-      return form.plus = true;
-    case ' ':
-      return form.blank = true;
-    case '#':
-      return form.alternate = true;
-    case '0':
-      return form.zeros = true;
-    default:
-      return false;
+    case '-': return form.left = true;
+    case '+': return form.plus = true;
+    case ' ': return form.blank = true;
+    case '#': return form.alternate = true;
+    case '0': return form.zeros = true;
+    default: return false;
   }
 }
 
@@ -242,16 +225,11 @@ void AppendPrintf(std::string& text, const PrintfForm& form, int value) {
 
   const std::string_view base = form.kind == 'X' ? "0X" : "0x";
   const bool showsBase = form.alternate && BaseOf(form.kind) == 16 && magnitude != 0;
-  AppendField(text, form, form.zeros && form.precision < 0, hasSign ? Sign(form, negative) : showsBase ? base : "",
-              digits);
+  AppendField(text, form, form.zeros && form.precision < 0, hasSign ? Sign(form, negative) : showsBase ? base : "", digits);
 }
 
-std::string PrintfText(std::string_view format, double value) {
-  return PrintOne(format, kDoubleKinds, value);
-}
+std::string PrintfText(std::string_view format, double value) { return PrintOne(format, kDoubleKinds, value); }
 
-std::string PrintfText(std::string_view format, int value) {
-  return PrintOne(format, kIntKinds, value);
-}
+std::string PrintfText(std::string_view format, int value) { return PrintOne(format, kIntKinds, value); }
 
 }  // namespace zelbase::detail

@@ -9,9 +9,7 @@
 namespace zelbase::detail {
 namespace {
 
-std::size_t Within(int count, const TextItems& items) {
-  return count < 0 ? 0 : std::min(static_cast<std::size_t>(count), items.size());
-}
+std::size_t Within(int count, const TextItems& items) { return count < 0 ? 0 : std::min(static_cast<std::size_t>(count), items.size()); }
 
 // Items of a range that is inside the list, each followed by the separator.
 std::string Parts(const TextItems& items, char separator, std::size_t first, std::size_t count) {
@@ -34,9 +32,7 @@ std::string JoinItems(const TextItems& items, char separator) {
   return text;
 }
 
-std::string LeftItems(const TextItems& items, char separator, int count) {
-  return Parts(items, separator, 0, Within(count, items));
-}
+std::string LeftItems(const TextItems& items, char separator, int count) { return Parts(items, separator, 0, Within(count, items)); }
 
 std::string RightItems(const TextItems& items, char separator, int count) {
   const std::size_t parts = Within(count, items);
@@ -44,8 +40,7 @@ std::string RightItems(const TextItems& items, char separator, int count) {
 }
 
 int FindItem(const TextItems& items, const std::string& text) {
-  const auto found = std::find_if(items.begin(), items.end(),
-                                  [&](const std::string& item) { return icompare(item, text); });
+  const auto found = std::find_if(items.begin(), items.end(), [&](const std::string& item) { return icompare(item, text); });
   return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 

@@ -10,13 +10,9 @@ namespace zelbase::detail {
 
 namespace {
 
-double Bearing(double x, double y) {
-  return std::atan2(x, y) / D_TO_R;
-}
+double Bearing(double x, double y) { return std::atan2(x, y) / D_TO_R; }
 
-bool IsWithin(double value, double lower, double upper) {
-  return lower <= value && value <= upper;
-}
+bool IsWithin(double value, double lower, double upper) { return lower <= value && value <= upper; }
 
 // Half the chord that a line at distance `d` from the centre cuts off; false when it does not cross the
 // circle.

@@ -37,9 +37,7 @@ __attribute__((target("avx2"), always_inline)) inline __m256d TwoOf(const Point&
 __attribute__((target("avx512f,avx512vl"), always_inline)) inline __m512d FourOf(double x, double y) {
   return _mm512_setr_pd(x, y, x, y, x, y, x, y);
 }
-__attribute__((target("avx512f,avx512vl"), always_inline)) inline __m512d FourOf(const Point& value) {
-  return FourOf(value.x, value.y);
-}
+__attribute__((target("avx512f,avx512vl"), always_inline)) inline __m512d FourOf(const Point& value) { return FourOf(value.x, value.y); }
 
 // CoordinateSystem::WorldToPixel, operation by operation: x and y of two points in a vector.
 template <bool kTurned>
@@ -105,8 +103,7 @@ class FourPlaces {
 
 // Both give how many points they did.
 template <bool kTurned>
-__attribute__((target("avx2"))) std::size_t PixelsByTwo(const CoordinateSystem& system, std::span<const Point> points,
-                                                        CPoint* pixels) {
+__attribute__((target("avx2"))) std::size_t PixelsByTwo(const CoordinateSystem& system, std::span<const Point> points, CPoint* pixels) {
   const TwoPlaces<kTurned> places(system);
   const __m128i notConverted = _mm_set1_epi32(kNotConverted);
   std::size_t done = 0;
@@ -125,8 +122,8 @@ __attribute__((target("avx2"))) std::size_t PixelsByTwo(const CoordinateSystem& 
 }
 
 template <bool kTurned>
-__attribute__((target("avx512f,avx512vl"))) std::size_t PixelsByFour(const CoordinateSystem& system,
-                                                                     std::span<const Point> points, CPoint* pixels) {
+__attribute__((target("avx512f,avx512vl"))) std::size_t PixelsByFour(const CoordinateSystem& system, std::span<const Point> points,
+                                                                     CPoint* pixels) {
   const FourPlaces<kTurned> places(system);
   const __m256i notConverted = _mm256_set1_epi32(kNotConverted);
   std::size_t done = 0;

@@ -51,8 +51,7 @@ double IntersectionHeight(const Point& a, const Point& b, const Point& p) {
 
 }  // namespace
 
-const std::vector<PolygonRun>& PolygonPass::Clip(const std::vector<PolygonRun>& polygons,
-                                                 const PolygonSide& side, std::size_t mostPoints) {
+const std::vector<PolygonRun>& PolygonPass::Clip(const std::vector<PolygonRun>& polygons, const PolygonSide& side, std::size_t mostPoints) {
   InitPoly(side);
   AddPolygons(polygons);
   // The walk would give every polygon back as it is.
@@ -130,8 +129,7 @@ template <bool kOnX>
 void PolygonPass::AddCrossing(const Point& point, int type) {
   const Point& last = *m_lastPoint;
   const bool isLastAbove = m_side.keepBelow == (type == kEntering);
-  const double along = isLastAbove ? Interpolate<kOnX>(last, point, m_side.limit)
-                                   : Interpolate<kOnX>(point, last, m_side.limit);
+  const double along = isLastAbove ? Interpolate<kOnX>(last, point, m_side.limit) : Interpolate<kOnX>(point, last, m_side.limit);
   Point crossing = kOnX ? Point(m_side.limit, along, 0.0) : Point(along, m_side.limit, 0.0);
   crossing.z = IntersectionHeight(last, point, crossing);
   StoreIntersection(crossing, along, type);
@@ -184,8 +182,7 @@ void PolygonPass::CheckIntersectionList() {
   const std::size_t size = m_intersections.size();
   const auto type = [this](std::size_t i) { return PieceAt(m_intersections[i].piece).flag & kCrossing; };
   const auto swapIfTied = [this](std::size_t i) {
-    if (m_intersections[i].along == m_intersections[i + 1].along)
-      std::swap(m_intersections[i], m_intersections[i + 1]);
+    if (m_intersections[i].along == m_intersections[i + 1].along) std::swap(m_intersections[i], m_intersections[i + 1]);
   };
   for (std::size_t i = 0; i + 1 < size; ++i) {
     if (type(i) != type(i + 1)) continue;

@@ -36,8 +36,7 @@ class PolygonPass {
   // The rings that are left of `polygons`: `polygons` itself when nothing is cut, otherwise a list of this
   // object; it is good until the next call, and as long as what `polygons` points to. The first run begins a
   // polygon whatever it says. The walk ends, dropping the rest, once it has given more than `mostPoints`.
-  const std::vector<PolygonRun>& Clip(const std::vector<PolygonRun>& polygons, const PolygonSide& side,
-                                      std::size_t mostPoints);
+  const std::vector<PolygonRun>& Clip(const std::vector<PolygonRun>& polygons, const PolygonSide& side, std::size_t mostPoints);
 
  private:
   enum class Where { kNowhere, kInside, kOutside };

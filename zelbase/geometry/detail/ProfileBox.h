@@ -27,8 +27,7 @@ struct ProfileBox {
   // differences with 1e-07, which a point further than 3.2e-4 from a segment's box fails.
   bool IsFarFrom(const ProfileBox& other) const {
     constexpr double kApart = 1e-3;
-    return right + kApart < other.left || other.right + kApart < left || top + kApart < other.bottom ||
-           other.top + kApart < bottom;
+    return right + kApart < other.left || other.right + kApart < left || top + kApart < other.bottom || other.top + kApart < bottom;
   }
 
   bool operator==(const ProfileBox&) const = default;

@@ -113,9 +113,7 @@ class FoldCutter {
 
  private:
   // Cuts at the outermost crossing of the fold from `m` to `n` and gives the number of the new point; kNone without one.
-  std::size_t Cut(std::size_t m, std::size_t n) {
-    return CollectNarrowFold(m, n) ? CutNarrow() : CutWide(m, n);
-  }
+  std::size_t Cut(std::size_t m, std::size_t n) { return CollectNarrowFold(m, n) ? CutNarrow() : CutWide(m, n); }
 
   // --- A fold of few points: all of it is looked at ---
 
@@ -185,15 +183,13 @@ class FoldCutter {
 
   // The last point up to `m` whose chainage does not exceed `distance`, or the first of all.
   std::size_t LastNotBeyond(double distance, std::size_t m) const {
-    const auto found =
-        m_entries->Previous(0, m + 1, [distance](const FoldEntry& entry) { return !(distance < entry.lowest); });
+    const auto found = m_entries->Previous(0, m + 1, [distance](const FoldEntry& entry) { return !(distance < entry.lowest); });
     return found == kNone ? 0 : found;
   }
 
   // The first point from `n` on whose chainage is not below `distance`, or the last of all.
   std::size_t FirstThatReaches(double distance, std::size_t n) const {
-    const auto found = m_entries->Next(
-        n, m_chain.Size(), [distance](const FoldEntry& entry) { return !(entry.highest < distance); });
+    const auto found = m_entries->Next(n, m_chain.Size(), [distance](const FoldEntry& entry) { return !(entry.highest < distance); });
     return found == kNone ? m_chain.Size() - 1 : found;
   }
 
@@ -229,9 +225,7 @@ class FoldCutter {
 
   // --- Segments ---
 
-  ProfileBox BoxOf(std::size_t segment) const {
-    return ProfileBox::Of(m_chain[m_chain.Previous(segment)], m_chain[segment]);
-  }
+  ProfileBox BoxOf(std::size_t segment) const { return ProfileBox::Of(m_chain[m_chain.Previous(segment)], m_chain[segment]); }
 
   // Whether segments i and k cross within both, and where.
   bool Cross(std::size_t i, std::size_t k) {

@@ -69,9 +69,7 @@ struct PlanDirection {
 
 class Builder {
  public:
-  Builder(std::size_t points, double offset, double tolerance) : m_offset(offset), m_form(offset, tolerance) {
-    m_work.reserve(2 * points);
-  }
+  Builder(std::size_t points, double offset, double tolerance) : m_offset(offset), m_form(offset, tolerance) { m_work.reserve(2 * points); }
 
   void AddSegment(const ProfilePoint& from, const ProfilePoint& to) {
     const PlanDirection direction(to.x - from.x, to.y - from.y);
@@ -110,8 +108,7 @@ class Builder {
   }
 
   void AddMoved(const ProfilePoint& point, const PlanDirection& direction, double shiftD, double shiftZ, bool flag) {
-    m_work.emplace_back(point.x - direction.uy * shiftD, point.y + direction.ux * shiftD, point.z + shiftZ,
-                        point.distance + shiftD, flag);
+    m_work.emplace_back(point.x - direction.uy * shiftD, point.y + direction.ux * shiftD, point.z + shiftZ, point.distance + shiftD, flag);
   }
 
   double m_offset;

@@ -120,9 +120,7 @@ struct ReflectStrip {
 };
 
 // Kept: f = 0 has the positive root; the published form takes the negative one.
-inline double SignedRoot(double sumOfSquares, double f) {
-  return f > 0.0 ? -std::sqrt(sumOfSquares) : std::sqrt(sumOfSquares);
-}
+inline double SignedRoot(double sumOfSquares, double f) { return f > 0.0 ? -std::sqrt(sumOfSquares) : std::sqrt(sumOfSquares); }
 
 // Reflects column i to (.., g, 0, .. 0), and all later columns with it. Gives g and keeps the reflection for the left block.
 // Column i itself is not needed any more, and neither is what stands left of it in these rows.
@@ -215,8 +213,7 @@ struct AccumulateStrip {
       const std::size_t first = i + 1;
       constexpr double kNoDivision = 1.0;
       if (work.h[i] != 0.0 && first < end) {
-        ReflectColumns<kLanes, kRegisters>(work.right, column,
-                                           {work.a.Row(i), work.reflectors.Row(i), kNoDivision, first, work.n});
+        ReflectColumns<kLanes, kRegisters>(work.right, column, {work.a.Row(i), work.reflectors.Row(i), kNoDivision, first, work.n});
       }
       std::fill_n(work.right.Row(i) + column, end - column, 0.0);
       if (i < column) continue;
@@ -284,8 +281,7 @@ struct RotateStrip {
 class PendingSweeps {
  public:
   // Room for `capacity` rotations at either place, at least one sweep.
-  PendingSweeps(Rotation* right, Rotation* left, std::size_t capacity)
-      : m_rights(right), m_lefts(left), m_capacity(capacity) {}
+  PendingSweeps(Rotation* right, Rotation* left, std::size_t capacity) : m_rights(right), m_lefts(left), m_capacity(capacity) {}
 
   bool HasRoomFor(std::size_t rotations) const { return m_count < kMost && m_used + rotations <= m_capacity; }
 
@@ -492,8 +488,7 @@ ZELBASE_KERNEL void Decompose(const double* a, const Decomposition& out) {
   }
   const std::size_t stride = Stride<kLanes>(n);
   using Scratch = ScratchBlock<double>;
-  Scratch scratch(2 * Scratch::RoundUp(m * stride) + Scratch::RoundUp(n * stride) + Scratch::RoundUp(n * m) +
-                  3 * Scratch::RoundUp(stride));
+  Scratch scratch(2 * Scratch::RoundUp(m * stride) + Scratch::RoundUp(n * stride) + Scratch::RoundUp(n * m) + 3 * Scratch::RoundUp(stride));
   const Work work{m,
                   n,
                   {scratch.Take(m * stride), stride},

@@ -10,9 +10,7 @@
 namespace zelbase::detail {
 
 // Elements of a matrix. The product of two 32-bit numbers always fits.
-constexpr std::uint64_t ElementCount(unsigned int rows, unsigned int cols) noexcept {
-  return std::uint64_t{rows} * cols;
-}
+constexpr std::uint64_t ElementCount(unsigned int rows, unsigned int cols) noexcept { return std::uint64_t{rows} * cols; }
 
 // `count` elements that are not initialised; null for 0. Throws std::bad_alloc when there is no room, also when the size in
 // bytes is beyond what can be addressed.

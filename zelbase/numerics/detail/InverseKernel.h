@@ -144,8 +144,7 @@ ZELBASE_KERNEL void TakeOffPanel(const Elimination& lu, std::size_t first, std::
     ProductInPlace<kLanes, Sum::TakenOff>({row + first, lu.stride}, above, {row + right, lu.stride}, {1, i, columns});
   }
   double* const below = lu.Row(right);
-  ProductInPlace<kLanes, Sum::TakenOff>({below + first, lu.stride}, above, {below + right, lu.stride},
-                                        {lu.n - right, width, columns});
+  ProductInPlace<kLanes, Sum::TakenOff>({below + first, lu.stride}, above, {below + right, lu.stride}, {lu.n - right, width, columns});
 }
 
 template <int kLanes>

@@ -15,8 +15,7 @@ bool HasAvx2() noexcept {
 
 bool HasAvx512() noexcept {
   __builtin_cpu_init();
-  return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
-         __builtin_cpu_supports("avx512dq") != 0;
+  return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0 && __builtin_cpu_supports("avx512dq") != 0;
 }
 #else
 bool HasAvx2() noexcept { return false; }

@@ -18,7 +18,8 @@ constexpr int kPortableLanes = 1;
 }  // namespace
 
 const MatrixKernels* PortableKernels() noexcept {
-  static constexpr MatrixKernels kKernels{&Multiply<kPortableLanes>, &MultiplyColumn<kPortableLanes>, &Invert<kPortableLanes>, &Decompose<kPortableLanes>};
+  static constexpr MatrixKernels kKernels{&Multiply<kPortableLanes>, &MultiplyColumn<kPortableLanes>, &Invert<kPortableLanes>,
+                                          &Decompose<kPortableLanes>};
   return &kKernels;
 }
 

@@ -15,9 +15,7 @@ constexpr double kAcceleration[kLastSecond + 1][kDynamicsCount] = {{2.5, 1.25, 0
                                                                    {0.5, 0.25, 0.12, 0.05, 0.02}};
 
 // Row of the table. Compared first: what is not a number, or beyond an int, takes the last row as well.
-int WholeSeconds(double dt) {
-  return dt < kLastSecond ? static_cast<int>(dt) : kLastSecond;
-}
+int WholeSeconds(double dt) { return dt < kLastSecond ? static_cast<int>(dt) : kLastSecond; }
 
 double AccelerationVariance(double dt, int dynamics) {
   const double deviation = kAcceleration[WholeSeconds(dt)][dynamics];
@@ -54,9 +52,7 @@ KmMatrix<2, 4> H() {
   return h;
 }
 
-KmMatrix<2, 2> R(const PositionFix& fix) {
-  return {{{fix.varX, fix.covXY}, {fix.covXY, fix.varY}}};
-}
+KmMatrix<2, 2> R(const PositionFix& fix) { return {{{fix.varX, fix.covXY}, {fix.covXY, fix.varY}}}; }
 
 // --- In short -------------------------------------------------------------------------------------------------------
 //
@@ -71,17 +67,11 @@ struct Row {
 
 constexpr Row kZero = {0.0, 0.0, 0.0, 0.0};
 
-Row operator+(const Row& a, const Row& b) {
-  return {a.x + b.x, a.y + b.y, a.vx + b.vx, a.vy + b.vy};
-}
+Row operator+(const Row& a, const Row& b) { return {a.x + b.x, a.y + b.y, a.vx + b.vx, a.vy + b.vy}; }
 
-Row operator*(double factor, const Row& row) {
-  return {factor * row.x, factor * row.y, factor * row.vx, factor * row.vy};
-}
+Row operator*(double factor, const Row& row) { return {factor * row.x, factor * row.y, factor * row.vx, factor * row.vy}; }
 
-Row Load(const StateCovariance& p, int row) {
-  return {p[row][0], p[row][1], p[row][2], p[row][3]};
-}
+Row Load(const StateCovariance& p, int row) { return {p[row][0], p[row][1], p[row][2], p[row][3]}; }
 
 void Store(const Row& values, StateCovariance& p, int row) {
   p[row][0] = values.x;
@@ -90,13 +80,9 @@ void Store(const Row& values, StateCovariance& p, int row) {
   p[row][3] = values.vy;
 }
 
-Row Load(const StateVector& x) {
-  return {x[0][0], x[1][0], x[2][0], x[3][0]};
-}
+Row Load(const StateVector& x) { return {x[0][0], x[1][0], x[2][0], x[3][0]}; }
 
-void Store(const Row& values, StateVector& x) {
-  x = {{{values.x}, {values.y}, {values.vx}, {values.vy}}};
-}
+void Store(const Row& values, StateVector& x) { x = {{{values.x}, {values.y}, {values.vx}, {values.vy}}}; }
 
 // A covariance.
 struct Rows {
@@ -107,9 +93,7 @@ struct Rows {
 };
 
 // A row times Phi'. Its elements are sums from 0.0.
-Row TimesPhi(const Row& row, double dt) {
-  return {row.x + row.vx * dt, row.y + row.vy * dt, row.vx, row.vy};
-}
+Row TimesPhi(const Row& row, double dt) { return {row.x + row.vx * dt, row.y + row.vy * dt, row.vx, row.vy}; }
 
 Rows PredictedRows(const StateCovariance& p, double dt, int dynamics) {
   const Row x = kZero + Load(p, 0) + dt * Load(p, 2);
@@ -118,10 +102,8 @@ Rows PredictedRows(const StateCovariance& p, double dt, int dynamics) {
   const Row vy = kZero + Load(p, 3);
   const double q = AccelerationVariance(dt, dynamics);
   const double half = dt * dt * 0.5;
-  return {TimesPhi(x, dt) + Row{half * q * half, 0.0, half * q * dt, 0.0},
-          TimesPhi(y, dt) + Row{0.0, half * q * half, 0.0, half * q * dt},
-          TimesPhi(vx, dt) + Row{dt * q * half, 0.0, dt * q * dt, 0.0},
-          TimesPhi(vy, dt) + Row{0.0, dt * q * half, 0.0, dt * q * dt}};
+  return {TimesPhi(x, dt) + Row{half * q * half, 0.0, half * q * dt, 0.0}, TimesPhi(y, dt) + Row{0.0, half * q * half, 0.0, half * q * dt},
+          TimesPhi(vx, dt) + Row{dt * q * half, 0.0, dt * q * dt, 0.0}, TimesPhi(vy, dt) + Row{0.0, dt * q * half, 0.0, dt * q * dt}};
 }
 
 // A row of K: what one element of the state takes of the two differences between fix and prediction.
@@ -160,8 +142,7 @@ bool UpdateInShort(FilterState& state, double dt, int dynamics, const PositionFi
   const Gain vy(p.vy, sInverse);
 
   const Row before = Load(state.x);
-  const Row predicted = {0.0 + before.x + dt * before.vx, 0.0 + before.y + dt * before.vy, 0.0 + before.vx,
-                         0.0 + before.vy};
+  const Row predicted = {0.0 + before.x + dt * before.vx, 0.0 + before.y + dt * before.vy, 0.0 + before.vx, 0.0 + before.vy};
   const double dx = fix.x - predicted.x;
   const double dy = fix.y - predicted.y;
   const Row updated = predicted + Row{x.Of(dx, dy), y.Of(dx, dy), vx.Of(dx, dy), vy.Of(dx, dy)};
@@ -179,9 +160,7 @@ bool UpdateInShort(FilterState& state, double dt, int dynamics, const PositionFi
   return true;
 }
 
-StateVector PredictedState(const StateVector& x, double dt) {
-  return Phi(dt) * x;
-}
+StateVector PredictedState(const StateVector& x, double dt) { return Phi(dt) * x; }
 
 int UpdateInFull(FilterState& state, double dt, int dynamics, const PositionFix& fix) {
   const auto phi = Phi(dt);

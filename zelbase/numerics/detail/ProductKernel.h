@@ -35,7 +35,7 @@ constexpr int kRegistersARow = kLanes > 2 ? 2 : 4;
 template <int kRegisters>
 constexpr std::size_t kRowsAtOnce = kRegisters > 2 ? 2 : 4;
 template <int kLanes>
-constexpr std::size_t kStrip = kLanes * kRegistersARow<kLanes>;  // columns
+constexpr std::size_t kStrip = kLanes* kRegistersARow<kLanes>;  // columns
 
 // `kRows` rows by `kRegisters` registers of `out`; `b` and `out` begin at its first column, `a` and `out` at its first row.
 template <int kLanes, int kRows, int kRegisters, Sum kSum>
@@ -211,8 +211,7 @@ ZELBASE_KERNEL_INLINE Lanes<kLanes> DotRows(Rows rows, const double* factors, st
 }
 
 template <int kLanes>
-ZELBASE_KERNEL void MultiplyColumn(const double* a, const double* column, double* out, std::size_t rows,
-                                   std::size_t columns) {
+ZELBASE_KERNEL void MultiplyColumn(const double* a, const double* column, double* out, std::size_t rows, std::size_t columns) {
   std::size_t row = 0;
   for (; row + kLanes <= rows; row += kLanes) {
     Store<kLanes>(out + row, DotRows<kLanes>({a + row * columns, columns}, column, columns));

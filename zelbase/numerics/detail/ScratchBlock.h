@@ -39,9 +39,7 @@ class ScratchBlock {
   };
   using Block = std::unique_ptr<Element[], Release>;
 
-  static Block Allocate(std::size_t count) {
-    return Block(static_cast<Element*>(::operator new[](count * sizeof(Element), kAlignment)));
-  }
+  static Block Allocate(std::size_t count) { return Block(static_cast<Element*>(::operator new[](count * sizeof(Element), kAlignment))); }
 
   alignas(kLineBytes) Element m_few[kFew];
   Block m_many;

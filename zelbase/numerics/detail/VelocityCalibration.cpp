@@ -9,25 +9,19 @@ namespace zelbase::detail {
 
 namespace {
 
-constexpr double kWindow = 60.0;   // seconds
-constexpr double kLongestGap = 5.0;  // seconds
-constexpr double kSlowest = 0.1;   // metres a second, made good
+constexpr double kWindow = 60.0;       // seconds
+constexpr double kLongestGap = 5.0;    // seconds
+constexpr double kSlowest = 0.1;       // metres a second, made good
 constexpr double kMostHeading = 10.0;  // degrees
 constexpr double kMostScale = 200.0;   // parts per thousand
 
 // NaN stays.
-double Limited(double value, double most) {
-  return std::clamp(value, -most, most);
-}
+double Limited(double value, double most) { return std::clamp(value, -most, most); }
 
-double Length(double x, double y) {
-  return std::sqrt(x * x + y * y);
-}
+double Length(double x, double y) { return std::sqrt(x * x + y * y); }
 
 // One tenth of the measured error on top of the running value.
-double Smoothed(double value, double measured) {
-  return 0.9 * value + 0.1 * (measured + value);
-}
+double Smoothed(double value, double measured) { return 0.9 * value + 0.1 * (measured + value); }
 
 }  // namespace
 
@@ -42,21 +36,15 @@ void VelocityCalibration::SetValues(double headingOffset, double scaleError) {
   m_scaleError = scaleError;
 }
 
-void VelocityCalibration::TakeFix(double time, double x, double y) {
-  m_lastFix = {time, x, y};
-}
+void VelocityCalibration::TakeFix(double time, double x, double y) { m_lastFix = {time, x, y}; }
 
 void VelocityCalibration::TakeVelocity(double time, double vx, double vy) {
   switch (m_state) {
     case State::Idle:
       if (time - m_lastFix.time <= kLongestGap) Start(vx, vy);
       return;
-    case State::Integrating:
-      Continue(time, vx, vy);
-      return;
-    case State::Closing:
-      Close(vx, vy);
-      return;
+    case State::Integrating: Continue(time, vx, vy); return;
+    case State::Closing: Close(vx, vy); return;
   }
 }
 

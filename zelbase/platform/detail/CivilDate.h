@@ -12,9 +12,7 @@ inline constexpr long long kSecondsPerDay = 86400;
 inline constexpr long long kFirstCalendarSecond = 0;
 inline constexpr long long kLastCalendarSecond = 32535215999;
 
-constexpr bool IsCalendarSecond(long long seconds) {
-  return seconds >= kFirstCalendarSecond && seconds <= kLastCalendarSecond;
-}
+constexpr bool IsCalendarSecond(long long seconds) { return seconds >= kFirstCalendarSecond && seconds <= kLastCalendarSecond; }
 
 constexpr long long FloorDivide(long long value, long long divisor) {
   const long long quotient = value / divisor;
@@ -48,8 +46,8 @@ constexpr long long DaysFromCivil(long long year, long long month, long long day
 
 // Seconds from 1970-01-01 00:00:00 to a date and time of day; fields beyond their range run over.
 constexpr long long SecondsFromCivil(const CalendarTime& calendar) {
-  return DaysFromCivil(calendar.year, calendar.month, calendar.day) * kSecondsPerDay + calendar.hour * 3600LL +
-         calendar.minute * 60LL + calendar.second;
+  return DaysFromCivil(calendar.year, calendar.month, calendar.day) * kSecondsPerDay + calendar.hour * 3600LL + calendar.minute * 60LL +
+         calendar.second;
 }
 
 // The inverse of SecondsFromCivil, with day of the year and of the week; `daylight` is 0. |seconds| up to 10^16.
@@ -82,14 +80,13 @@ constexpr CalendarTime CivilFromSeconds(long long seconds) {
 // and the year 1601 or later, where the platform's clock begins. The day of the week is not looked at.
 constexpr bool IsValidSystemTime(const SYSTEMTIME& time) {
   return time.wYear >= 1601 && time.wMonth >= 1 && time.wMonth <= 12 && time.wDay >= 1 &&
-         time.wDay <= DaysInMonth(time.wYear, time.wMonth) && time.wHour <= 23 && time.wMinute <= 59 &&
-         time.wSecond <= 59 && time.wMilliseconds <= 999;
+         time.wDay <= DaysInMonth(time.wYear, time.wMonth) && time.wHour <= 23 && time.wMinute <= 59 && time.wSecond <= 59 &&
+         time.wMilliseconds <= 999;
 }
 
 // Whole seconds since 1970 of a UTC date and time; the milliseconds are left to the caller.
 constexpr long long SecondsFromSystemTime(const SYSTEMTIME& time) {
-  return DaysFromCivil(time.wYear, time.wMonth, time.wDay) * kSecondsPerDay + time.wHour * 3600LL +
-         time.wMinute * 60LL + time.wSecond;
+  return DaysFromCivil(time.wYear, time.wMonth, time.wDay) * kSecondsPerDay + time.wHour * 3600LL + time.wMinute * 60LL + time.wSecond;
 }
 
 }  // namespace zelbase::detail

@@ -14,8 +14,7 @@ namespace {
 
 class OpenLibrary {
  public:
-  explicit OpenLibrary(const std::string& path)
-      : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)) {
+  explicit OpenLibrary(const std::string& path) : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)) {
     struct stat status {};
     if (m_descriptor >= 0 && ::fstat(m_descriptor, &status) == 0) m_size = static_cast<std::uint64_t>(status.st_size);
   }

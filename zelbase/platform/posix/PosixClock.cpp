@@ -17,9 +17,7 @@ constexpr long long kNanosecondsPerSecond = 1000000000;
 constexpr long kNanosecondsPerMillisecond = 1000000;
 
 // localtime_r need not read TZ by itself; reading it once is all that it lacks.
-void ReadZoneOnce() {
-  [[maybe_unused]] static const bool read = (tzset(), true);
-}
+void ReadZoneOnce() { [[maybe_unused]] static const bool read = (tzset(), true); }
 
 class PosixClock final : public PlatformClock {
  public:
@@ -33,9 +31,7 @@ class PosixClock final : public PlatformClock {
 
   long long Frequency() override { return kNanosecondsPerSecond; }
 
-  unsigned int TickMilliseconds() override {
-    return static_cast<unsigned int>(Counter() / kNanosecondsPerMillisecond);
-  }
+  unsigned int TickMilliseconds() override { return static_cast<unsigned int>(Counter() / kNanosecondsPerMillisecond); }
 
   WallClockReading WallClock() override {
     ReadZoneOnce();

@@ -20,64 +20,48 @@ namespace zelbase::detail {
 
 FileResult FileResultFromErrno(int error) noexcept {
   switch (error) {
-    case 0:
-      return FileResult::Ok;
-    case ENOENT:
-      return FileResult::NotFound;
-    case ENOTDIR:
-      return FileResult::PathNotFound;
+    case 0: return FileResult::Ok;
+    case ENOENT: return FileResult::NotFound;
+    case ENOTDIR: return FileResult::PathNotFound;
     case EMFILE:
-    case ENFILE:
-      return FileResult::TooManyOpenFiles;
+    case ENFILE: return FileResult::TooManyOpenFiles;
     case EACCES:
     case EPERM:
     case EISDIR:
     case ENXIO:
     case ENODEV:
-    case ESPIPE:
-      return FileResult::AccessDenied;
-    case EBADF:
-      return FileResult::InvalidHandle;
-    case ENOMEM:
-      return FileResult::NotEnoughMemory;
-    case EROFS:
-      return FileResult::WriteProtected;
-    case ENOMEDIUM:
-      return FileResult::NotReady;
-    case EAGAIN:  // somebody's lease, lock or
-    case EBUSY:   // mount point, or
-    case ETXTBSY: // running program
+    case ESPIPE: return FileResult::AccessDenied;
+    case EBADF: return FileResult::InvalidHandle;
+    case ENOMEM: return FileResult::NotEnoughMemory;
+    case EROFS: return FileResult::WriteProtected;
+    case ENOMEDIUM: return FileResult::NotReady;
+    case EAGAIN:   // somebody's lease, lock or
+    case EBUSY:    // mount point, or
+    case ETXTBSY:  // running program
       return FileResult::SharingViolation;
     case ENETDOWN:
     case ENETRESET:
     case ENETUNREACH:
     case EHOSTUNREACH:
     case ETIMEDOUT:
-    case EPROTO:
-      return FileResult::UnexpectedNetwork;
+    case EPROTO: return FileResult::UnexpectedNetwork;
     case ESTALE:
     case ENOTCONN:
     case ECONNRESET:
     case ECONNABORTED:
     case EHOSTDOWN:
-    case ESHUTDOWN:
-      return FileResult::NetworkNameDeleted;
-    case EEXIST:
-      return FileResult::FileExists;
+    case ESHUTDOWN: return FileResult::NetworkNameDeleted;
+    case EEXIST: return FileResult::FileExists;
     case EINVAL:
     case EFAULT:
-    case EOVERFLOW:
-      return FileResult::InvalidParameter;
+    case EOVERFLOW: return FileResult::InvalidParameter;
     case ENOSPC:
     case EDQUOT:
-    case EFBIG:
-      return FileResult::DiskFull;
+    case EFBIG: return FileResult::DiskFull;
     case ENAMETOOLONG:
     case EILSEQ:
-    case ELOOP:
-      return FileResult::InvalidName;
-    default:
-      return FileResult::IoFailed;
+    case ELOOP: return FileResult::InvalidName;
+    default: return FileResult::IoFailed;
   }
 }
 
@@ -263,7 +247,7 @@ class SharingClaims {
     struct timespec now {};
     ::clock_gettime(CLOCK_MONOTONIC, &now);
     const long spread = 250000L << attempt;
-    const struct timespec pause {0, (now.tv_nsec / 64 * 7919L + ::getpid() * 104729L) % spread};
+    const struct timespec pause { 0, (now.tv_nsec / 64 * 7919L + ::getpid() * 104729L) % spread };
     ::nanosleep(&pause, nullptr);
   }
 
@@ -288,8 +272,7 @@ double CreationTime(int descriptor, const struct stat& status) {
     return Milliseconds(extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec);
   }
 #endif
-  return std::min({Milliseconds(status.st_atim.tv_sec, status.st_atim.tv_nsec),
-                   Milliseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec),
+  return std::min({Milliseconds(status.st_atim.tv_sec, status.st_atim.tv_nsec), Milliseconds(status.st_mtim.tv_sec, status.st_mtim.tv_nsec),
                    Milliseconds(status.st_ctim.tv_sec, status.st_ctim.tv_nsec)});
 }
 
@@ -405,12 +388,9 @@ bool Cuts(const FileOpenRequest& request) { return request.disposition == FileDi
 int CreationFlags(FileDisposition disposition) {
   switch (disposition) {
     case FileDisposition::OpenOrCreate:
-    case FileDisposition::CreateAlways:
-      return O_CREAT;  // never O_TRUNC: sharing is checked before the file is cut
-    case FileDisposition::CreateNew:
-      return O_CREAT | O_EXCL;
-    default:
-      return 0;
+    case FileDisposition::CreateAlways: return O_CREAT;  // never O_TRUNC: sharing is checked before the file is cut
+    case FileDisposition::CreateNew: return O_CREAT | O_EXCL;
+    default: return 0;
   }
 }
 
@@ -504,9 +484,7 @@ bool IsFolderEntry(int folder, const struct dirent& entry) {
   return ::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
 }
 
-bool IsReachableName(const std::string& name) {
-  return name != "." && name != ".." && name.find('\\') == std::string::npos;
-}
+bool IsReachableName(const std::string& name) { return name != "." && name != ".." && name.find('\\') == std::string::npos; }
 
 struct FolderCloser {
   void operator()(DIR* folder) const { ::closedir(folder); }
@@ -515,8 +493,7 @@ using Folder = std::unique_ptr<DIR, FolderCloser>;
 
 // Null on failure, errno set. The stream takes the descriptor over, so that no started program inherits it.
 Folder OpenFolder(const std::string& path) {
-  const int number = WithoutInterruption(
-      [&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+  const int number = WithoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
   if (number < 0) return nullptr;
   Folder folder(::fdopendir(number));
   if (folder == nullptr) ::close(number);
@@ -609,8 +586,7 @@ class PosixFiles final : public PlatformFiles {
     std::vector<FolderEntry> found;
     const FileResult result = ReadFolder(opened.get(), found);
     if (result != FileResult::Ok) return result;
-    std::sort(found.begin(), found.end(),
-              [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
+    std::sort(found.begin(), found.end(), [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
     std::move(found.begin(), found.end(), std::back_inserter(entries));
     return FileResult::Ok;
   }

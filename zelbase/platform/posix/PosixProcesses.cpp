@@ -19,9 +19,7 @@ struct FolderCloser {
 };
 
 // Of the name of an entry, which is never empty.
-bool IsNumber(std::string_view text) {
-  return text.find_first_not_of("0123456789") == std::string_view::npos;
-}
+bool IsNumber(std::string_view text) { return text.find_first_not_of("0123456789") == std::string_view::npos; }
 
 std::string ReadSmallFile(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);

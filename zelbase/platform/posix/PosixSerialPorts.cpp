@@ -39,8 +39,7 @@ std::string_view NumberOf(std::string_view name) {
 bool IsTerminalDriver(std::string_view driver) {
   if (!driver.starts_with(kTerminal)) return false;
   const std::string_view kind = driver.substr(kTerminal.size());
-  return !kind.empty() && kind.front() >= 'A' && kind.front() <= 'Z' &&
-         kind.find_first_not_of(kLetters) == std::string_view::npos;
+  return !kind.empty() && kind.front() >= 'A' && kind.front() <= 'Z' && kind.find_first_not_of(kLetters) == std::string_view::npos;
 }
 
 bool IsCharacterDevice(const std::string& path) {
@@ -73,17 +72,12 @@ bool ComesBefore(const std::string& a, const std::string& b) {
 
 SerialPortResult SerialPortResultFromErrno(int error) noexcept {
   switch (error) {
-    case 0:
-      return SerialPortResult::Ok;
+    case 0: return SerialPortResult::Ok;
     case EACCES:
-    case EPERM:
-      return SerialPortResult::AccessDenied;
-    case EIO:
-      return SerialPortResult::NotFunctioning;
-    case EBUSY:
-      return SerialPortResult::InUse;
-    default:
-      return SerialPortResult::NotFound;
+    case EPERM: return SerialPortResult::AccessDenied;
+    case EIO: return SerialPortResult::NotFunctioning;
+    case EBUSY: return SerialPortResult::InUse;
+    default: return SerialPortResult::NotFound;
   }
 }
 

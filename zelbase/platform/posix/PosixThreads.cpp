@@ -48,8 +48,7 @@ int NiceFor(int priority) {
 // What the object and the running thread share; it lives until both have gone.
 class ThreadState {
  public:
-  ThreadState(std::function<void()> function, int priority)
-      : m_function(std::move(function)), m_priority(priority), m_id(NewId()) {}
+  ThreadState(std::function<void()> function, int priority) : m_function(std::move(function)), m_priority(priority), m_id(NewId()) {}
 
   unsigned long Id() const { return m_id; }
 
@@ -172,8 +171,7 @@ class PosixThreads final : public PlatformThreads {
  public:
   constexpr PosixThreads() = default;
 
-  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority,
-                                                  std::size_t stackSize) override {
+  std::unique_ptr<PlatformThread> CreateSuspended(std::function<void()> function, int priority, std::size_t stackSize) override {
     if (!function) return nullptr;
     std::size_t size = 0;
     if (stackSize != 0 && !StackSize(stackSize, size)) return nullptr;

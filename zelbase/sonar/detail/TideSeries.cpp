@@ -25,13 +25,13 @@ TideSeries::Position TideSeries::Last() const {
 
 template <class Predicate>
 TideSeries::Position TideSeries::FirstNot(Predicate isBefore) const {
-  const auto chunk = std::partition_point(m_chunks.begin(), m_chunks.end(),
-                                          [&](const Chunk& candidate) { return isBefore(candidate.first); });
+  const auto chunk =
+      std::partition_point(m_chunks.begin(), m_chunks.end(), [&](const Chunk& candidate) { return isBefore(candidate.first); });
   const auto number = static_cast<std::size_t>(chunk - m_chunks.begin());
   if (number > 0) {
     const std::vector<TideRecord>& records = m_chunks[number - 1].records;
-    const auto record = std::partition_point(records.begin() + 1, records.end(),
-                                             [&](const TideRecord& candidate) { return isBefore(candidate.time); });
+    const auto record =
+        std::partition_point(records.begin() + 1, records.end(), [&](const TideRecord& candidate) { return isBefore(candidate.time); });
     if (record != records.end()) return {number - 1, static_cast<std::size_t>(record - records.begin())};
   }
   return number < m_chunks.size() ? Position{number, 0} : Position{};

@@ -68,7 +68,7 @@ class ZELBASE_API TideSeries {
 
  private:
   struct Chunk {
-    double first = 0.0;  // time of the first record, beside its neighbours' for the search
+    double first = 0.0;               // time of the first record, beside its neighbours' for the search
     std::vector<TideRecord> records;  // never empty
   };
 
