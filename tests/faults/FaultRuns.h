@@ -255,6 +255,8 @@ class FaultRuns {
   struct ServiceFaults {
     FaultInjectionFiles files;
     PlatformOverride<PlatformFiles> guard{files};
+    // The open files live on, and what is done to them from now on is no part of the run.
+    ~ServiceFaults() { files.FailAt(0); }
     unsigned long long FaultsGiven() const { return files.FaultsGiven(); }
   };
 

@@ -93,7 +93,7 @@ TEST_F(PowerCut, SettingsAreTheOldOnesOrTheNewOnes) {
   for (const auto& old : {std::optional<std::string>("[Old]\r\nk = 1\r\n"), std::optional<std::string>()}) {
     const Recording recording = Record(old, [&] { return settings.FileSaveReplacing(m_name); });
     ExpectWhole(recording);
-    EXPECT_GT(m_states, 500u);
+    EXPECT_GT(m_states, 300u);
   }
 }
 

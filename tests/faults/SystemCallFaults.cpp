@@ -423,7 +423,13 @@ int clock_nanosleep(clockid_t clock, int flags, const struct timespec* wanted, s
   return IsRefused(SystemCall::Clock) ? errno : NEXT(clock_nanosleep)(clock, flags, wanted, left);
 }
 
-pid_t fork() noexcept { return IsRefused(SystemCall::Process) ? -1 : NEXT(fork)(); }
+// A child's calls are its own: the orders are for the thread that gave them.
+pid_t fork() noexcept {
+  if (IsRefused(SystemCall::Process)) return -1;
+  const pid_t child = NEXT(fork)();
+  if (child == 0) t_watch = nullptr;
+  return child;
+}
 
 int pipe2(int* ends, int flags) noexcept { return IsRefused(SystemCall::Process) ? -1 : NEXT(pipe2)(ends, flags); }
 

@@ -136,7 +136,7 @@ TEST(ReadWriteLockerInterleavingsLong, AWriterIsAloneInAllOfTwoThreadsByEightSte
   EXPECT_GT(TryBoth(WriteThenRead, ReadThenWrite, Grain::Operations, kAllOrFew), 100u);
   EXPECT_GT(TryBoth(WriteThenRead, WriteTwice, Grain::Operations, kAllOrFew), 100u);
   EXPECT_GT(TryBoth(ReadThenWrite, ReadThenWrite, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), 100u);
+  EXPECT_GT(TryBoth(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), 80u);
   EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteAndUnlockTooOften, Grain::Operations, kAllOrFew), 100u);
   EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteThenRead, Grain::Operations, kAllOrFew), 100u);
   EXPECT_GT(TryBoth(ReadTwice, ReadTwice, Grain::Operations, 3), 100u);

@@ -5,16 +5,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "zelbase/platform/posix/Interruptions.h"
+
 namespace {
+
+using zelbase::detail::WithoutInterruption;
 
 class OpenLibrary {
  public:
-  explicit OpenLibrary(const std::string& path) : m_descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)) {
+  explicit OpenLibrary(const std::string& path)
+      : m_descriptor(WithoutInterruption([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); })) {
     struct stat status {};
     if (m_descriptor >= 0 && ::fstat(m_descriptor, &status) == 0) m_size = static_cast<std::uint64_t>(status.st_size);
   }
@@ -32,12 +36,10 @@ class OpenLibrary {
     char* const bytes = reinterpret_cast<char*>(&record);
     std::size_t done = 0;
     while (done < sizeof record) {
-      const ssize_t count = ::pread(m_descriptor, bytes + done, sizeof record - done, static_cast<off_t>(offset + done));
-      if (count > 0) {
-        done += static_cast<std::size_t>(count);
-      } else if (count == 0 || errno != EINTR) {
-        return false;
-      }
+      const ssize_t count =
+          WithoutInterruption([&] { return ::pread(m_descriptor, bytes + done, sizeof record - done, static_cast<off_t>(offset + done)); });
+      if (count <= 0) return false;
+      done += static_cast<std::size_t>(count);
     }
     return true;
   }

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/posix/Interruptions.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
 namespace zelbase::detail {
@@ -73,17 +74,9 @@ using zelbase::detail::FileResultFromErrno;
 using zelbase::detail::LinkText;
 using zelbase::detail::ToInterfacePath;
 using zelbase::detail::ToSystemPath;
+using zelbase::detail::WithoutInterruption;
 
 FileResult LastError() noexcept { return FileResultFromErrno(errno); }
-
-// Calls `call` until no signal interrupts it.
-template <class Call>
-auto WithoutInterruption(Call call) {
-  for (;;) {
-    const auto result = call();
-    if (result != -1 || errno != EINTR) return result;
-  }
-}
 
 // Owns one descriptor; -1 is none.
 class Descriptor {

@@ -2,18 +2,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <utility>
 #include <vector>
 
 #include "zelbase/platform/PlatformFiles.h"
 #include "zelbase/platform/PlatformHelp.h"
+#include "zelbase/platform/posix/Interruptions.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
 namespace {
 
 using zelbase::detail::ToSystemPath;
+using zelbase::detail::WithoutInterruption;
 
 constexpr const char* kViewerVariable = "ZELBASE_HELP_VIEWER";
 
@@ -50,11 +51,7 @@ const std::string& Viewer() {
 // True when nothing was written to `line` until its other ends were closed, which a program's start does.
 bool ClosesInSilence(int line) {
   char byte = 0;
-  ssize_t length = 0;
-  do {
-    length = ::read(line, &byte, 1);
-  } while (length < 0 && errno == EINTR);
-  return length == 0;
+  return WithoutInterruption([&] { return ::read(line, &byte, 1); }) == 0;
 }
 
 bool StartAlone(std::vector<std::string> words) {
@@ -69,8 +66,7 @@ bool StartAlone(std::vector<std::string> words) {
   ::close(line[1]);
   const bool started = child > 0 && ClosesInSilence(line[0]);
   ::close(line[0]);
-  while (child > 0 && ::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-  }
+  if (child > 0) WithoutInterruption([&] { return ::waitpid(child, nullptr, 0); });
   return started;
 }
 

@@ -2,14 +2,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <memory>
 #include <string_view>
 
 #include "zelbase/platform/PlatformProcesses.h"
+#include "zelbase/platform/posix/Interruptions.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
 namespace {
+
+using zelbase::detail::WithoutInterruption;
 
 // The system's list of processes: a folder a process, named by its number.
 constexpr const char* kProcesses = "/proc";
@@ -22,13 +24,10 @@ struct FolderCloser {
 bool IsNumber(std::string_view text) { return text.find_first_not_of("0123456789") == std::string_view::npos; }
 
 std::string ReadSmallFile(const std::string& path) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = WithoutInterruption([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC); });
   if (file < 0) return {};
   char buffer[1024];
-  ssize_t length = 0;
-  do {
-    length = read(file, buffer, sizeof(buffer));
-  } while (length < 0 && errno == EINTR);
+  const ssize_t length = WithoutInterruption([&] { return read(file, buffer, sizeof(buffer)); });
   close(file);
   return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : std::string();
 }

@@ -9,8 +9,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <memory>
+
+#include "zelbase/platform/posix/Interruptions.h"
 
 namespace {
 
@@ -98,10 +99,7 @@ SerialPortResult PosixSerialPorts::Try(const std::string& name) {
   if (!IsSerialPortName(name)) return SerialPortResult::NotFound;
   const std::string path = std::string(m_folder) + "/" + name;
   if (!IsCharacterDevice(path)) return SerialPortResult::NotFound;
-  int descriptor = -1;
-  do {
-    descriptor = ::open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  } while (descriptor < 0 && errno == EINTR);
+  const int descriptor = WithoutInterruption([&] { return ::open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
   if (descriptor < 0) return SerialPortResultFromErrno(errno);
   const bool present = ::isatty(descriptor) != 0 && !LacksHardware(descriptor, name);
   ::close(descriptor);
