@@ -23,6 +23,7 @@ using Grain = Scheduler::Grain;
 
 constexpr unsigned int kSeeds = static_cast<unsigned int>(Effort(1000, 250));
 constexpr unsigned int kSteps = 8;
+constexpr unsigned long long kMany = Effort(100, 40);  // schedules of a pair, at least
 
 // A lock, who is inside, and the last thing written.
 class Room {
@@ -132,13 +133,13 @@ void WriteAndUnlockTooOften(Room& room) {
 }
 
 TEST(ReadWriteLockerInterleavingsLong, AWriterIsAloneInAllOfTwoThreadsByEightSteps) {
-  EXPECT_GT(TryBoth(WriteThenRead, WriteThenRead, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(WriteThenRead, ReadThenWrite, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(WriteThenRead, WriteTwice, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(ReadThenWrite, ReadThenWrite, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), 80u);
-  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteAndUnlockTooOften, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteThenRead, Grain::Operations, kAllOrFew), 100u);
+  EXPECT_GT(TryBoth(WriteThenRead, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(WriteThenRead, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(WriteThenRead, WriteTwice, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(ReadThenWrite, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteAndUnlockTooOften, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
   EXPECT_GT(TryBoth(ReadTwice, ReadTwice, Grain::Operations, 3), 100u);
 }
 
