@@ -1,4 +1,4 @@
-# Runs PROGRAM and compares what it prints with the lines behind "// Prints:" at the end of SOURCE, each without its "//   ".
+# Runs PROGRAM with the folder SAMPLES and compares what it prints with the lines behind "// Prints:" at the end of SOURCE, each without its "//   ".
 
 file(READ ${SOURCE} text)
 string(REGEX MATCH "\n// Prints:\n.*$" expected "${text}")
@@ -7,7 +7,7 @@ if(expected STREQUAL "")
 endif()
 string(REPLACE "\n// Prints:\n" "" expected "${expected}")
 string(REGEX REPLACE "(^|\n)// ? ? ?" "\\1" expected "${expected}")
-execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+execute_process(COMMAND ${PROGRAM} ${SAMPLES} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} ended with ${result}:\n${printed}")
 endif()

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs clang-tidy, or clang's warnings, over the sources of a build, and remembers which are clean: a source is looked at again only when
-what the compiler sees of it, or the rules, changed. Called by scripts/lint.
+what the compiler sees of it changed, or a check has come to the rules. Called by scripts/lint.
 
     scripts/analyse.py tidy|clang COMPILE_COMMANDS FOLDER...
 
@@ -36,20 +36,32 @@ def run(command):
     return subprocess.run(command, capture_output=True, text=True, errors="replace", check=False)
 
 
+def rules():
+    """What .clang-tidy says beside its checks, and the checks that it comes to."""
+    with open(".clang-tidy", encoding="utf-8") as file:
+        others = [line for line in file if line[0] not in " #" and not line.startswith("Checks:")]
+    return "".join(others), set(run(["clang-tidy-14", "--list-checks"]).stdout.split())
+
+
 class Analysis:
     def __init__(self, kind):
         self.kind = kind
         self.root = os.getcwd()
         self.store = os.path.join(self.root, "build", "lint", "clean")
         os.makedirs(self.store, exist_ok=True)
-        with open(".clang-tidy", encoding="utf-8") as file:
-            self.rules = file.read() if kind == "tidy" else ""
+        self.rules, self.checks = rules() if kind == "tidy" else ("", set())
 
     def remembered(self, entry):
-        """The file that says that this source, as it is, is clean."""
+        """The file that says by which checks this source, as it is, is clean."""
         seen = subprocess.run([CLANG, "-E", "-C", *arguments_of(entry), entry["file"]], capture_output=True, check=False)
         digest = hashlib.sha256(f"{self.kind}\n{self.rules}\n".encode() + seen.stdout).hexdigest()
         return os.path.join(self.store, digest)
+
+    def is_clean(self, path):
+        if not os.path.exists(path):
+            return False
+        with open(path, encoding="utf-8") as file:
+            return self.checks <= set(file.read().split())
 
     def unit_of(self, entries):
         """One source that includes them, or the only one itself."""
@@ -64,7 +76,7 @@ class Analysis:
     def check(self, entries):
         """The sources found wanting, and what is said of them."""
         todo = [(entry, self.remembered(entry)) for entry in entries]
-        todo = [(entry, path) for entry, path in todo if not os.path.exists(path)]
+        todo = [(entry, path) for entry, path in todo if not self.is_clean(path)]
         return self.check_together(todo) if todo else ([], [])
 
     def check_together(self, todo):
@@ -84,7 +96,7 @@ class Analysis:
         if done.returncode == 0:
             for entry, path in todo:
                 with open(path, "w", encoding="utf-8") as file:
-                    file.write(entry["file"] + "\n")
+                    file.write("\n".join([entry["file"], *sorted(self.checks)]) + "\n")
             return [], []
         text = (done.stdout if self.kind == "tidy" else done.stderr).strip()
         return [entry["file"] for entry in entries], [text or f"{source}: {self.kind} ended with {done.returncode}"]

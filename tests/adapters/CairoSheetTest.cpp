@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tests/adapters/ImagePixels.h"
+#include "tests/support/Printed.h"
 
 namespace {
 
@@ -101,8 +102,8 @@ TEST(CairoSheets, APdfPageHasTheSizeOfThePrintedImage) {
   EXPECT_NE(bytes.find("%%EOF"), std::string::npos);
   std::smatch box;
   ASSERT_TRUE(std::regex_search(bytes, box, std::regex(R"(/MediaBox \[ 0 0 ([0-9.]+) ([0-9.]+) \])")));
-  EXPECT_NEAR(std::stod(box[1]), 2100 * 72 / 254.0, 0.01);
-  EXPECT_NEAR(std::stod(box[2]), 2970 * 72 / 254.0, 0.01);
+  EXPECT_NEAR(ReadDouble(box[1].str().c_str()), 2100 * 72 / 254.0, 0.01);
+  EXPECT_NEAR(ReadDouble(box[2].str().c_str()), 2970 * 72 / 254.0, 0.01);
 }
 
 TEST(CairoSheets, AnSvgHasTheSizeAndWhatWasDrawn) {

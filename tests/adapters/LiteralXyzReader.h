@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Printed.h"
 #include "zelbase/geometry/TimePoint.h"
 
 struct LiteralXyz {
@@ -45,7 +46,7 @@ inline bool ReadNumber(const std::string& text, double& value) {
     if (PassDigits(text, at) == 0) return false;
   }
   if (at != text.size()) return false;
-  const double number = std::strtod(text.c_str(), nullptr);
+  const double number = ReadDouble(text.c_str());
   if (std::isinf(number)) return false;
   value = number;
   return true;
@@ -107,7 +108,7 @@ inline bool ReadDateAndTime(std::string text, double& time) {
   int ahead = 0;
   if (hour > 23 || minute > 59 || second > 59 || !ReadZone(text, ahead)) return false;
   // The digits behind the point, as a number that is a thousand times as large.
-  const double milliseconds = std::strtod(("0." + fraction + "e3").c_str(), nullptr);
+  const double milliseconds = ReadDouble(("0." + fraction + "e3").c_str());
   time = midnight - ahead * 60000.0 + (((hour * 60 + minute) * 60 + second) * 1000.0 + milliseconds);
   return true;
 }

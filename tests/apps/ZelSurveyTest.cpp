@@ -8,6 +8,7 @@
 
 #include "tests/apps/ZelFixture.h"
 #include "tests/support/InChild.h"
+#include "tests/support/Printed.h"
 #include "tests/support/ThisProcess.h"
 #include "zelbase/xml/XmlReader.h"
 
@@ -86,6 +87,9 @@ class ZelSurvey : public Zel {
 
   std::string m_text;
   XmlElement m_report;
+
+ private:
+  const CLocale m_locale;  // numbers of the folders and of the report go through the C library; the program has a locale of its own
 };
 using ZelSurveyLong = ZelSurvey;
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "tests/apps/ZelFixture.h"
+#include "tests/support/Printed.h"
 
 class ZelTrack : public Zel {
  protected:
@@ -68,6 +69,7 @@ TEST_F(ZelTrack, SetsThatGiveNoFixAreTold) {
 // A sensor that reads 5 % low and 4 degrees too far to port, on a straight course: after each window of a minute a tenth of
 // what is left goes into the calibration, and with it the error of the corrected velocities shrinks.
 TEST_F(ZelTrack, TheCalibrationFindsTheSensorsErrors) {
+  const CLocale locale;  // for the text and its witness; the program has one of its own
   std::string text;
   const double course = 0.7, speed = 3.0, measured = course - 4.0 * std::acos(-1.0) / 180.0;
   char line[100];

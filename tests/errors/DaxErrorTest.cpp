@@ -10,6 +10,7 @@
 
 #include "tests/errors/FixedWording.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/Printed.h"
 #include "tests/support/ScopedTimeZone.h"
 #include "zelbase/config/CRCChecksum.h"
 #include "zelbase/errors/GlobalErrorList.h"
@@ -113,21 +114,25 @@ TEST(DaxError, StackIsNoFormatAndOfAnyLength) {
 // --- Details --------------------------------------------------------------------------------------------------------
 
 TEST(DaxError, DetailsAreFileSwitchTimeAndStack) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("UTC0");
   EXPECT_EQ(DaxError("Heading", DaxError::Read, "C:\\a\\b.raw", false, kTime).Details(), "C:\\a\\b.raw Off 02/13/09 23:31:30.125 Heading");
 }
 
 TEST(DaxError, OnHasTwoBlanksBehindIt) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("UTC0");
   EXPECT_EQ(DaxError("Heading", DaxError::Read, "b.raw", true, kTime).Details(), "b.raw On  02/13/09 23:31:30.125 Heading");
 }
 
 TEST(DaxError, DetailsShowLocalTime) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("IST-5:30");
   EXPECT_EQ(DaxError("s", DaxError::Read, "f", false, kTime).Details(), "f Off 02/14/09 05:01:30.125 s");
 }
 
 TEST(DaxError, DetailsOfEmptyTextsAreBlanksAndTheTime) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("UTC0");
   EXPECT_EQ(DaxError("", Code(0), "", true, 0.0).Details(), " On  01/01/70 00:00:00.000 ");
 }

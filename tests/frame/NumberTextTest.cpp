@@ -220,13 +220,13 @@ TEST(NumberText, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
     // Rounded short, to the last digit that matters, and exactly.
     const int digits = static_cast<int>(doubles.Below(20));
     const std::string text = Printed("%.*e", digits, value);
-    const double expected = std::strtod(text.c_str(), nullptr);
+    const double expected = ReadDouble(text.c_str());
     double read = 0;
     ASSERT_EQ(ScanDouble(text, read), text.size()) << text;
     ASSERT_EQ(Bits(read), Bits(expected)) << text;
     float single = 0;
     ASSERT_EQ(ScanFloat(text, single), text.size()) << text;
-    ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(std::strtof(text.c_str(), nullptr))) << text;
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(ReadFloat(text.c_str()))) << text;
   }
 }
 
@@ -239,7 +239,7 @@ TEST(NumberText, ScanDoubleEqualsTheCLibraryHalfWayBetweenNeighbours) {
     if (!std::isfinite(high)) continue;
     const std::string half = Printed("%.1100Lf", (static_cast<long double>(low) + high) / 2);
     for (const std::string& text : {half, half + "1", half + std::string(1500, '0') + "1", "-" + half}) {
-      ASSERT_EQ(Bits(Scanned(text)), Bits(std::strtod(text.c_str(), nullptr))) << text;
+      ASSERT_EQ(Bits(Scanned(text)), Bits(ReadDouble(text.c_str()))) << text;
     }
   }
 }
@@ -252,7 +252,7 @@ TEST(NumberText, ScansEqualTheCLibraryOnScrambledText) {
     for (std::size_t length = random() % 14; length > 0; --length) text += kAlphabet[random() % kAlphabet.size()];
 
     char* end = nullptr;
-    const double real = std::strtod(text.c_str(), &end);
+    const double real = ReadDouble(text.c_str(), &end);
     double read = 77;
     ASSERT_EQ(ScanDouble(text, read), static_cast<std::size_t>(end - text.c_str())) << text;
     ASSERT_EQ(Bits(read), Bits(end == text.c_str() ? 77.0 : real)) << text;

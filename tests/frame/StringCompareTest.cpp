@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "tests/support/Printed.h"
+
 namespace {
 
 TEST(StringCompare, IcompareIsEqualityWithoutCase) {
@@ -69,6 +71,7 @@ TEST(StringCompare, AtofAndAtoiReadTheFront) {
 }
 
 TEST(StringCompare, AtofStandsBesideTheCLibrarys) {
+  const CLocale locale;  // the C library's goes by it
   EXPECT_EQ(atof("2.5"), 2.5);
   EXPECT_EQ(atoi("7"), 7);
 }

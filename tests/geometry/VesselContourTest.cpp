@@ -19,6 +19,7 @@
 
 #include "tests/config/SettingsTestHelp.h"
 #include "tests/geometry/EdgeValues.h"
+#include "tests/support/Printed.h"
 #include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zelbase/errors/GlobalErrorList.h"
@@ -236,7 +237,7 @@ Row SecondScan(const std::string& text) {
   double xy[2] = {0, 0};
   for (double& number : xy) {
     char* end = nullptr;
-    const double value = std::strtod(at, &end);
+    const double value = ReadDouble(at, &end);
     if (end == at) return {xy[0], xy[1], 0, false, false};
     number = value;
     if (*end != ',') return {xy[0], xy[1], 0, false, false};
@@ -391,9 +392,8 @@ TEST_F(VesselContours, ALargeCoordinateIsWrittenWithAllItsDigits) {
   VesselContour contour;
   contour.AddPoint(At(1e308, -largest, true));
   EXPECT_TRUE(contour.Save(folder.File("a.con")));
-  char expected[700];
-  std::snprintf(expected, sizeof expected, "%f, %f, 1", 1e308, -largest);
-  EXPECT_EQ(std::strlen(expected), 309u + 7 + 2 + 1 + 309 + 7 + 3);
+  const std::string expected = Printed("%f, %f, 1", 1e308, -largest);
+  EXPECT_EQ(expected.size(), 309u + 7 + 2 + 1 + 309 + 7 + 3);
   EXPECT_EQ(PictureOfFile("a.con")["POINTS"]["Point(1)"], expected);
   VesselContour again;
   EXPECT_TRUE(again.Create(folder.File("a.con"), 0));

@@ -1,10 +1,11 @@
-// What the C library prints, for tests that hold a text of ours against it.
+// What the C library prints and reads, for tests that hold a text of ours against it.
 #pragma once
 
 #include <locale.h>
 
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 // Puts the calling thread into the "C" locale for a scope, whatever locale the process is in.
@@ -22,6 +23,16 @@ class CLocale {
   locale_t m_locale;
   locale_t m_before;
 };
+
+// The C library's reading of a number in the "C" locale, whatever locale the process is in.
+inline double ReadDouble(const char* text, char** end = nullptr) {
+  const CLocale locale;
+  return std::strtod(text, end);
+}
+inline float ReadFloat(const char* text) {
+  const CLocale locale;
+  return std::strtof(text, nullptr);
+}
 
 // The C library's print, of any length, in the "C" locale. Zero bytes count.
 template <class... Values>

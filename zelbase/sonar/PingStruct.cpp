@@ -2,14 +2,7 @@
 
 #include "zelbase/sonar/detail/NadirSearch.h"
 
-#define ZELBASE_PING_COPY_SCALAR(type, name, value) name = other.name;
-#define ZELBASE_PING_COPY_ARRAY(type, name) name = other.name;
-
-PingStruct& PingStruct::operator=(const PingStruct& other) {
-  ZELBASE_PING_SCALARS(ZELBASE_PING_COPY_SCALAR)
-  ZELBASE_PING_ARRAYS(ZELBASE_PING_COPY_ARRAY, ZELBASE_PING_COPY_ARRAY, ZELBASE_PING_COPY_ARRAY)
-  return *this;
-}
+PingStruct& PingStruct::operator=(const PingStruct& other) = default;
 
 void PingStruct::Init() { PingStruct::operator=(PingStruct()); }
 

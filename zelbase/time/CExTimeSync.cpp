@@ -47,7 +47,7 @@ CExTimeSync& CExTimeSync::GetExTimeSync() {
   g_begun = true;
   CExTimeSync* const made = new (g_storage) CExTimeSync;
   g_complete.store(made, std::memory_order_release);
-  std::atexit(&CExTimeSync::EndAtExit);
+  static_cast<void>(std::atexit(&CExTimeSync::EndAtExit));  // without it the thread ends with the process
   return *made;
 }
 
