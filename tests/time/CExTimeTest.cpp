@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/Printed.h"
 #include "tests/support/ScopedTimeZone.h"
 #include "tests/time/ClockAccess.h"
 #include "zelbase/platform/CAtlException.h"
@@ -881,6 +882,7 @@ TEST_F(CExTimeTest, DaytimeIsSecondsSinceLocalMidnightWithFraction) {
 // --- Text -----------------------------------------------------------------------------------------------------------
 
 TEST_F(CExTimeTest, TextShowsWhatIsAskedFor) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("UTC0");
   const double value = 1234567890125.0;  // 2009-02-13 23:31:30.125
   struct Row {
@@ -901,6 +903,7 @@ TEST_F(CExTimeTest, TextShowsWhatIsAskedFor) {
 }
 
 TEST_F(CExTimeTest, TextIsInLocalTime) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local(kKolkata);
   EXPECT_EQ(time.TimeToString(1234567890000.0, false, true, true), "02/14/09 05:01:30");
 }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 
+#include "tests/support/Printed.h"
 #include "tests/support/ScopedTimeZone.h"
 
 namespace {
@@ -39,6 +40,7 @@ TEST(TimeText, WholeSecondsAndMillisecondsAreTruncatedTowardsZero) {
 }
 
 TEST(TimeText, TextOfATimeIsWhatTheClockGives) {
+  const CLocale form;  // of the date
   const ScopedTimeZone local("UTC0");
   EXPECT_EQ(FormatTime(1234567890125.0, true, true, true), "02/13/09 23:31:30.125");
   EXPECT_EQ(FormatTime(1234567890125.0, false, false, false), "23:31");
