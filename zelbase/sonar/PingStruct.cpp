@@ -2,7 +2,14 @@
 
 #include "zelbase/sonar/detail/NadirSearch.h"
 
-PingStruct& PingStruct::operator=(const PingStruct& other) = default;
+#define ZELBASE_PING_COPY_SCALAR(type, name, value) name = other.name;
+#define ZELBASE_PING_COPY_ARRAY(type, name) name = other.name;
+
+PingStruct& PingStruct::operator=(const PingStruct& other) {
+  ZELBASE_PING_SCALARS(ZELBASE_PING_COPY_SCALAR)
+  ZELBASE_PING_ARRAYS(ZELBASE_PING_COPY_ARRAY, ZELBASE_PING_COPY_ARRAY, ZELBASE_PING_COPY_ARRAY)
+  return *this;
+}
 
 void PingStruct::Init() { PingStruct::operator=(PingStruct()); }
 

@@ -45,8 +45,8 @@ class ZELBASE_API CExTime {
  public:
   // Makes sure that the clock discipline of the process has been started.
   CExTime();
-  CExTime(const CExTime&) noexcept {}                            // NOLINT(modernize-use-equals-default): a trivial one
-  CExTime& operator=(const CExTime&) noexcept { return *this; }  // NOLINT(modernize-use-equals-default): would be passed otherwise
+  CExTime(const CExTime&) noexcept {}
+  CExTime& operator=(const CExTime&) noexcept { return *this; }
 
   // --- The clock ---
 

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace {
 
@@ -158,7 +159,7 @@ void XmlReader::NoteTheEnd() {
 }
 
 // Always false. `place` lies in the text that is read; null for none.
-bool XmlReader::Report(XmlFault fault, const char* place) {
+ZELBASE_WRAPS bool XmlReader::Report(XmlFault fault, const char* place) {
   m_report = XmlReport{fault, 0, 0};
   if (place == nullptr) return false;
   const std::string_view before = Between(m_begin, place);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ constexpr std::string_view ReferenceFor(char c) {
 // Whether one of eight bytes needs a reference. Clearing a bit makes a pair of each: of '"' and '&', and of '<' and '>'.
 bool HasSpecial(std::uint64_t bytes) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
-  const auto hasZero = [](std::uint64_t word) { return (word - kOnes) & ~word & (kOnes * 0x80); };
+  const auto hasZero = [](std::uint64_t word) ZELBASE_WRAPS { return (word - kOnes) & ~word & (kOnes * 0x80); };
   return (hasZero((bytes & ~(kOnes * 0x04)) ^ (kOnes * '"')) | hasZero(bytes ^ (kOnes * '\'')) |
           hasZero((bytes & ~(kOnes * 0x02)) ^ (kOnes * '<'))) != 0;
 }

@@ -6,6 +6,8 @@
 #include <iostream>
 #include <mutex>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace zelbase::detail {
 
 namespace {
@@ -58,7 +60,7 @@ struct Record {
 };
 constinit Record g_record{};
 
-std::uint64_t Mixed(const void* lock) {
+ZELBASE_WRAPS std::uint64_t Mixed(const void* lock) {
   std::uint64_t bits = reinterpret_cast<std::uintptr_t>(lock);
   bits = (bits ^ (bits >> 31)) * 0x9e3779b97f4a7c15u;
   return bits ^ (bits >> 29);
