@@ -8,6 +8,7 @@
 #include "zelbase/frame/NumericHelpers.h"
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/NumberText.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 using zelbase::detail::ItemMap;
 using zelbase::detail::SectionMap;
@@ -44,7 +45,7 @@ bool ParseInt(std::string_view text, int& value) {
 }
 
 // "%d, %d, %d": a comma follows its number at once, white space may follow the comma.
-bool ParseColour(std::string_view text, unsigned int& colour) {
+ZELBASE_WRAPS bool ParseColour(std::string_view text, unsigned int& colour) {
   unsigned int sum = 0;
   for (unsigned int shift = 0; shift <= 16; shift += 8) {
     if (shift != 0) {

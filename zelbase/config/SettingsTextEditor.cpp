@@ -11,6 +11,7 @@
 #include "zelbase/errors/GlobalErrorList.h"
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/platform/CFile.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 using zelbase::detail::IsSpace;
 using zelbase::detail::ItemMap;
@@ -50,7 +51,7 @@ constexpr unsigned int kReadBlock = 65536;
 
 // The last element for which `test` holds, or kNowhere.
 template <class Lines, class Test>
-std::size_t FindLast(const Lines& lines, Test test) {
+ZELBASE_WRAPS std::size_t FindLast(const Lines& lines, Test test) {
   const auto found = std::find_if(lines.rbegin(), lines.rend(), test);
   return static_cast<std::size_t>(lines.rend() - found) - 1;
 }
@@ -197,8 +198,8 @@ SettingsTextEditor::Edit SettingsTextEditor::InsertBehind(const Lines& lines, st
   return edit;
 }
 
-SettingsTextEditor::Edit SettingsTextEditor::AppendSection(const Lines& lines, const std::string& name,
-                                                           const std::vector<std::string>& items) const {
+ZELBASE_WRAPS SettingsTextEditor::Edit SettingsTextEditor::AppendSection(const Lines& lines, const std::string& name,
+                                                                         const std::vector<std::string>& items) const {
   const std::string lineEnd = LineEndAt(lines, lines.size() - 1);
   Edit edit{m_text.size(), 0, {}};
   if (!lines.empty()) {

@@ -4,6 +4,7 @@
 
 #include "zelbase/files/detail/NameMask.h"
 #include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void FileFinder::AddFolders(const std::string& directory) {
   }
 }
 
-void FileFinder::AddMatches(const std::string& directory) {
+ZELBASE_WRAPS void FileFinder::AddMatches(const std::string& directory) {
   const std::string pattern = directory + m_mask;
   const std::size_t begin = pattern.find_last_of("\\/") + 1;
   const std::string mask = pattern.substr(begin);

@@ -1,5 +1,7 @@
 #include "zelbase/files/FileName.h"
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace {
 
 constexpr char kSeparator = '\\';
@@ -129,7 +131,7 @@ void FileName::CD(const std::string& relative) {
   if (begin < text.size()) ChangePath(text.substr(begin));
 }
 
-void FileName::ChangePath(const std::string& element) {
+ZELBASE_WRAPS void FileName::ChangePath(const std::string& element) {
   if (element.empty()) {
     m_path.clear();  // Kept: a double separator throws away what stood before it
   } else if (element != ".." || m_path.empty()) {

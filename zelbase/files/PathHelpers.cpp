@@ -1,5 +1,7 @@
 #include "zelbase/files/PathHelpers.h"
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace {
 
 // The index of the last `character`, -1 when there is none.
@@ -33,7 +35,7 @@ void SplitPath(const std::string& path, std::string& directory, std::string& nam
   if (directory.empty() && name.empty() && extension.empty()) name = text;
 }
 
-const std::string GetTitleFromPath(const std::string& path) {
+ZELBASE_WRAPS const std::string GetTitleFromPath(const std::string& path) {
   const long long separator = LastIndex(path, '\\');
   const long long dot = LastIndex(path, '.');
   std::string title = dot >= 1 && dot > separator ? path.substr(0, static_cast<std::size_t>(dot)) : path;
@@ -44,6 +46,6 @@ const std::string GetTitleFromPath(const std::string& path) {
   return title;
 }
 
-const std::string GetFileNameFromPath(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
+ZELBASE_WRAPS const std::string GetFileNameFromPath(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
 
 bool AllValidFileSystemChars(const std::string& name) { return name.find_first_of("\\/:*\"<>|?") == std::string::npos; }

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 char* trimleft(char* text, char c) {
   if (text == nullptr || c == '\0') return text;
   const char* first = text;
@@ -25,7 +27,7 @@ std::string& trimleft(std::string& text, char c) {
   return text;
 }
 
-std::string& trimright(std::string& text, char c) {
+ZELBASE_WRAPS std::string& trimright(std::string& text, char c) {
   if (c != '\0') text.erase(text.find_last_not_of(c) + 1);
   return text;
 }

@@ -225,5 +225,5 @@ void Matrix::dump() const {
   zelbase::detail::AppendUnsigned(text, m_cols);
   text += '\n';
   text += ToString();
-  std::fwrite(text.data(), 1, text.size(), stdout);
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stdout));
 }

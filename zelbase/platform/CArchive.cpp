@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "zelbase/platform/CArchiveException.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace {
 
@@ -111,7 +112,7 @@ std::size_t CArchive::TakeBytes(char* buffer, std::size_t size) {
   return part;
 }
 
-unsigned int CArchive::ReadWord(std::size_t size) {
+ZELBASE_WRAPS unsigned int CArchive::ReadWord(std::size_t size) {
   unsigned char bytes[kLongCount] = {};
   if (Read(bytes, size) != size) throw CArchiveException(CArchiveException::endOfFile);
   unsigned int word = 0;

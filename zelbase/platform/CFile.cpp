@@ -3,6 +3,8 @@
 #include <limits>
 #include <utility>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace {
 
 FileRights AccessOf(unsigned int openFlags) {
@@ -145,4 +147,4 @@ void CFile::Abort() {
 
 std::string CFile::GetFilePath() const { return m_path; }
 
-std::string CFile::GetFileName() const { return m_path.substr(m_path.find_last_of("\\/:") + 1); }
+ZELBASE_WRAPS std::string CFile::GetFileName() const { return m_path.substr(m_path.find_last_of("\\/:") + 1); }

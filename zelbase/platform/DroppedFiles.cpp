@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <string_view>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace {
 
 constexpr std::size_t kHeaderSize = 20;
 constexpr std::size_t kOffsetAt = 0;
 constexpr std::size_t kWideAt = 16;
 
-unsigned int NumberAt(std::string_view bytes, std::size_t at) {
+ZELBASE_WRAPS unsigned int NumberAt(std::string_view bytes, std::size_t at) {
   unsigned int number = 0;
   for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[at + i]);
   return number;

@@ -11,6 +11,7 @@
 #include "zelbase/platform/LockGuard.h"
 #include "zelbase/platform/ThreadSafety.h"
 #include "zelbase/platform/detail/CivilDate.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 #include "zelbase/platform/detail/Mutex.h"
 
 namespace {
@@ -356,7 +357,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   // Unreached: nobody awake and something due, since MoveOn, under the same hold of the mutex, deals with that.
   bool IsSettled() const ZELBASE_REQUIRES(m_mutex) { return m_awake == 0 && !m_acting && EarliestLimit() > m_now && NextAction() > m_now; }
 
-  void RouseDue() ZELBASE_REQUIRES(m_mutex) {
+  ZELBASE_WRAPS void RouseDue() ZELBASE_REQUIRES(m_mutex) {
     for (std::size_t i = m_sleepers.size(); i-- > 0;) {
       if (m_sleepers[i]->limit <= m_now) Rouse(*m_sleepers[i]);
     }

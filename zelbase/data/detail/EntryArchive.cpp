@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "zelbase/platform/CArchiveException.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace zelbase::detail {
 namespace {
@@ -20,7 +21,7 @@ void ReadAll(CArchive& archive, void* target, std::size_t size) {
 
 }  // namespace
 
-void EntryWriter::Skip(std::size_t size) {
+ZELBASE_WRAPS void EntryWriter::Skip(std::size_t size) {
   while (size-- > 0) Word(0, 1);
 }
 
@@ -36,13 +37,13 @@ void EntryWriter::Word(unsigned long long word, std::size_t size) {
 
 void TextWriter::Text(const std::string& text) { m_archive.WriteString(Travelling(text)); }
 
-void EntryReader::Skip(std::size_t size) {
+ZELBASE_WRAPS void EntryReader::Skip(std::size_t size) {
   while (size-- > 0) Word(1);
 }
 
 void EntryReader::Text(std::string&) { m_lengths.push_back(static_cast<unsigned int>(Word(4))); }
 
-unsigned long long EntryReader::Word(std::size_t size) {
+ZELBASE_WRAPS unsigned long long EntryReader::Word(std::size_t size) {
   unsigned char bytes[kLongestWord] = {};
   ReadAll(m_archive, bytes, size);
   unsigned long long word = 0;

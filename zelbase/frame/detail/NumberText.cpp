@@ -8,6 +8,7 @@
 
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/FixedDigits.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace zelbase::detail {
 namespace {
@@ -30,7 +31,7 @@ std::size_t BytesTaken(std::string_view text, const char* end) { return static_c
 // Unsigned arithmetic wraps at 2^64, and 2^16 and 2^32 divide that, so that the low bits are right for every
 // type.
 template <class Number>
-std::size_t ScanDecimal(std::string_view text, Number& value) {
+ZELBASE_WRAPS std::size_t ScanDecimal(std::string_view text, Number& value) {
   const char* const end = text.data() + text.size();
   const auto [digits, negative] = SkipFront(text.data(), end);
   unsigned long long sum = 0;
@@ -48,7 +49,7 @@ int HexDigit(char c) {
 }
 
 template <class Number>
-std::size_t ScanHexadecimal(std::string_view text, Number& value) {
+ZELBASE_WRAPS std::size_t ScanHexadecimal(std::string_view text, Number& value) {
   const char* const end = text.data() + text.size();
   const auto [digits, negative] = SkipFront(text.data(), end);
   const char* at = digits;

@@ -17,6 +17,7 @@
 #include "zelbase/numerics/detail/MatrixKernels.h"
 #include "zelbase/numerics/detail/ProductKernel.h"
 #include "zelbase/numerics/detail/ScratchBlock.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace zelbase::detail {
 namespace {
@@ -207,7 +208,7 @@ ZELBASE_KERNEL double Bidiagonalise(const Work& work) {
 // Makes a strip of v from the reflections of the rows, last to first: before that of row i, column i becomes a unit vector.
 template <int kLanes, int kRegisters>
 struct AccumulateStrip {
-  ZELBASE_KERNEL static void Run(std::size_t column, const Work& work) {
+  ZELBASE_WRAPS ZELBASE_KERNEL static void Run(std::size_t column, const Work& work) {
     const std::size_t end = std::min(column + kRegisters * kLanes, work.n);
     for (std::size_t i = end; i-- > 0;) {
       const std::size_t first = i + 1;
@@ -427,7 +428,7 @@ ZELBASE_KERNEL void Settle(const Work& work, const Bidiagonal& b, std::size_t k,
 }
 
 template <int kLanes>
-ZELBASE_KERNEL void Diagonalise(const Work& work, const Bidiagonal& b) {
+ZELBASE_WRAPS ZELBASE_KERNEL void Diagonalise(const Work& work, const Bidiagonal& b) {
   constexpr std::size_t kSweepsAtOnce = 16;
   const std::size_t capacity = kSweepsAtOnce * work.n;
   ScratchBlock<Rotation> scratch(2 * ScratchBlock<Rotation>::RoundUp(capacity));

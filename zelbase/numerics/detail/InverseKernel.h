@@ -15,6 +15,7 @@
 #include "zelbase/numerics/detail/Lanes.h"
 #include "zelbase/numerics/detail/ProductKernel.h"
 #include "zelbase/numerics/detail/ScratchBlock.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace zelbase::detail {
 namespace {
@@ -170,7 +171,7 @@ ZELBASE_KERNEL bool EliminateLarge(const Elimination& lu) {
 
 // Solves for `kRegisters` registers of columns at `x`. Above row `first` the columns are zero, and stay so.
 template <int kLanes, int kRegisters>
-ZELBASE_KERNEL void SolveStrip(const Elimination& lu, double* x, std::size_t first) {
+ZELBASE_WRAPS ZELBASE_KERNEL void SolveStrip(const Elimination& lu, double* x, std::size_t first) {
   Lanes<kLanes> values[kRegisters];
   for (std::size_t i = first + 1; i < lu.n; ++i) {
     const double* const factors = lu.Row(i);

@@ -166,7 +166,7 @@ class KmDecomposition {
 
 // Says on standard output that a matrix could not be inverted, once for each of its rows that were all zero.
 inline void PrintSingular(int zeroRows) {
-  for (int i = 0; i < zeroRows; ++i) std::fputs("Singular KmMatrix in routine LUDCMP\n", stdout);
+  for (int i = 0; i < zeroRows; ++i) static_cast<void>(std::fputs("Singular KmMatrix in routine LUDCMP\n", stdout));
 }
 
 // Column by column from the identity. `zeroRows` is for PrintSingular.

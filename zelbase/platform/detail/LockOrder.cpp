@@ -24,7 +24,7 @@ struct Held {
 
   bool Contains(const void* lock) const { return std::find(locks, locks + count, lock) != locks + count; }
   // Once, however often it is held: the latest.
-  bool Remove(const void* lock) {
+  ZELBASE_WRAPS bool Remove(const void* lock) {
     for (std::size_t i = count; i-- > 0;) {
       if (locks[i] != lock) continue;
       std::copy(locks + i + 1, locks + count, locks + i);
@@ -66,7 +66,7 @@ ZELBASE_WRAPS std::uint64_t Mixed(const void* lock) {
   return bits ^ (bits >> 29);
 }
 
-std::uint64_t Mixed(const Order& order) { return (Mixed(order.held) * 3 + Mixed(order.wanted)) | 1u; }
+ZELBASE_WRAPS std::uint64_t Mixed(const Order& order) { return (Mixed(order.held) * 3 + Mixed(order.wanted)) | 1u; }
 
 std::atomic<bool>& Touched(const void* lock) { return g_record.touched[Mixed(lock) % kSlots]; }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "zelbase/platform/PlatformModules.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 #include "zelbase/platform/posix/LibraryFile.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
@@ -50,7 +51,7 @@ using zelbase::detail::ToSystemPath;
 
 // Puts what `rename` makes of the file name behind the folder, in the interface's form.
 template <class Rename>
-std::string HandOut(const std::string& path, Rename rename) {
+ZELBASE_WRAPS std::string HandOut(const std::string& path, Rename rename) {
   const std::size_t name = path.find_last_of('/') + 1;
   return ToInterfacePath(path.substr(0, name) + rename(std::string_view(path).substr(name)));
 }

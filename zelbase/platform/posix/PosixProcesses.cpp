@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "zelbase/platform/PlatformProcesses.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 #include "zelbase/platform/posix/Interruptions.h"
 #include "zelbase/platform/posix/PosixPaths.h"
 
@@ -33,7 +34,7 @@ std::string ReadSmallFile(const std::string& path) {
 }
 
 // File name of the executable that `exe` links to. A file that was replaced or removed meanwhile is marked by the system.
-std::string ExecutableName(const std::string& folder) {
+ZELBASE_WRAPS std::string ExecutableName(const std::string& folder) {
   std::string path = zelbase::detail::LinkText(folder + "/exe");
   constexpr std::string_view kDeleted = " (deleted)";
   if (path.size() > kDeleted.size() && path.ends_with(kDeleted)) path.resize(path.size() - kDeleted.size());

@@ -11,6 +11,7 @@
 #include <array>
 #include <memory>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
 #include "zelbase/platform/posix/Interruptions.h"
 
 namespace {
@@ -28,7 +29,7 @@ struct FolderCloser {
   void operator()(DIR* folder) const { closedir(folder); }
 };
 
-std::string_view DriverOf(std::string_view name) { return name.substr(0, name.find_last_not_of(kDigits) + 1); }
+ZELBASE_WRAPS std::string_view DriverOf(std::string_view name) { return name.substr(0, name.find_last_not_of(kDigits) + 1); }
 
 // The digits behind the driver, without zeros before them.
 std::string_view NumberOf(std::string_view name) {
