@@ -30,6 +30,7 @@ class CairoImage : public testing::Test {
 
   CairoSurface m_surface{CairoFormat::Png, 64, 48};
 };
+using CairoImageLong = CairoImage;
 
 // --- Lines -----------------------------------------------------------------------------------------------------------------
 
@@ -134,7 +135,7 @@ TEST_F(CairoImage, LinesBetweenTheFarthestPointsAreExact) {
   EXPECT_EQ(Painted(m_surface), diagonal);
 }
 
-TEST_F(CairoImage, CoordinatesWithoutBoundAreTakenByEveryOperation) {
+TEST_F(CairoImageLong, CoordinatesWithoutBoundAreTakenByEveryOperation) {
   const std::vector<int> far = {INT_MIN, INT_MIN + 1, -(1 << 24), -1, 0, 13, 1 << 24, INT_MAX - 1, INT_MAX};
   const std::vector<CPoint> ends = {CPoint(INT_MIN, INT_MAX), CPoint(INT_MAX, INT_MIN)};
   const std::vector<COLORREF> one = {kRed};
@@ -337,7 +338,7 @@ long long SideOf(int x, int y, int width, int height) {
   return a * a * height * height + b * b * width * width - 1LL * width * width * height * height;
 }
 
-TEST(CairoEllipse, HasThePixelsWhoseCentresAreInside) {
+TEST(CairoEllipseLong, HasThePixelsWhoseCentresAreInside) {
   for (int width = 1; width <= 30; ++width) {
     for (int height = 1; height <= 30; ++height) {
       CairoSurface surface(CairoFormat::Png, 40, 40);

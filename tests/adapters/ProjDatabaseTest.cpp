@@ -100,7 +100,7 @@ TEST(ProjDatabase, ListsAreSortedByAuthorityAndNumber) {
   });
 }
 
-TEST(ProjDatabase, FindsByEveryWordInCodeNameOrArea) {
+TEST(ProjDatabaseLong, FindsByEveryWordInCodeNameOrArea) {
   ExpectInHost([] {
     const auto database = MakeDatabase();
     std::vector<GeoSystemInfo> all, found;
@@ -131,7 +131,7 @@ TEST(ProjDatabase, ListsAreOfTheEarthAlone) {
 }
 
 // Every ninth of them: the middle of its area goes forward and comes back. Only few projections are beyond PROJ, and are refused.
-TEST(ProjDatabase, WhatIsListedUnderEpsgIsSelectedAndAnswersInItsArea) {
+TEST(ProjDatabaseLong, WhatIsListedUnderEpsgIsSelectedAndAnswersInItsArea) {
   ExpectInHost([] {
     std::vector<GeoSystemInfo> systems;
     MakeDatabase()->FindSystems("EPSG:", systems);

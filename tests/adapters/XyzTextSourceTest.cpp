@@ -53,6 +53,7 @@ class XyzTextSourceTest : public testing::Test {
   TemporaryFolder m_folder;
   XyzTextSource m_source;
 };
+using XyzTextSourceTestLong = XyzTextSourceTest;
 
 TEST_F(XyzTextSourceTest, ReadsAPointALine) {
   EXPECT_EQ(Read("1 2 3\n4 5 6\n"), (Rows{{1, 2, 3, 0}, {4, 5, 6, 0}}));
@@ -345,7 +346,7 @@ std::string RandomText(unsigned int seed, std::size_t size) {
   return text;
 }
 
-TEST_F(XyzTextSourceTest, ReadsSeveralBlocksAsThePlainReaderDoes) {
+TEST_F(XyzTextSourceTestLong, ReadsSeveralBlocksAsThePlainReaderDoes) {
   for (unsigned int seed = 1; seed <= 3; ++seed) {
     const std::string text = RandomText(seed, 3 * kLongest);
     for (const bool positionOnly : {false, true}) {
@@ -391,7 +392,7 @@ TEST_F(XyzTextSourceTest, SlowConnectionsChangeNothing) {
   }
 }
 
-TEST_F(XyzTextSourceTest, EveryFailureOfAnOperationIsToldAndGivesOnlyTheFront) {
+TEST_F(XyzTextSourceTestLong, EveryFailureOfAnOperationIsToldAndGivesOnlyTheFront) {
   const std::string text = RandomText(11, 2 * kLongest);
   const Rows all = RowsOf(ReadLiteralXyz(text));
   const std::string name = m_folder.Write("c", text);

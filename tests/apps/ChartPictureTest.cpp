@@ -91,7 +91,7 @@ TEST(ChartSoundings, AreToldWithTheirPlacesAndStopWhenAsked) {
   EXPECT_LT(told, 10000u);
 }
 
-TEST(ChartSoundings, DotsAreSmallWhereSoundingsAreDense) {
+TEST(ChartSoundingsLong, DotsAreSmallWhereSoundingsAreDense) {
   std::mt19937 engine(1);
   std::uniform_real_distribution<double> any(0.0, 1000.0);
   std::vector<Point> dense;

@@ -457,7 +457,7 @@ TEST_F(ZelSurvey, HeadingsInTheLanguageThatTheSurveyNames) {
 
 // ---- what may be wrong ----
 
-TEST_F(ZelSurvey, EachPieceMayBeMissing) {
+TEST_F(ZelSurveyLong, EachPieceMayBeMissing) {
   const Folder whole = SmallSurvey();
   for (const auto& [name, text] : whole) {
     if (name == "survey.ini") continue;
@@ -497,7 +497,7 @@ TEST_F(ZelSurveyLong, EachPieceMayBeEmptyOrAFolderOrNonsense) {
   }
 }
 
-TEST_F(ZelSurvey, HostileSettingsAreToldAndTheDefaultsHold) {
+TEST_F(ZelSurveyLong, HostileSettingsAreToldAndTheDefaultsHold) {
   const Folder whole = SmallSurvey();
   for (const char* const value :
        {"nan", "inf", "-1e308", "1e308", "0", "-5", "12 apples", "\xFF\xFE", "../../../../etc/passwd", "%s%n%d", "   "}) {

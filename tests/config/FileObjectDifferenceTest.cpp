@@ -645,7 +645,7 @@ class RandomStores {
   bool m_hostile;
 };
 
-TEST(FileObjectDifference, RandomPairsAgreeWithASecondTranscription) {
+TEST(FileObjectDifferenceLong, RandomPairsAgreeWithASecondTranscription) {
   RandomStores stores(20240611, true);
   int differing = 0;
   int equal = 0;
@@ -685,7 +685,7 @@ TEST(FileObjectDifference, RandomPairsAgreeWithASecondTranscription) {
   EXPECT_GT(failed, kRounds / 10);
 }
 
-TEST(FileObjectDifference, RandomPlainPairsBecomeEqualByApplyingAlsoThroughText) {
+TEST(FileObjectDifferenceLong, RandomPlainPairsBecomeEqualByApplyingAlsoThroughText) {
   RandomStores stores(7, false);
   int differing = 0;
   for (int round = 0; round < 2000; ++round) {

@@ -170,7 +170,7 @@ TEST(FileObjectRead, ZeroBytesAreTextInKeysAndValues) {
   EXPECT_EQ(ItemsOf(settings, "A"), (Items{{std::string("a\0b", 3), std::string("c\0d", 3)}}));
 }
 
-TEST(FileObjectRead, ALineOfManyBlocksAndAMillionKeysAreRead) {
+TEST(FileObjectReadLong, ALineOfManyBlocksAndAMillionKeysAreRead) {
   const std::string longValue(100000, 'x');
   std::string text = "[A]\nlong = " + longValue + "\n";
   for (int i = 0; i < 1000000; ++i) text += std::to_string(i % 500000) + "=" + std::to_string(i) + "\n";

@@ -557,7 +557,7 @@ class RandomRun {
   std::set<int> m_renamed;
 };
 
-TEST(FobjSection, RandomOperationsAgreeWithATranscription) {
+TEST(FobjSectionLong, RandomOperationsAgreeWithATranscription) {
   int delivered = 0;
   for (unsigned int seed = 1; seed <= 200; ++seed) {
     RandomRun run(seed);

@@ -159,7 +159,7 @@ std::pair<std::string, std::string> TextsThatHashApartBy(std::uint32_t differs) 
   return {};
 }
 
-TEST(SettingsReport, KeysThatShareAHashAreKeysOfTheirOwn) {
+TEST(SettingsReportLong, KeysThatShareAHashAreKeysOfTheirOwn) {
   const auto [one, other] = TextsThatHashApartBy(0);
   ASSERT_NE(one, other);
   EXPECT_EQ(Rows("[A]\n" + one + "=1\n" + other + "=1\n"), (std::vector<Row>{}));

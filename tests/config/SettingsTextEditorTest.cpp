@@ -232,7 +232,7 @@ class RandomEdit {
   std::string m_story;
 };
 
-TEST(SettingsTextEditor, TheChangedTextReadsAsTheStoreAfterTheSameChange) {
+TEST(SettingsTextEditorLong, TheChangedTextReadsAsTheStoreAfterTheSameChange) {
   int edits = 0;
   for (unsigned int seed = 1; seed <= 20000; ++seed) {
     edits += RandomEdit(seed).Run();

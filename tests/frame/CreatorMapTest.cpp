@@ -172,7 +172,7 @@ TEST(CreatorMap, ThereIsOneRegistryOfAKind) {
   EXPECT_EQ(one().number, 7);
 }
 
-TEST(CreatorMap, ManyNamesOfOneObjectAreNoMatter) {
+TEST(CreatorMapLong, ManyNamesOfOneObjectAreNoMatter) {
   std::string text;
   {
     Registry registry;

@@ -52,7 +52,7 @@ TEST(FixedDigits, TheEndsOfTheRange) {
 }
 
 // Numbers of few binary digits behind the point, so that with one decimal less than they have each is an exact half.
-TEST(FixedDigits, EqualsTheCLibraryOnExactHalves) {
+TEST(FixedDigitsLong, EqualsTheCLibraryOnExactHalves) {
   std::mt19937_64 random(17);
   for (int i = 0; i < 200'000; ++i) {
     const int places = static_cast<int>(1 + random() % 20);
@@ -74,7 +74,7 @@ TEST(FixedDigits, EqualsTheCLibraryAroundEachPowerOfTwo) {
   }
 }
 
-TEST(FixedDigits, EqualsTheCLibraryOnRandomNumbers) {
+TEST(FixedDigitsLong, EqualsTheCLibraryOnRandomNumbers) {
   RandomDoubles doubles;
   for (int i = 0; i < 500'000; ++i) {
     const double magnitude = std::fabs(doubles.Next());

@@ -468,12 +468,12 @@ TEST(StringToGeoLong, EqualsTheCLibraryOnAMillionRandomCoordinates) {
   for (int i = 0; i < 1'000'000; ++i) ExpectReadsAs(ReadByScanf, RandomCoordinate(random));
 }
 
-TEST(StringToGeo, EqualsTheListOnRandomCoordinates) {
+TEST(StringToGeoLong, EqualsTheListOnRandomCoordinates) {
   std::mt19937_64 random(37);
   for (int i = 0; i < 200'000; ++i) ExpectReadsAs(ReadByList, RandomCoordinate(random));
 }
 
-TEST(StringToGeo, EqualsTheListOnScrambledText) {
+TEST(StringToGeoLong, EqualsTheListOnScrambledText) {
   std::mt19937_64 random(41);
   constexpr std::string_view kAlphabet = "00123456789012345678901234567890......  ,\t\n\v-+\xB0'\"eSnwxd";
   for (int i = 0; i < 300'000; ++i) {
@@ -486,7 +486,7 @@ TEST(StringToGeo, EqualsTheListOnScrambledText) {
   }
 }
 
-TEST(StringToGeo, EqualsTheListOnLongDigits) {
+TEST(StringToGeoLong, EqualsTheListOnLongDigits) {
   std::mt19937_64 random(43);
   for (int i = 0; i < 100'000; ++i) {
     std::string text;

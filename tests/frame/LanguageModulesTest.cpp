@@ -453,7 +453,7 @@ TEST(LanguageModules, TheProgramLoadsARealSharedLibrary) {
   });
 }
 
-TEST(LanguageModules, WhatIsNoSharedLibraryIsSilentAndNoneOfItStays) {
+TEST(LanguageModulesLong, WhatIsNoSharedLibraryIsSilentAndNoneOfItStays) {
   const auto expectNone = [](const std::string& what, const std::function<void(const RealComputer&)>& prepare) {
     ExpectInChild([&] {
       const RealComputer computer;

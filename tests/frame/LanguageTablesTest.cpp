@@ -123,7 +123,7 @@ TEST(TextFileTable, ALoneBackslashGivesNoText) {
   EXPECT_EQ(TextOf(*table, 12039), "(none)");
 }
 
-TEST(TextFileTable, SurvivesAnyBytes) {
+TEST(TextFileTableLong, SurvivesAnyBytes) {
   const unsigned int seed = 20140115;
   std::mt19937 random(seed);
   const std::string pieces[] = {

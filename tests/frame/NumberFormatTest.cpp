@@ -187,7 +187,7 @@ TEST(NumberFormat, TheFormatOfTheArgumentsPrintsTheSame) {
   }
 }
 
-TEST(NumberFormat, EqualsTheCLibraryOnAMillionRandomNumbers) {
+TEST(NumberFormatLong, EqualsTheCLibraryOnAMillionRandomNumbers) {
   RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();

@@ -213,7 +213,7 @@ TEST(NumberText, ScanFloatRoundsOnce) {
                                  {"x", 0, 0.0f}});
 }
 
-TEST(NumberText, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
+TEST(NumberTextLong, ScanDoubleEqualsTheCLibraryOnPrintedNumbers) {
   RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();
@@ -269,7 +269,7 @@ TEST(NumberText, ScansEqualTheCLibraryOnScrambledText) {
   }
 }
 
-TEST(NumberText, AppendFixedEqualsTheCLibrary) {
+TEST(NumberTextLong, AppendFixedEqualsTheCLibrary) {
   RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();
@@ -278,7 +278,7 @@ TEST(NumberText, AppendFixedEqualsTheCLibrary) {
   }
 }
 
-TEST(NumberText, AppendGeneralEqualsTheCLibrary) {
+TEST(NumberTextLong, AppendGeneralEqualsTheCLibrary) {
   RandomDoubles doubles;
   for (int i = 0; i < 1'000'000; ++i) {
     const double value = doubles.Next();

@@ -38,7 +38,7 @@ void ExpectInt(const std::string& format, int value) {
   EXPECT_EQ(PrintfText(format, value), Printed(format.c_str(), value)) << format << ' ' << value;
 }
 
-TEST(PrintfText, DoublesEqualTheCLibraryInEveryForm) {
+TEST(PrintfTextLong, DoublesEqualTheCLibraryInEveryForm) {
   std::mt19937_64 random(3);
   RandomDoubles doubles;
   for (int i = 0; i < 300'000; ++i) {
@@ -48,7 +48,7 @@ TEST(PrintfText, DoublesEqualTheCLibraryInEveryForm) {
   }
 }
 
-TEST(PrintfText, IntsEqualTheCLibraryInEveryForm) {
+TEST(PrintfTextLong, IntsEqualTheCLibraryInEveryForm) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 300'000; ++i) {
     const int value = static_cast<int>(static_cast<unsigned int>(random())) >> (random() % 32);

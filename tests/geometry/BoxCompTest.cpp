@@ -75,7 +75,7 @@ TEST(BoxComp, ARotationOf90HasItsHeightAlongPlusXAndItsWidthAlongMinusY) {
   ExpectNear(CornersOf(box), {{0, 0, 0}, {0, -2, 0}, {4, -2, 0}, {4, 0, 0}, {0, 0, 0}}, 1e-12);
 }
 
-TEST(BoxComp, TheReferencePointLiesWhereItsCodeSays) {
+TEST(BoxCompLong, TheReferencePointLiesWhereItsCodeSays) {
   std::mt19937 random(20260715);
   std::uniform_real_distribution<double> length(-50, 50);
   std::uniform_real_distribution<double> angle(-720, 720);

@@ -231,7 +231,7 @@ TEST(CurveDrawLong, RandomArcsAreDrawnAsTheRulesSay) {
   }
 }
 
-TEST(CurveDraw, HostileNumbersEnd) {
+TEST(CurveDrawLong, HostileNumbersEnd) {
   EdgeValues values(96);
   ChordCounter surface;
   for (int round = 0; round < 500; ++round) {

@@ -374,7 +374,7 @@ TEST(Curve, RandomBearingsAgreeWithASecondTranscription) {
   }
 }
 
-TEST(Curve, RandomExtentsHoldTheArcAndTouchIt) {
+TEST(CurveLong, RandomExtentsHoldTheArcAndTouchIt) {
   EdgeValues random(7204);
   Tally tally({"no quarter", "one", "two", "three", "four"});
   const char* const names[] = {"no quarter", "one", "two", "three", "four"};
@@ -430,7 +430,7 @@ TEST(Curve, RandomWildExtentsAreQuiet) {
   }
 }
 
-TEST(Curve, RandomPolylinesAgreeWithASecondTranscription) {
+TEST(CurveLong, RandomPolylinesAgreeWithASecondTranscription) {
   EdgeValues random(7206);
   Tally tally({"tolerance above radius", "no step", "too many", "ends only", "clockwise", "counter-clockwise", "left out, long"});
   std::vector<Point> points;

@@ -657,7 +657,7 @@ class HistoryModel {
   }
 };
 
-TEST(EditableObject, RandomStepsGoAsTheTableSays) {
+TEST(EditableObjectLong, RandomStepsGoAsTheTableSays) {
   EdgeValues random(7711);
   Tally tally({"undone", "nothing to undo", "redone", "nothing to redo", "added", "deleted", "all deleted", "dragged", "dropped elsewhere",
                "clicked", "dropped while idle", "dropped without a drag", "cleared"});

@@ -146,7 +146,7 @@ TEST(Extents3D, ANanCoordinateEntersAnEmptyAxisAndNoOther) {
 }
 
 // The rules of one axis as tables of what comes of each order of the four bounds.
-TEST(Extents3D, RandomGrowthAgreesWithASecondTranscription) {
+TEST(Extents3DLong, RandomGrowthAgreesWithASecondTranscription) {
   EdgeValues random(7109);
   Tally tally({"invalid axis", "raised", "lowered", "kept", "copied", "united", "source invalid", "NaN", "valid", "not valid"});
   for (int i = 0; i < kRandomRounds; ++i) {

@@ -149,7 +149,7 @@ Clipped SecondClip(const Line& line, const Page& page, bool flip, bool extend) {
   return {edges.count == 0 ? kNone : Plain(edges.line), edges.start, edges.end};
 }
 
-TEST(LineClip, RandomLinesAgreeWithASecondTranscription) {
+TEST(LineClipLong, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues values(7319);
   Tally tally({"none", "one", "two", "corner twice", "reversed", "extended", "flipped"});
   for (int round = 0; round < kRandomRounds; ++round) {

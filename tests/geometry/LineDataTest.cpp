@@ -176,7 +176,7 @@ ProfilePoints TurnedBySections(const ProfilePoints& points) {
   return turned;
 }
 
-TEST(LineDataLoad, RandomSectionsAreTurnedAsSections) {
+TEST(LineDataLoadLong, RandomSectionsAreTurnedAsSections) {
   for (unsigned int seed = 1; seed <= 100000; ++seed) {
     std::mt19937 random(seed);
     ProfilePoints delivered;
@@ -319,7 +319,7 @@ TEST(LineDataPoint, OutMayBeAPointOfNoOrder) {
   }
 }
 
-TEST(LineDataPoint, RandomRequestsAgreeWithASearchFromTheFront) {
+TEST(LineDataPointLong, RandomRequestsAgreeWithASearchFromTheFront) {
   int refused = 0;
   int interpolated = 0;
   int ends = 0;

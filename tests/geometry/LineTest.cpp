@@ -131,7 +131,7 @@ TEST(Line, OffsetOfALineWithoutLengthGoesEast) {
   EXPECT_EQ(shifted.end.z, 3);
 }
 
-TEST(Line, RandomLinesAgreeWithASecondTranscription) {
+TEST(LineLong, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues random(7201);
   Tally tally({"y refused", "x refused", "y inside", "y outside", "x inside", "x outside", "x NaN"});
   for (int i = 0; i < kRandomRounds; ++i) {

@@ -308,7 +308,7 @@ TEST(OffsetLineDataHostile, AnArcThatIsNotANumberHasNoPoints) {
   EXPECT_EQ(OffsetOf({Along(0, 0), Along(10, 0), Along(20, kNaN)}, 2).size(), 4u);
 }
 
-TEST(OffsetLineDataHostile, AHugeOffsetOnALongLineEnds) {
+TEST(OffsetLineDataHostileLong, AHugeOffsetOnALongLineEnds) {
   ProfilePoints profile;
   for (int i = 0; i < 300; ++i) profile.push_back(Along(i, i % 2));
   EXPECT_GT(OffsetOf(profile, 1e5).size(), 1u);

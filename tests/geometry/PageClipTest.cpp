@@ -246,7 +246,7 @@ Line RandomSegment(EdgeValues& values, const Page& page) {
   return Line(start, end);
 }
 
-TEST(PageClipLine, RandomLinesAgreeWithASecondTranscription) {
+TEST(PageClipLineLong, RandomLinesAgreeWithASecondTranscription) {
   EdgeValues values(7311);
   Tally tally({"beyond one edge", "outside a corner", "inside", "start cut", "end cut", "both cut", "in place"});
   for (int round = 0; round < kRandomRounds; ++round) {
@@ -621,7 +621,7 @@ bool SamePieces(const Arcs& a, const Arcs& b) {
   return true;
 }
 
-TEST(PageClipCircle, RandomArcsAgreeWithASecondTranscription) {
+TEST(PageClipCircleLong, RandomArcsAgreeWithASecondTranscription) {
   EdgeValues values(7316);
   Tally tally({"refused", "no piece", "one piece", "two pieces", "three pieces or more", "begins on an edge"});
   const double onEdge[] = {std::atan2(3.0, 4.0) / D_TO_R, std::atan2(4.0, 3.0) / D_TO_R, std::atan2(3.0, -4.0) / D_TO_R,
@@ -670,7 +670,7 @@ TEST(PageClipCircle, BearingsOfThePiecesLieInThePageAndTheOthersDoNot) {
   }
 }
 
-TEST(PageClipCircle, SweepsInTheNineTilesAddUpToTheWhole) {
+TEST(PageClipCircleLong, SweepsInTheNineTilesAddUpToTheWhole) {
   EdgeValues values(7318);
   const double bounds[] = {-100, 0, 10, 100};
   for (int round = 0; round < kRandomRounds; ++round) {

@@ -78,7 +78,7 @@ TEST(PageDraw, OnNoSurfaceNothingIsDrawn) {
   EXPECT_EQ(page, Page(0, 0, 10, 10));
 }
 
-TEST(PageDraw, RandomPagesAreDrawnAsTheRulesSay) {
+TEST(PageDrawLong, RandomPagesAreDrawnAsTheRulesSay) {
   EdgeValues values(97);
   Tally tally({"filled", "not filled"});
   for (int round = 0; round < kHeavyRounds; ++round) {

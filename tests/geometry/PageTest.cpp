@@ -170,7 +170,7 @@ TEST(Page, ANanBoundStaysAndIsNeverValid) {
   EXPECT_EQ(page, Page(0, 0, 1, 1));
 }
 
-TEST(Page, RandomSetOperationsAgreeWithASecondTranscription) {
+TEST(PageLong, RandomSetOperationsAgreeWithASecondTranscription) {
   EdgeValues random(7301);
   Tally tally({"right invalid", "left invalid", "both valid", "inside", "outside", "overlap", "apart"});
   const auto axis = [](double& low, double& high, double otherLow, double otherHigh) {

@@ -251,7 +251,7 @@ TEST(PointDraw, PixelsBeyondIntEndAtTheNearestInt) {
 
 // --- Against the second transcription ------------------------------------------------------------------------------------
 
-TEST(PointDraw, RandomPointsAreDrawnAsTheRulesSay) {
+TEST(PointDrawLong, RandomPointsAreDrawnAsTheRulesSay) {
   EdgeValues values(91);
   for (int round = 0; round < kHeavyRounds; ++round) {
     const TwoSystems both = AnySystem(values);

@@ -158,7 +158,7 @@ TEST(Point, ToStringHasRoomForTheLargestNumbers) {
   EXPECT_EQ(text.substr(0, 24), "point: -1797693134862315");
 }
 
-TEST(Point, RandomArithmeticGoesComponentByComponent) {
+TEST(PointLong, RandomArithmeticGoesComponentByComponent) {
   EdgeValues random(7107);
   Tally tally({"divisor 0", "divisor", "not rotated", "rotated"});
   for (int i = 0; i < kRandomRounds; ++i) {

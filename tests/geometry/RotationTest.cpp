@@ -64,7 +64,7 @@ TEST(Rotation, Rotation3DWorksInPlaceAndIntoTheAngles) {
   EXPECT_EQ(intoAngles, out);
 }
 
-TEST(Rotation, RandomTurnsAgreeWithASecondTranscription) {
+TEST(RotationLong, RandomTurnsAgreeWithASecondTranscription) {
   EdgeValues random(7106);
   for (int i = 0; i < kRandomRounds; ++i) {
     const Point in = random.AnyPoint();

@@ -264,7 +264,7 @@ double Area(const Triangle& t) {
 }
 
 // The three lists of pieces, chosen by which corner is alone on its side.
-TEST(Triangle, RandomCutsAgreeWithTheListsOfPieces) {
+TEST(TriangleLong, RandomCutsAgreeWithTheListsOfPieces) {
   EdgeValues random(7601);
   Tally tally({"unchanged", "flattened", "A alone", "B alone", "C alone", "on the level", "not a number"});
   for (int i = 0; i < kRandomRounds; ++i) {
@@ -347,7 +347,7 @@ TEST(Triangle, RandomPiecesCoverTheFacetAndStayAboveTheLevel) {
   }
 }
 
-TEST(Triangle, RandomMeasuresAgreeWithASecondTranscription) {
+TEST(TriangleLong, RandomMeasuresAgreeWithASecondTranscription) {
   EdgeValues random(7603);
   Tally tally({"an angle is no number", "all angles are numbers"});
   for (int i = 0; i < kRandomRounds; ++i) {

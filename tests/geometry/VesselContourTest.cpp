@@ -85,6 +85,7 @@ class VesselContours : public testing::Test {
   TemporaryFolder folder;
   const std::string missing = folder.File("missing.con");
 };
+using VesselContoursLong = VesselContours;
 
 // --- Create ----------------------------------------------------------------------------------------------------------
 
@@ -247,7 +248,7 @@ Row SecondScan(const std::string& text) {
   return {xy[0], xy[1], 0, code == 1 || code == 3, code == 2 || code == 3};
 }
 
-TEST_F(VesselContours, ReadingAgreesWithASecondReader) {
+TEST_F(VesselContoursLong, ReadingAgreesWithASecondReader) {
   std::mt19937 random(20260714);
   const char alphabet[] = "0123456789.,,, -+e\t";
   int flagged = 0;
@@ -787,7 +788,7 @@ TEST_F(VesselContours, TheSampleSavedAndReadAgainIsTheSameVessel) {
 // --- At random ------------------------------------------------------------------------------------------------------------
 
 // A list of rows beside the contour; coordinates in sixty-fourths, which six decimals hold exactly.
-TEST_F(VesselContours, RandomEditsAreThoseOfAList) {
+TEST_F(VesselContoursLong, RandomEditsAreThoseOfAList) {
   EdgeValues random(7811);
   Tally tally({"added", "inserted", "insertion refused", "set", "refused", "deleted", "emptied", "other side", "string", "string cut",
                "bounds", "no bounds"});

@@ -9,6 +9,7 @@
 #include "zelbase/config/CRCChecksum.h"
 #include "zelbase/platform/PlatformClock.h"
 #include "zelbase/platform/PlatformFiles.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace {
 
@@ -97,7 +98,7 @@ bool HugeFileStream::MakeReadWrite(bool readWrite) {
 }
 
 // The tick wraps, and so does the difference.
-bool HugeFileStream::ReOpenWhenDue() {
+ZELBASE_WRAPS bool HugeFileStream::ReOpenWhenDue() {
   const unsigned int now = PlatformService<PlatformClock>::Current().TickMilliseconds();
   if (now - m_lastReopen <= kReopenMilliseconds) return false;
   m_lastReopen = now;

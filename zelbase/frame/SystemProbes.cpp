@@ -20,7 +20,7 @@ constexpr char kSeparator = '\\';
 
 PlatformProcesses& Processes() { return PlatformService<PlatformProcesses>::Current(); }
 
-void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+void Print(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stdout)); }
 
 bool SecondCharacterIs(const std::string& text, std::string_view characters) {
   return text.size() > 1 && characters.find(text[1]) != characters.npos;

@@ -55,7 +55,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
     const LockGuard guard(m_mutex);
     return m_frequency;
   }
-  unsigned int Tick() const {
+  ZELBASE_WRAPS unsigned int Tick() const {
     const LockGuard guard(m_mutex);
     return m_tickOffset + static_cast<unsigned int>(m_now / kNanosecondsPerMillisecond);
   }

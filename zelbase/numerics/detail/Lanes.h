@@ -46,6 +46,7 @@ struct LanesOf<1> {
 };
 
 #if defined(__GNUC__)
+// NOLINTBEGIN(modernize-use-using): the attributes are a typedef's
 template <>
 struct LanesOf<2> {
   typedef double Type __attribute__((vector_size(16)));
@@ -61,6 +62,7 @@ struct LanesOf<8> {
   typedef double Type __attribute__((vector_size(64)));
   typedef double Anywhere __attribute__((vector_size(64), aligned(8), may_alias));
 };
+// NOLINTEND(modernize-use-using)
 #endif
 
 template <int kLanes>

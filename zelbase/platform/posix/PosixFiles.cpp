@@ -254,6 +254,7 @@ class SharingClaims {
 double Milliseconds(long long seconds, long long nanoseconds) {
   constexpr long long kFurthest = 900000000000;
   const long long near = std::clamp(seconds, -kFurthest, kFurthest);
+  // NOLINTNEXTLINE(bugprone-integer-division): in whole units of 100 nanoseconds
   return static_cast<double>(near * 10000000 + nanoseconds / 100) / 10000.0;
 }
 

@@ -187,7 +187,7 @@ class PosixThreads final : public PlatformThreads {
                       pthread_create(&thread, &attributes, &ZelBaseThreadEntry, argument.get()) == 0;
     pthread_attr_destroy(&attributes);
     if (!made) return nullptr;
-    argument.release();  // the thread's now
+    static_cast<void>(argument.release());  // the thread's now
     result->Take(thread);
     return result;
   }
