@@ -62,7 +62,7 @@ std::string FindProgram(const std::string& name) {
   const char* const path = std::getenv("PATH");
   const CZelString folders(path != nullptr ? path : "", ':', false);
   for (int i = 0; i < folders.Size(); ++i) {
-    const std::string candidate = folders[i] + "/" + name;
+    std::string candidate = folders[i] + "/" + name;
     if (!folders[i].empty() && IsProgram(candidate)) return candidate;
   }
   return std::string();
@@ -92,6 +92,7 @@ std::vector<std::string> Words(const std::string& text) {
 int RunAndWait(const std::string& program, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), program);
   std::vector<char*> texts;
+  texts.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) texts.push_back(argument.data());
   texts.push_back(nullptr);
   std::cout.flush();

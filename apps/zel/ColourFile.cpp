@@ -47,7 +47,7 @@ class CptReader {
 
   bool Line(std::string_view line) {
     if (line.find("COLOR_MODEL") != std::string_view::npos) m_hsv = line.find("HSV") != std::string_view::npos;
-    line = line.substr(0, line.find_first_of(";"));
+    line = line.substr(0, line.find(';'));
     if (IsEmpty(line) || line.front() == '#') return true;
     std::string_view rest = line;
     const std::string_view word = TakeWord(rest);

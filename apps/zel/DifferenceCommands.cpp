@@ -132,7 +132,7 @@ bool EditText(SettingsTextEditor& editor, const SettingsChanges& changes) {
 // What of the difference changes the file; the rest is so already, and would only move things about.
 SettingsChanges RealChanges(const SettingsFile& before, const SettingsFile& after, const SettingsFile& difference) {
   SettingsChanges changes;
-  for (auto change : ListDifference(difference.store, before.store)) {
+  for (const auto& change : ListDifference(difference.store, before.store)) {
     std::string oldValue, newValue;
     const bool was = before.store.GetItem(change.section, change.key, oldValue);
     const bool is = after.store.GetItem(change.section, change.key, newValue);

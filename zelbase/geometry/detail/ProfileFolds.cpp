@@ -14,6 +14,7 @@
 #include "zelbase/geometry/Line.h"
 #include "zelbase/geometry/detail/GroupedRow.h"
 #include "zelbase/geometry/detail/ProfileBox.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 // Points keep the number that they have in the line as it comes. A crossing takes the number of the first point that it
 // replaces, so that numbers always rise along the line. Segment s runs from the point before s to s.
@@ -28,7 +29,7 @@ constexpr long kOnBothSegments = 3;
 // The points in their order, such that a run of them can be replaced without moving the rest.
 class Chain {
  public:
-  explicit Chain(const std::vector<ProfilePoint>& points) {
+  ZELBASE_WRAPS explicit Chain(const std::vector<ProfilePoint>& points) {
     m_links.reserve(points.size());
     for (std::size_t i = 0; i < points.size(); ++i) m_links.push_back({points[i], i - 1, i + 1});
     m_links.back().next = kNone;
