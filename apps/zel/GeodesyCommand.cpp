@@ -56,7 +56,7 @@ std::string Joined(const std::vector<std::string>& texts) {
 
 std::vector<std::string> GeoidModelTypes() {
   std::vector<std::string> types;
-  for (unsigned short type = 0; type < std::size(GeoidmodelTypeKeys); ++type) {
+  for (unsigned short type = 0; type < static_cast<unsigned short>(std::size(GeoidmodelTypeKeys)); ++type) {
     const std::unique_ptr<GeoidModel> model(GeoidModelList::GetGeoidModelList().Create(type));
     if (model != nullptr) types.push_back(std::to_string(type) + " \"" + GeoidmodelTypeKeys[type] + "\"");
   }

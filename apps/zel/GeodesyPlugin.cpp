@@ -47,7 +47,7 @@ fs::path FileIn(const fs::path& folder) {
 // and is only counted here. Empty when none does.
 std::string LoadedFile() {
   PlatformModules& modules = PlatformModules::System();
-  for (const std::string name : kFiles) {
+  for (std::string name : kFiles) {
     const ModuleHandle module = modules.Load("./" + name);
     modules.Unload(module);
     if (module != nullptr) return name;
