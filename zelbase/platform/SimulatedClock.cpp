@@ -258,7 +258,7 @@ class SimulatedClock::State : public std::enable_shared_from_this<State> {
   // The functions below are called with the mutex held; RunFirstAction lets it go while the action runs, and so do those
   // that call it.
 
-  long long CounterNow() const ZELBASE_REQUIRES(m_mutex) {
+  ZELBASE_WRAPS long long CounterNow() const ZELBASE_REQUIRES(m_mutex) {
     const long long elapsed = m_now - m_counterSince;
     const long long counts =
         elapsed / kNanosecondsPerSecond * m_frequency + elapsed % kNanosecondsPerSecond * m_frequency / kNanosecondsPerSecond;
