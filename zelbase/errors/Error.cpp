@@ -8,12 +8,13 @@
 #include "zelbase/errors/GlobalErrorList.h"
 #include "zelbase/errors/detail/EmptyError.h"
 #include "zelbase/platform/PlatformClock.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 constinit std::atomic<int> Error::g_ErrorID{0};
 
 namespace {
 
-unsigned int NextId() {
+ZELBASE_WRAPS unsigned int NextId() {
   int id = 0;
   while (id == 0) id = static_cast<int>(static_cast<unsigned int>(Error::g_ErrorID.fetch_add(1)) + 1u);
   return static_cast<unsigned int>(id);

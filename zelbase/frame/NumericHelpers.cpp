@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "zelbase/platform/detail/IntendedWraps.h"
+
 namespace {
 
 constexpr double kEpsilon = 2.220446049250313e-16;
@@ -71,7 +73,7 @@ long RoundDouble(double x) {
   return static_cast<long>(whole);
 }
 
-double Round(double x, int digits) {
+ZELBASE_WRAPS double Round(double x, int digits) {
   // The magnitude of the lowest int is no int.
   const auto bits = static_cast<unsigned int>(digits);
   const double power = PowerOfTen(digits < 0 ? 0 - bits : bits);

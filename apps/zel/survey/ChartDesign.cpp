@@ -19,6 +19,7 @@ constexpr double kTickLine = 0.3, kFloorEdge = 0.18;
 
 std::vector<ProfilePoint> PointsOf(LineData& line) {
   std::vector<ProfilePoint> points;
+  points.reserve(static_cast<std::size_t>(line.NumDataPoints()));
   for (int i = 0; i < line.NumDataPoints(); ++i) points.push_back(line.DataPoint(i));
   return points;
 }

@@ -168,7 +168,7 @@ void AppendHex(std::string& text, unsigned long long value, int digits) {
   text.append(at, end);
 }
 
-void AppendPadded(std::string& text, long long value, int width) {
+ZELBASE_WRAPS void AppendPadded(std::string& text, long long value, int width) {
   const bool negative = value < 0;
   const auto bits = static_cast<unsigned long long>(value);
   char buffer[24];

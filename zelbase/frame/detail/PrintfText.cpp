@@ -9,6 +9,7 @@
 
 #include "zelbase/frame/detail/Characters.h"
 #include "zelbase/frame/detail/FixedDigits.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 namespace zelbase::detail {
 namespace {
@@ -203,7 +204,7 @@ void AppendPrintf(std::string& text, const PrintfForm& form, double value) {
   AppendField(text, form, form.zeros, std::string(sign) + (upper ? "0X" : "0x"), written);
 }
 
-void AppendPrintf(std::string& text, const PrintfForm& form, int value) {
+ZELBASE_WRAPS void AppendPrintf(std::string& text, const PrintfForm& form, int value) {
   if (form.kind == 'c') return AppendCharacter(text, form, value);
   const bool hasSign = form.kind == 'd' || form.kind == 'i';
   const bool negative = hasSign && value < 0;
