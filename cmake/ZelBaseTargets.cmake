@@ -31,11 +31,12 @@ function(zelbase_compile_options target)
                            -fno-omit-frame-pointer)
     if(ZELBASE_SANITIZE MATCHES "integer")
       # The test preset stops at the first find; UBSAN_OPTIONS=halt_on_error=0 tells all of them in one run. A compiler cache does not
-      # look into the list: its checksum among the words does.
-      set(ignored ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/integer-ignored.txt)
-      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ignored})
-      file(MD5 ${ignored} checksum)
-      target_compile_options(${target} PRIVATE -fsanitize-recover=all -fsanitize-ignorelist=${ignored} -DZELBASE_INTEGER_IGNORED=${checksum})
+      # look into the list; it sees another name when there is something else in it.
+      set(list ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/integer-ignored.txt)
+      file(MD5 ${list} checksum)
+      set(ignored ${PROJECT_BINARY_DIR}/integer-ignored-${checksum}.txt)
+      configure_file(${list} ${ignored} COPYONLY)
+      target_compile_options(${target} PRIVATE -fsanitize-recover=all -fsanitize-ignorelist=${ignored})
     endif()
     # Instrumented code misleads g++'s analysis of what is initialised, in the standard library's own headers, too.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)

@@ -149,6 +149,7 @@ class Profile {
   void DrawDifferences(const SheetPen& pen) const {
     const std::vector<SectionRow>& rows = m_survey.section.rows;
     std::vector<double> differences;
+    differences.reserve(rows.size());
     for (const SectionRow& row : rows) differences.push_back(row.difference);
     std::vector<COLORREF> colours(rows.size());
     m_survey.differenceColours.GetColors(differences, colours);

@@ -67,8 +67,8 @@ void SurveyCells::Add(const Point& point) {
 }
 
 Point SurveyCells::Middle(std::size_t cell) const {
-  return Point(m_left + (static_cast<double>(cell % m_columns) + 0.5) * m_size,
-               m_bottom + (static_cast<double>(cell / m_columns) + 0.5) * m_size, 0.0);
+  const std::size_t row = cell / m_columns;
+  return Point(m_left + (static_cast<double>(cell % m_columns) + 0.5) * m_size, m_bottom + (static_cast<double>(row) + 0.5) * m_size, 0.0);
 }
 
 double SurveyCells::Covered(const SurveyArea& area) const {
