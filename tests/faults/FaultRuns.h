@@ -239,7 +239,7 @@ class FaultRuns {
            {Failure{"DiskFull", FileResult::DiskFull}, Failure{"IoFailed", FileResult::IoFailed},
             Failure{"AccessDenied", FileResult::AccessDenied}, Failure{"NetworkNameDeleted", FileResult::NetworkNameDeleted},
             Failure{"WriteProtected", FileResult::WriteProtected}}) {
-        for (const std::size_t bytes : {0, 1}) {
+        for (const std::size_t bytes : {0U, 1U}) {
           EachN<ServiceFaults>(
               failure.name + std::string(" behind ") + std::to_string(bytes) + " bytes",
               [&](ServiceFaults& faults, unsigned long long n) {

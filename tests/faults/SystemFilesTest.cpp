@@ -306,7 +306,7 @@ TEST_F(SystemFiles, AnOpeningInThePlaceOfAnotherFileIsOneLikeAnyOther) {
   EXPECT_NE(Open(m_name, FileRights::ReadWrite, FileRights::None, FileDisposition::OpenExisting, former.get()), nullptr);
   const auto elsewhere = Open("/proc/self/status", FileRights::Read);
   EXPECT_NE(Open(m_name, FileRights::Read, FileRights::Read, FileDisposition::OpenExisting, elsewhere.get()), nullptr);
-  for (const unsigned long long n : {3, 4}) {  // the two looks at which file each is
+  for (const unsigned long long n : {3ULL, 4ULL}) {  // the two looks at which file each is
     SystemCallFaults calls;
     calls.FailAt(SystemCall::Status, n, EIO, Repeat::Once);
     EXPECT_NE(Open(m_name, FileRights::Read, FileRights::Read, FileDisposition::OpenExisting, former.get()), nullptr);

@@ -104,7 +104,7 @@ TEST(SystemThreads, AnEventWakesAWaitWithALimit) {
 TEST(SystemThreads, AThreadThatTheSystemRefusesIsNone) {
   PlatformThreads& threads = PlatformThreads::System();
   const int descriptors = CountOpenDescriptors();
-  for (const unsigned long long n : {1, 2, 3}) {
+  for (const unsigned long long n : {1ULL, 2ULL, 3ULL}) {
     EXPECT_EQ(Failing(
                   SystemCall::Thread, EAGAIN, [&] { return threads.CreateSuspended([] {}, 0, 1 << 20); }, n),
               nullptr)
@@ -218,7 +218,7 @@ TEST(SystemProcesses, TheShortNameStandsIn) {
   };
   EXPECT_TRUE(withRecords([](SystemCallFaults& calls) { calls.FailAt(SystemCall::Open, 1, EMFILE, Repeat::ForEver); }).empty());
   EXPECT_TRUE(withRecords([](SystemCallFaults& calls) { calls.FailAt(SystemCall::Read, 1, EIO, Repeat::ForEver); }).empty());
-  for (const std::size_t bytes : {0, 1}) {
+  for (const std::size_t bytes : {0U, 1U}) {
     EXPECT_TRUE(withRecords([&](SystemCallFaults& calls) { calls.ShortenAt(SystemCall::Read, 1, Repeat::ForEver, 0, bytes); }).empty())
         << bytes;
   }
