@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
 #include <string>
 
+#include "tests/support/InChild.h"
 #include "tests/support/TemporaryFolder.h"
 #include "zelbase/platform/FaultInjectionFiles.h"
 
@@ -65,6 +68,19 @@ TEST(ReplacingFile, ANameThatIsTakenIsFollowedByAnother) {
   EXPECT_TRUE(file.WriteAll("new") && file.Commit());
   EXPECT_EQ(files.FaultsGiven(), 1u);
   EXPECT_EQ(folder.Read("a"), "new");
+}
+
+TEST(ReplacingFile, ANameWithoutAFolderIsOneOfTheCurrentFolder) {
+  const TemporaryFolder folder;
+  folder.Write("a", "former");
+  ExpectInChild([&] {
+    std::filesystem::current_path(folder.Path());
+    ReplacingFile file;
+    ASSERT_TRUE(file.Begin("a"));
+    EXPECT_TRUE(file.WriteAll("new") && file.Commit());
+  });
+  EXPECT_EQ(folder.Read("a"), "new");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), std::filesystem::directory_iterator()), 1);
 }
 
 }  // namespace

@@ -302,7 +302,7 @@ TEST_F(MemoryFaults, TheFirstUseOfTheErrors) {
 
 // A buffer takes its array from the system's own store, which is limited for real. A sanitizer's store bears neither the limit nor
 // arrays of this size.
-#ifndef ZELBASE_TESTS_SANITIZED
+#ifndef ZELBASE_TESTS_IN_SANITIZER
 TEST_F(MemoryFaults, ABufferThatCannotGrowStaysAsItWas) {
   ExpectInChild([] {
     CharBuffer buffer;

@@ -18,6 +18,10 @@
 #include <optional>
 #include <utility>
 
+// There in a build that measures which branches its tests take: what a process took that ends at once, or becomes another
+// program, counts as well.
+extern "C" int __llvm_profile_write_file() __attribute__((weak));
+
 namespace {
 
 enum class Way { Fail, Interrupt, Shorten, Die, Call, Pretend };
@@ -30,6 +34,7 @@ struct Fault {
   int error = 0;
   std::size_t bytes = 0;
   std::function<void()> function;
+  std::function<void(void*)> answer;
   bool reached = false;
   bool wasInterrupted = false;
 };
@@ -38,6 +43,7 @@ struct Watch {
   std::vector<Fault> orders;
   int nextWriteError = 0;
   bool hidesKinds = false;
+  int forkErrorOfChild = 0;
   unsigned long long count = 0;
   unsigned long long faults = 0;
   std::vector<DiskChange> changes;
@@ -45,6 +51,7 @@ struct Watch {
 };
 
 thread_local Watch* t_watch = nullptr;
+int g_forkError = 0;  // of a child that can make no process
 
 // The watch's own memory and calls are nobody's business.
 class Aside {
@@ -102,6 +109,7 @@ struct Verdict {
   std::optional<std::size_t> bytes;
   bool dies = false;
   bool pretends = false;
+  std::function<void(void*)> answer;
 };
 
 Verdict Begin(SystemCall kind) {
@@ -123,7 +131,10 @@ Verdict Begin(SystemCall kind) {
       verdict.bytes = fault->bytes;
       if (kind == SystemCall::Write) watch.nextWriteError = fault->error;
       break;
-    case Way::Pretend: verdict.pretends = true; break;
+    case Way::Pretend:
+      verdict.pretends = true;
+      verdict.answer = fault->answer;
+      break;
     case Way::Call: {
       const Aside aside;
       fault->function();
@@ -257,7 +268,11 @@ void SystemCallFaults::CallAt(SystemCall kind, unsigned long long n, std::functi
   Order(Way::Call, kind, n, false).function = std::move(function);
 }
 
-void SystemCallFaults::PretendAt(SystemCall kind, unsigned long long n) { Order(Way::Pretend, kind, n, false); }
+void SystemCallFaults::PretendAt(SystemCall kind, unsigned long long n, std::function<void(void*)> answer) {
+  Order(Way::Pretend, kind, n, false).answer = std::move(answer);
+}
+
+void SystemCallFaults::RefuseForkOfChild(int error) { t_watch->forkErrorOfChild = error; }
 
 void SystemCallFaults::HideKinds() { t_watch->hidesKinds = true; }
 
@@ -272,6 +287,19 @@ const std::vector<DiskChange>& SystemCallFaults::Changes() const { return t_watc
 const std::vector<SystemCallFaults::WriteCall>& SystemCallFaults::Writes() const { return t_watch->writes; }
 
 namespace {
+
+void WriteProfile() {
+  if (&__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
+}
+
+// Whether the call is to be made; otherwise `result` is what it says, errno set, and `argument` has the answer.
+bool IsMade(SystemCall kind, void* argument, int& result) {
+  const Verdict verdict = Begin(kind);
+  if (verdict.error != 0) errno = verdict.error;
+  result = verdict.error != 0 ? -1 : 0;
+  if (verdict.pretends && verdict.answer) verdict.answer(argument);
+  return verdict.error == 0 && !verdict.pretends;
+}
 
 // False when the call fails, errno set; `size` is what it may ask for.
 bool MayRead(size_t& size) {
@@ -423,12 +451,35 @@ int clock_nanosleep(clockid_t clock, int flags, const struct timespec* wanted, s
   return IsRefused(SystemCall::Clock) ? errno : NEXT(clock_nanosleep)(clock, flags, wanted, left);
 }
 
+int clock_settime(clockid_t clock, const struct timespec* time) noexcept {
+  int result = 0;
+  return IsMade(SystemCall::Clock, const_cast<struct timespec*>(time), result) ? NEXT(clock_settime)(clock, time) : result;
+}
+
 // A child's calls are its own: the orders are for the thread that gave them.
 pid_t fork() noexcept {
   if (IsRefused(SystemCall::Process)) return -1;
+  if (g_forkError != 0) {
+    errno = g_forkError;
+    return -1;
+  }
   const pid_t child = NEXT(fork)();
-  if (child == 0) t_watch = nullptr;
+  if (child == 0) {
+    if (t_watch != nullptr) g_forkError = t_watch->forkErrorOfChild;
+    t_watch = nullptr;
+  }
   return child;
+}
+
+int execv(const char* program, char* const* arguments) noexcept {
+  WriteProfile();
+  return NEXT(execv)(program, arguments);
+}
+
+void _exit(int code) {
+  WriteProfile();
+  NEXT(_exit)(code);
+  for (;;) ::pause();
 }
 
 int pipe2(int* ends, int flags) noexcept { return IsRefused(SystemCall::Process) ? -1 : NEXT(pipe2)(ends, flags); }
@@ -454,10 +505,8 @@ int ioctl(int descriptor, unsigned long request, ...) noexcept {
   va_start(list, request);
   void* const argument = va_arg(list, void*);
   va_end(list);
-  const Verdict verdict = Begin(SystemCall::Device);
-  if (verdict.error != 0) errno = verdict.error;
-  if (verdict.error != 0) return -1;
-  return verdict.pretends ? 0 : NEXT(ioctl)(descriptor, request, argument);
+  int result = 0;
+  return IsMade(SystemCall::Device, argument, result) ? NEXT(ioctl)(descriptor, request, argument) : result;
 }
 
 int faccessat(int folder, const char* path, int mode, int flags) noexcept {

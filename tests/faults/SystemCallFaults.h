@@ -10,7 +10,7 @@
 
 // Calls of one kind count together: Read is read and pread; Status is stat, fstat, lstat, fstatat, statx and statvfs; Lock and
 // Flags are fcntl on the locks of a file and on its flags; Folder is opendir, fdopendir, readdir and getcwd; Access is access and
-// faccessat; Clock is localtime_r and clock_nanosleep; Process is fork, pipe2 and waitpid; Thread is pthread_attr_init,
+// faccessat; Clock is localtime_r, clock_nanosleep and clock_settime; Process is fork, pipe2 and waitpid; Thread is pthread_attr_init,
 // pthread_attr_setstacksize and pthread_create; Device is isatty and ioctl.
 enum class SystemCall : unsigned int {
   Open,
@@ -77,8 +77,12 @@ class SystemCallFaults {
   // Just before the `n`-th call of that kind goes on, `function` runs: what somebody else does at that moment.
   void CallAt(SystemCall kind, unsigned long long n, std::function<void()> function);
 
-  // The `n`-th call of that kind is not made and says that it was: a device that agrees to everything.
-  void PretendAt(SystemCall kind, unsigned long long n);
+  // The `n`-th call of that kind, which is ioctl or clock_settime, is not made and says that it was: a device that agrees to
+  // everything. `answer` gets what the call was given a pointer to.
+  void PretendAt(SystemCall kind, unsigned long long n, std::function<void(void*)> answer = {});
+
+  // The next process that this thread makes can make none itself.
+  void RefuseForkOfChild(int error);
 
   // Entries of folders come without their kind, as some file systems give them.
   void HideKinds();

@@ -299,6 +299,10 @@ TEST(CFile, NothingGoesToOrFromNowhere) {
   CFile file(folder.Write("a", "abc").c_str(), CFile::modeReadWrite);
   EXPECT_EQ(file.Read(nullptr, 2), 0u);
   file.Write(nullptr, 2);
+  char byte = 'x';
+  EXPECT_EQ(file.Read(&byte, 0), 0u);
+  file.Write(&byte, 0);
+  EXPECT_EQ(byte, 'x');
   EXPECT_EQ(file.GetPosition(), 0u);
   EXPECT_EQ(folder.Read("a"), "abc");
 }

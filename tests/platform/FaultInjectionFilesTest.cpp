@@ -295,4 +295,18 @@ TEST_F(FaultInjectionFilesTest, LinksLeadNowhereWithoutAConnection) {
   EXPECT_EQ(m_files.FollowLinks(link), link);
 }
 
+TEST_F(FaultInjectionFilesTest, AFailureOfTheLayerBehindGoesBeforeTheOrderedOne) {
+  FaultInjectionFiles outer(m_files);
+  FileOpenRequest request;
+  request.path = m_path;
+  request.access = FileRights::ReadWrite;
+  const auto file = outer.Open(request, m_result);
+  m_files.FailAt(FileOperation::Write, 1, FileResult::WriteProtected);
+  outer.FailAt(FileOperation::Write, 1, FileResult::DiskFull);
+  outer.BytesBeforeFailure(2);
+  EXPECT_EQ(Write(*file, 4), FileResult::WriteProtected);
+  EXPECT_EQ(m_done, 0u);
+  EXPECT_EQ(m_folder.Read("a"), "abcdef");
+}
+
 }  // namespace

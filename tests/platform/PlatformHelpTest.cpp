@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/InChild.h"
+#include "tests/support/PseudoTerminal.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/ThisProcess.h"
 
@@ -192,6 +193,17 @@ TEST(PlatformHelp, BeepWritesNothingWhereThereIsNoTerminal) {
   EXPECT_EQ(child.Wait(), 0);
   EXPECT_EQ(child.ErrorText(), "");
   EXPECT_EQ(child.OutputText(), "");
+}
+
+TEST(PlatformHelp, BeepRingsAtATerminal) {
+  const PseudoTerminal terminal;
+  ChildProcess child([&] {
+    if (!terminal.BecomeErrors()) return 1;
+    PlatformHelp::System().Beep();
+    return 0;
+  });
+  EXPECT_EQ(child.Wait(), 0);
+  EXPECT_EQ(terminal.Read(1), "\a");
 }
 
 }  // namespace

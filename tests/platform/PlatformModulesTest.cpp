@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "tests/support/ChildProcess.h"
+#include "tests/support/InChild.h"
+#include "tests/support/RunProgram.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/ThisProcess.h"
 
 namespace {
 
@@ -139,6 +143,61 @@ TEST(PlatformModules, WhatIsNoLibraryDoesNotLoad) {
 TEST(PlatformModules, NoModuleIsTakenQuietly) {
   EXPECT_EQ(PlatformModules::System().FindExport(nullptr, "sqrt"), nullptr);
   EXPECT_NO_THROW(PlatformModules::System().Unload(nullptr));
+}
+
+TEST(PlatformModules, PathsThatMeanSomethingElseToTheLoaderDoNotLoad) {
+  const TemporaryFolder folder;
+  folder.MakeFolder("$ORIGIN");
+  std::filesystem::copy_file(MathLibrary(), folder.File("$ORIGIN/libProbe.so"));
+  PlatformModules& modules = PlatformModules::System();
+  EXPECT_EQ(modules.Load(folder.InterfacePath() + "\\$ORIGIN\\libProbe.so"), nullptr);
+  std::filesystem::copy_file(MathLibrary(), folder.File("libProbe.so"));
+  EXPECT_EQ(modules.Load(folder.InterfacePath() + std::string("\\libProbe.so\0.so", 16)), nullptr);
+}
+
+TEST(PlatformModules, RelativePathsAreOfTheRootToo) {
+  const TemporaryFolder folder;
+  folder.MakeFolder("sub");
+  std::filesystem::copy_file(MathLibrary(), folder.File("sub/libProbe.so"));
+  ExpectInChild([&] {
+    std::filesystem::current_path("/");
+    PlatformModules& modules = PlatformModules::System();
+    const ModuleHandle module = modules.Load(folder.File("sub/libProbe.so").substr(1));
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(modules.HandlePath(module), folder.InterfacePath() + "\\sub\\ProbeR.dll");
+  });
+}
+
+TEST(PlatformModules, WhereTheCurrentFolderHasGoneNothingLoads) {
+  const TemporaryFolder folder;
+  folder.MakeFolder("sub");
+  ExpectInChild([&] {
+    std::filesystem::current_path(folder.File("sub"));
+    std::filesystem::remove(folder.File("sub"));
+    EXPECT_EQ(PlatformModules::System().Load("libProbe.so"), nullptr);
+  });
+}
+
+// This test started once more from a copy of the program, which it removes when `removes` says so.
+void ExpectPathFromCopy(const char* name, bool removes) {
+  const TemporaryFolder folder;
+  const std::string copy = folder.File(name);
+  std::filesystem::copy_file(OwnPath(), copy);
+  const EnvironmentVariable variable("ZELBASE_TEST_COPY", removes ? "removed" : "kept");
+  const ProgramResult result = RunProgram(copy, {"--gtest_filter=PlatformModules.AProgramThatWasRemovedKeepsItsName"});
+  EXPECT_EQ(result.exitCode, 0) << name << result.output << result.errors;
+}
+
+TEST(PlatformModules, AProgramThatWasRemovedKeepsItsName) {
+  if (const char* const copy = std::getenv("ZELBASE_TEST_COPY")) {
+    const std::string path = OwnPath();
+    if (copy == std::string("removed")) ASSERT_TRUE(std::filesystem::remove(path));
+    EXPECT_EQ(PlatformModules::System().ProgramPath(), InterfaceForm(path) + ".exe");
+    return;
+  }
+  ExpectPathFromCopy("probe", true);
+  ExpectPathFromCopy("probe (deleted)", true);
+  ExpectPathFromCopy("probe (deleted)", false);
 }
 
 }  // namespace

@@ -761,6 +761,37 @@ TEST(SimulatedClock, ARunToNowWaitsForAnActionOfAnother) {
   other.join();
 }
 
+TEST(SimulatedClock, AMovementWaitsForAnActionOfAnother) {
+  SimulatedClock clock;
+  const int mover = ThisThread();
+  std::atomic<bool> begun{false};
+  std::atomic<bool> done{false};
+  clock.At(10.0, [&] {
+    begun = true;
+    AwaitWaiting(mover);
+    done = true;
+  });
+  std::thread other([&] { clock.Advance(10.0); });
+  while (!begun) std::this_thread::yield();
+  clock.Advance(5.0);
+  EXPECT_TRUE(done);
+  other.join();
+  EXPECT_EQ(clock.Elapsed(), 15.0);
+}
+
+TEST(SimulatedClock, AnEventThatIsSetAgainBeforeTheSleeperIsUpWakesItOnce) {
+  SimulatedClock clock;
+  PlatformEvent event(PlatformEvent::Mode::AutoReset);
+  clock.At(10.0, [&] {
+    event.Set();
+    event.Set();
+  });
+  clock.LetRunUntil(100.0);
+  EXPECT_TRUE(clock.Wait(event, 50));
+  EXPECT_EQ(clock.Elapsed(), 10.0);
+  EXPECT_FALSE(event.TryWait());
+}
+
 // The destructors of what belongs to a thread have run by then, and the clock that they tell keeps nobody for them.
 TEST(SimulatedClock, ASleepAtTheEndOfTheProcessIsOneOfNobody) {
   ExpectInChild(

@@ -1,6 +1,7 @@
 // A terminal without a device, for tests of what opens serial lines.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 // Both ends live as long as this. Not copyable.
@@ -14,6 +15,12 @@ class PseudoTerminal {
 
   // Path of the node that opens as a terminal.
   const std::string& Path() const { return m_path; }
+
+  // Makes the terminal this process's standard error; false when that fails.
+  bool BecomeErrors() const;
+
+  // What comes out of the terminal at once, `size` bytes at most; waits for the first.
+  std::string Read(std::size_t size) const;
 
  private:
   int m_descriptor;

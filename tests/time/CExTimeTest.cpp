@@ -1045,4 +1045,44 @@ TEST_F(CExTimeTest, LockIsReentrantForItsOwner) {
   EXPECT_TRUE(time.AdjustRTC());
 }
 
+// --- A clock with a calendar of its own -------------------------------------------------------------------------------
+
+class OwnCalendar : public HandClock {
+ public:
+  bool LocalTime(long long, CalendarTime& calendar) override {
+    calendar = local;
+    return true;
+  }
+  bool FromLocalTime(const CalendarTime&, long long&) override { return false; }
+
+  CalendarTime local;
+};
+
+TEST_F(CExTimeTest, OleDateOfALocalTimeThatIsNoDateIsInvalid) {
+  OwnCalendar own;
+  const PlatformOverride<PlatformClock> ownInForce(own);
+  const auto statusOf = [&](int year, int month, int day) {
+    own.local.year = year;
+    own.local.month = month;
+    own.local.day = day;
+    return time.ConvertToOleTime(0.0).m_status;
+  };
+  EXPECT_EQ(statusOf(2024, 2, 29), COleDateTime::valid);
+  EXPECT_EQ(statusOf(2024, 2, 30), COleDateTime::invalid);
+  EXPECT_EQ(statusOf(2023, 2, 29), COleDateTime::invalid);
+  EXPECT_EQ(statusOf(2024, 1, 0), COleDateTime::invalid);
+  EXPECT_EQ(statusOf(9999, 11, 31), COleDateTime::invalid);
+  EXPECT_EQ(statusOf(99, 1, 1), COleDateTime::invalid);
+  EXPECT_EQ(time.ConvertToOleTime(0.0).m_dt, 0.0);
+}
+
+TEST_F(CExTimeTest, OleDateThatTheClockCannotPlaceGivesZero) {
+  OwnCalendar own;
+  const PlatformOverride<PlatformClock> ownInForce(own);
+  COleDateTime date;
+  date.m_dt = 36526.0;
+  date.m_status = COleDateTime::valid;
+  EXPECT_EQ(time.ConvertOleTime(date), 0.0);
+}
+
 }  // namespace

