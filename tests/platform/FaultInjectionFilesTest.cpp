@@ -296,7 +296,8 @@ TEST_F(FaultInjectionFilesTest, LinksLeadNowhereWithoutAConnection) {
 }
 
 TEST_F(FaultInjectionFilesTest, AFailureOfTheLayerBehindGoesBeforeTheOrderedOne) {
-  FaultInjectionFiles outer(m_files);
+  PlatformFiles& inner = m_files;
+  FaultInjectionFiles outer(inner);
   FileOpenRequest request;
   request.path = m_path;
   request.access = FileRights::ReadWrite;
