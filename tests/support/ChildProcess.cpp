@@ -117,6 +117,7 @@ void ChildProcess::Start(const std::function<int(Turns&)>& body, Ending ending) 
       ::close(descriptor);
     }
     Turns turns(line.second);
+    if (&__llvm_profile_write_file != nullptr) ::signal(SIGABRT, [](int) { __llvm_profile_write_file(); });
     End(RunBody(body, turns), ending);
   }
   for (const int descriptor : {line.second, output.second, error.second}) ::close(descriptor);
