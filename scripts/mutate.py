@@ -16,8 +16,8 @@ import json
 import os
 import pickle
 import re
-import resource
 import shlex
+import shutil
 import signal
 import subprocess
 import sys
@@ -33,10 +33,10 @@ ROOT = Path(__file__).resolve().parent.parent
 CLEAN = ROOT / "build/mutants/clean"
 NOTICED_ENOUGH = 0.9
 QUICK_SECONDS = 0.5         # of tests in the first batch of a mutant
-SLOW_SECONDS = 1.0          # of the processor: a test that takes longer is left out, but for --patient; so fewer are noticed, not more
+SLOW_SECONDS = 2.0          # of the processor: a test that takes longer is left out, but for --patient; so fewer are noticed, not more
 SHORT_SECONDS = 0.1         # of a test that runs against every survivor
 BUSY = 20                   # how much longer a second of the processor may take on a busy machine
-MEMORY = 8 << 30            # of one test program, in bytes
+MEMORY = 4 << 30            # of one test program, in bytes
 BIGGEST_FILE = 6 << 30      # that it may write, in bytes
 COMPARISONS = {"<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="], ">=": [">", "<"], "==": ["!="], "!=": ["=="]}
 EXCHANGED = {"+": ["-"], "-": ["+"], "&&": ["||"], "||": ["&&"], "+=": ["-="], "-=": ["+="]}
@@ -94,6 +94,7 @@ struct Tracer : testing::EmptyTestEventListener {
 [[maybe_unused]] const bool g_traced = [] {
   const char* const path = std::getenv("ZELBASE_MUTANT_TRACE");
   if (path != nullptr) testing::UnitTest::GetInstance()->listeners().Append(new Tracer(path));
+  unsetenv("ZELBASE_MUTANT_TRACE");
   return path != nullptr;
 }();
 }
@@ -663,16 +664,11 @@ class Folder:
       if trace is not None:
         environment["ZELBASE_MUTANT_TRACE"] = str(trace)
 
-      def limit():
-        cpu = int(seconds) + 2
-        resource.setrlimit(resource.RLIMIT_CPU, (cpu, cpu + 1))
-        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
-        resource.setrlimit(resource.RLIMIT_FSIZE, (BIGGEST_FILE, BIGGEST_FILE))
-        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-
-      log = (self.build / "last.log").open("wb")
-      process = subprocess.Popen([str(self.program), f"--gtest_flagfile={flags}"], cwd=work, env=environment, stdout=log,
-                                 stderr=log, stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=limit)
+      cpu = int(seconds) + 2
+      limits = ["prlimit", f"--cpu={cpu}:{cpu + 1}", f"--as={MEMORY}", f"--fsize={BIGGEST_FILE}", "--core=0"]
+      log = (Path(place) / "log").open("wb")
+      process = subprocess.Popen(limits + [str(self.program), f"--gtest_flagfile={flags}"], cwd=work, env=environment, stdout=log,
+                                 stderr=log, stdin=subprocess.DEVNULL, start_new_session=True)
       try:
         return process.wait(timeout=BUSY * seconds + 60) == 0
       except subprocess.TimeoutExpired:
@@ -684,6 +680,8 @@ class Folder:
           pass
         process.wait()
         log.close()
+        if trace is not None or tests == ["*"]:
+          shutil.copy(Path(place) / "log", self.build / "last.log")
 
   # Notes which test comes by which places. Tests that an earlier run saw to be slow are not asked again.
   def clean_run(self):
@@ -748,7 +746,7 @@ def main():
   parser.add_argument("count", nargs="?", type=int, default=300)
   parser.add_argument("--survivors", action="store_true", help="those only that the last run did not see noticed")
   parser.add_argument("--one", type=int, help="this mutant only, all tests that are not long, with their output")
-  parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 1, help="compilers at a time")
+  parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 1, help="compilers, and test programs, at a time")
   parser.add_argument("--build", action="store_true", help="compiles only")
   parser.add_argument("--patient", action="store_true", help="with the tests that take more than a second, too")
   options = parser.parse_args()
@@ -772,14 +770,14 @@ def main():
   before = set(map(tuple, json.loads(results.read_text()))) if options.survivors and results.exists() else None
   print(f"  the tests take {sum(folder.cost.values()):.1f} s; {len(chosen)} mutants", flush=True)
   survivors, begun = [], time.time()
-  for at, place in enumerate(chosen, 1):
-    if before is not None and place.key() not in before:
-      continue
-    if not folder.noticed(place):
-      survivors.append(place)
-      print(f"  survived: {place.file}:{place.line}  {place.was} -> {place.becomes}", flush=True)
-    if at % 50 == 0:
-      print(f"  {at} of {len(chosen)}, {time.time() - begun:.0f} s", flush=True)
+  asked = [p for p in chosen if before is None or p.key() in before]
+  with ThreadPoolExecutor(folder.jobs) as pool:
+    for at, (place, noticed) in enumerate(zip(asked, pool.map(folder.noticed, asked)), 1):
+      if not noticed:
+        survivors.append(place)
+        print(f"  survived: {place.file}:{place.line}  {place.was} -> {place.becomes}", flush=True)
+      if at % 50 == 0:
+        print(f"  {at} of {len(asked)}, {time.time() - begun:.0f} s", flush=True)
   results.write_text(json.dumps([p.key() for p in survivors]))
   reasons = folder.explained()
   explained = [p for p in survivors if p.key() in reasons]
