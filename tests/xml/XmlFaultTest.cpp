@@ -76,10 +76,14 @@ TEST(XmlFault, TheFirstFaultOfATagIsTheOneReported) {
   EXPECT_EQ(ReportOf("<a b=1 c=\"&bad;>", read).fault, XmlFault::AttributeWithoutQuotes);
 }
 
-TEST(XmlFaultLong, NamesThatAreTooLongAreReported) {
+TEST(XmlFault, NamesThatAreTooLongAreReported) {
   bool read = true;
   EXPECT_EQ(ReportOf("<a " + std::string(64u * 1024 * 1024 + 1, 'n') + "=\"\"/>", read).fault, XmlFault::AttributeNamesTooLong);
   EXPECT_FALSE(read);
+}
+
+TEST(XmlFaultLong, NamesAsLongAsTheyMayBeAreRead) {
+  bool read = false;
   EXPECT_EQ(ReportOf("<a " + std::string(64u * 1024 * 1024, 'n') + "=\"\"/>", read).fault, XmlFault::None);
   EXPECT_TRUE(read);
 }

@@ -412,6 +412,18 @@ TEST(XmlReaderLong, AMillionOpenElementsAreReadCopiedComparedWrittenAndDestroyed
   });
 }
 
+TEST(XmlReader, ATreeThatIsDeepInAnyOfItsChildrenIsDestroyedOnASmallStack) {
+  for (const char* level : {"<b>", "<c/><b>", "<c/><c/><b>"}) {
+    const std::string text = "<a>" + Repeat(level, 10000);
+    RunOnSmallStack([&] {
+      XmlElement root;
+      ASSERT_TRUE(XmlReader(root).ReadData(text.data(), static_cast<unsigned int>(text.size())));
+      root.Clear();
+      EXPECT_FALSE(root.HasElements());
+    });
+  }
+}
+
 TEST(XmlReaderLong, ADeepTreeWithManyBranchesIsDestroyedOnASmallStack) {
   const std::string text = "<a>" + Repeat("<b/>x<c>y</c><b><d/>", 100000);
   RunOnSmallStack([&] {

@@ -231,3 +231,15 @@ TEST(XmlWriter, ADiskThatFillsUpIsFalse) {
   files.Reset();
   EXPECT_TRUE(XmlWriter(root).WriteFile(folder.File("tree.xml").c_str()));
 }
+
+TEST(XmlWriter, AWriteThatFailsOnceEndsTheWriting) {
+  const TemporaryFolder folder;
+  XmlElement root("a");
+  root.SetText(std::string(300000, 'x'));  // several buffers full
+  FaultInjectionFiles files;
+  const PlatformOverride<PlatformFiles> guard(files);
+  files.FailAt(FileOperation::Write, 2);
+  EXPECT_FALSE(XmlWriter(root).WriteFile(folder.File("tree.xml").c_str()));
+  EXPECT_EQ(files.FaultsGiven(), 1u);
+  EXPECT_LE(folder.Read("tree.xml").size(), 65536u);  // one buffer, and nothing behind the gap
+}
