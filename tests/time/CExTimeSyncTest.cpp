@@ -640,6 +640,18 @@ TEST_F(CExTimeSyncLife, ExitDoesNotWaitForTheNextComparison) {
       ::testing::ExitedWithCode(0), "");
 }
 
+TEST_F(CExTimeSyncLife, ExitWaitsForTheThreadToEnd) {
+  EXPECT_EXIT(
+      {
+        // Runs behind the end of the discipline, which was made later.
+        std::atexit([] { Insist((Sync().*Find(Thread{})) == nullptr, "the thread has ended and is gone"); });
+        const CExTime first;
+        Insist((Sync().*Find(Thread{})) != nullptr, "there is a thread");
+        std::exit(0);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
 TEST_F(CExTimeSyncLife, ThreadOfTheProcessTracksTheWallClock) {
   EXPECT_EXIT(
       {
