@@ -505,6 +505,53 @@ TEST(Error, CopiesMadeInsideCopyAreCompleteToo) {
   EXPECT_EQ(ProbeError::Alive(), before);
 }
 
+// Ends what it is told to while it is copied: a copy of its first cause, which is some error's cause for a moment; an error without
+// causes; and one that was copied whole before.
+class Wasteful : public ProbeError {
+ public:
+  using ProbeError::ProbeError;
+  Error* Copy() const override {
+    auto* const copy = new Wasteful(*this);
+    ProbeError holder(100);
+    if (wastesCause) {
+      holder.AddCause(GetCause(0));
+      holder.ClearCauses();
+    }
+    if (wastesPlain) static_cast<void>(ProbeError(101));
+    former.reset();
+    return copy;
+  }
+  bool wastesCause = false;
+  bool wastesPlain = false;
+  static inline std::unique_ptr<ProbeError> former;
+};
+
+// The causes of the errors before and behind the wasteful one must not stay those of the original.
+TEST(Error, CopiesThatEndInsideCopyLeaveTheOthersComplete) {
+  for (int way = 0; way < 3; ++way) {
+    const int before = ProbeError::Alive();
+    {
+      ProbeError root(1);
+      auto* const wasteful = new Wasteful(3);
+      wasteful->wastesCause = way == 0;
+      wasteful->wastesPlain = way == 1;
+      if (way == 2) Wasteful::former = std::make_unique<ProbeError>(*MakeChain(3));
+      for (Error* const cause : {static_cast<Error*>(new ProbeError(2)), static_cast<Error*>(wasteful)}) {
+        cause->AddCause(MakeChain(3).release());
+        root.AddCause(cause);
+      }
+      const ProbeError copy(root);
+      ASSERT_EQ(copy.NumCauses(), 2);
+      for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(DepthOf(copy.GetCause(i)), 4) << way;
+        EXPECT_NE(&copy.GetCause(i).GetCause(0), &root.GetCause(i).GetCause(0)) << way << ' ' << i;
+        EXPECT_NE(&copy.GetCause(i).GetCause(0).GetCause(0), &root.GetCause(i).GetCause(0).GetCause(0)) << way << ' ' << i;
+      }
+    }
+    EXPECT_EQ(ProbeError::Alive(), before) << way;
+  }
+}
+
 // Copies to nothing, or not at all.
 class Unwilling : public ProbeError {
  public:
@@ -550,6 +597,40 @@ TEST(Error, CopyThatThrowsLeavesNothingBehind) {
     EXPECT_NE(&copy.GetCause(0), &chain->GetCause(0));
   }
   EXPECT_EQ(ProbeError::Alive(), before);
+}
+
+// Keeps a copy of itself, and then throws.
+class Keeping : public ProbeError {
+ public:
+  using ProbeError::ProbeError;
+  Error* Copy() const override {
+    kept = std::make_unique<ProbeError>(*this);
+    throw std::runtime_error("no copy");
+  }
+  static inline std::unique_ptr<ProbeError> kept;
+};
+
+TEST(Error, CopyKeptFromACopyingThatThrewIsLeftAloneByTheNext) {
+  {
+    ProbeError error(1);
+    auto* const keeping = new Keeping(2);
+    keeping->AddCause(new ProbeError(3));
+    error.AddCause(keeping);
+    EXPECT_THROW(ProbeError{error}, std::runtime_error);
+  }
+  ASSERT_NE(Keeping::kept, nullptr);
+  ASSERT_EQ(Keeping::kept->NumCauses(), 1);
+  const Error* const cause = &Keeping::kept->GetCause(0);
+  EXPECT_EQ(cause->Signature(), 3u);
+  const ProbeError copy(*MakeChain(2));
+  EXPECT_EQ(&Keeping::kept->GetCause(0), cause);
+  Keeping::kept.reset();
+}
+
+TEST(Error, CopyOfADeepChainTakesNoStack) {
+  const auto chain = MakeChain(100000);
+  const ProbeError copy(*chain);
+  EXPECT_EQ(DepthOf(copy), 100000);
 }
 
 TEST(Error, CauseWhoseSignatureThrowsIsFreed) {

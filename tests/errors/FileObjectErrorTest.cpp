@@ -78,7 +78,9 @@ TEST(FileObjectError, CopyAndAssignmentKeepEverything) {
   EXPECT_EQ(copy->ID(), error.ID());
 
   FileObjectError other("x", "y", FileObjectError::SectionNotFound);
+  ASSERT_NE(other.ID(), error.ID());
   other = error;
+  EXPECT_EQ(other.ID(), error.ID());
   EXPECT_EQ(other.Format(), error.Format());
   EXPECT_EQ(other.Details(), kFile);
   EXPECT_EQ(other.Signature(), error.Signature());

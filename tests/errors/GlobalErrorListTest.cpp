@@ -275,6 +275,25 @@ TEST_F(GlobalList, LockIsReentrant) {
   EXPECT_EQ(m_list.NumErrors(true), 2);
 }
 
+TEST_F(GlobalList, LockKeepsOthersOutUntilUnlock) {
+  m_list.Lock();
+  std::atomic<bool> started{false};
+  std::atomic<bool> inserted{false};
+  std::thread other([&] {
+    started = true;
+    m_list.Insert(ProbeError(1), "a");
+    inserted = true;
+  });
+  while (!started) std::this_thread::yield();
+  for (int i = 0; i < 1000; ++i) {
+    std::this_thread::yield();
+    EXPECT_FALSE(inserted);
+  }
+  m_list.Unlock();
+  other.join();
+  EXPECT_EQ(m_list.NumErrors(true), 1);
+}
+
 TEST_F(GlobalList, SetLogFileNameDoesNothing) {
   m_list.SetLogFileName("C:\\log.txt");
   m_list.SetLogFileName("");
@@ -461,6 +480,27 @@ TEST_F(GlobalList, WhatLeavesTheListLivesUntilTheReportersHaveBeenCalled) {
   EXPECT_EQ(m_list.NumErrors(true), 0);
   EXPECT_EQ(formats, "probe 1;probe 1;");
   EXPECT_EQ(ProbeError::Alive(), before + 2);
+}
+
+TEST_F(GlobalList, ClearedErrorsLiveUntilTheReportersHaveBeenCalled) {
+  const int before = ProbeError::Alive();
+  m_list.Insert(ProbeError(1, 10), "a").Insert(ProbeError(2, 10), "b");
+  int alive = 0;
+  const Listener clearing([&](const Error&) { m_list.Clear(); });
+  const Listener counting([&](const Error&) { alive = ProbeError::Alive() - before; });
+  m_list.Insert(ProbeError(3, 10), "b");
+  EXPECT_EQ(alive, 4);  // the caller's, and the three that were stored
+  EXPECT_EQ(ProbeError::Alive(), before);
+}
+
+TEST_F(GlobalList, OldestOfAFullListLivesUntilTheReportersHaveBeenCalled) {
+  const int before = ProbeError::Alive();
+  for (unsigned int i = 0; i < 250; ++i) m_list.Insert(ProbeError(i, i), "a");
+  int alive = 0;
+  const Listener counting([&](const Error&) { alive = ProbeError::Alive() - before; });
+  m_list.Insert(ProbeError(250, 250), "a");
+  EXPECT_EQ(alive, 252);  // the caller's, the 250 in the list, and the one that has left it
+  EXPECT_EQ(ProbeError::Alive(), before + 250);
 }
 
 TEST_F(GlobalList, CauseOfAStoredErrorMayBeInserted) {
@@ -719,6 +759,17 @@ TEST(GlobalErrorListAtExit, LateReportsAreDroppedInSilence) {
       ChildProcess::Ending::Full);
   EXPECT_EQ(child.Wait(), 0) << child.ErrorText();
   EXPECT_EQ(child.OutputText(), "0 1 0 Error opening \"late.ini\".\n");
+}
+
+// In a process of its own, in which nobody has used the list before.
+TEST(GlobalErrorListFirstUse, StartsWithGeneralAsItsCurrentContext) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto use = [] {
+    GlobalErrorList& list = GlobalErrorList::Get();
+    std::fprintf(stderr, "first: %s %d\n", list.CurrentContext().c_str(), list.NumErrors(true));
+    std::exit(0);
+  };
+  EXPECT_EXIT(use(), testing::ExitedWithCode(0), "first: General 0");
 }
 
 TEST(GlobalErrorListAtExit, ListFirstUsedAtTheEndIsWell) {
