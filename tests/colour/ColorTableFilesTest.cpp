@@ -281,6 +281,21 @@ TEST(ColorTableFiles, AMissingDredgeColourIsBlackAndAMissingNumberStays) {
   EXPECT_TRUE(table.HasDredgeDiffSection());
 }
 
+TEST(ColorTableFiles, WithoutADredgeSectionEverythingOfDredgingStays) {
+  ColorTable table;
+  table.SetUnderDredgeColorRange(1, 2, 3);
+  table.SetInTolColorRange(4, 5, 6);
+  table.SetOverDredgeColorRange(7, 8, 9);
+  EXPECT_TRUE(table.FileOpen(SettingsOf("[Colors]\nALowColor=1,2,3\n")));
+  const SecondColorTable second(table);
+  EXPECT_EQ(second.under.min, 1u);
+  EXPECT_EQ(second.under.max, 2u);
+  EXPECT_EQ(second.tolerance.min, 4u);
+  EXPECT_EQ(second.tolerance.max, 5u);
+  EXPECT_EQ(second.over.min, 7u);
+  EXPECT_EQ(second.over.max, 8u);
+}
+
 TEST(ColorTableFiles, OpeningNeverThrowsThoughTheSettingsDo) {
   const std::string texts[] = {"",
                                "[Values]\n",

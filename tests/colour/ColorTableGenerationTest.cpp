@@ -56,8 +56,8 @@ TEST(ColorTableGeneration, AWholeThirdArgumentIsACount) {
   EXPECT_EQ(ValuesOf(table), (Values{0, 10}));
   table.SetRange(0.0, 10.0, 7, kBlue, kRed);
   EXPECT_EQ(ValuesOf(table), (Values{0, 2, 4, 6, 8, 10}));
-  table.SetRangeRGB(0.0, 10.0, 7, kBlue, kRed);
-  EXPECT_EQ(table.NumEntries(), 6);
+  table.SetRangeRGB(0.0, 10.0, 12, kBlue, kRed);
+  EXPECT_EQ(ValuesOf(table), (Values{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
   table.SetRangeRGB3(0.0, 10.0, 7, kBlue, kGreen, kRed);
   EXPECT_EQ(table.NumEntries(), 5);
 }
@@ -361,6 +361,10 @@ TEST(ColorTableGeneration, ARunMakesNoMoreThanItsBound) {
   table.SetRangeRGB3(0.0, 65536.0, 1.0, 0u, kRed, kWhite);
   EXPECT_EQ(table.NumEntries(), ColorTable::MOST_RUN_ENTRIES);
   table.SetRangeRGB3(0.0, 65537.0, 1.0, 0u, kRed, kWhite);
+  EXPECT_EQ(table.NumEntries(), 0);
+  table.SetRange(0.0, 65535.0, 1.0, kRed, kBlue);
+  EXPECT_EQ(table.NumEntries(), ColorTable::MOST_RUN_ENTRIES);
+  table.SetRange(0.0, 65536.0, 1.0, kRed, kBlue);
   EXPECT_EQ(table.NumEntries(), 0);
   table.SetRange(0.0, 1.0, 1e-300, kRed, kBlue);
   EXPECT_EQ(table.NumEntries(), 0);

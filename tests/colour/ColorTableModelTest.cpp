@@ -169,6 +169,8 @@ TEST(ColorModel, HueToChannelRisesStaysAndFalls) {
   EXPECT_EQ(OpenColorTable::Hue_2_RGB(0.2, 1, 0.75), 0.2);
   EXPECT_EQ(OpenColorTable::Hue_2_RGB(0, 1, -0.75), 1.0);
   EXPECT_EQ(OpenColorTable::Hue_2_RGB(0, 1, 1.25), 1.0);
+  // The end of the circle is no part of its beginning, where an infinity would make 0 times infinity.
+  EXPECT_EQ(OpenColorTable::Hue_2_RGB(0.25, std::numeric_limits<double>::infinity(), 1), 0.25);
 }
 
 // --- The rainbow ---------------------------------------------------------------------------------------------------
