@@ -157,8 +157,9 @@ class Finder:
       return
     children = list(cursor.get_children())
     bodies = [c for c in children if c.kind == K.COMPOUND_STMT]
-    if not bodies or cursor.extent.start.file.name != bodies[-1].extent.start.file.name:
-      return
+    begin = cursor.extent.start.file
+    if not bodies or begin is None or begin.name != bodies[-1].extent.start.file.name:
+      return  # a macro wrote it, or a part of it
     head = self.source(cursor, cursor.extent.start.offset, bodies[-1].extent.start.offset)
     if re.search(r"\b(constexpr|consteval)\b", head):
       return

@@ -154,10 +154,22 @@ TEST(CRCChecksum, NullBlockAddsNothing) {
 
 TEST(CRCChecksum, PortableWayIsAlwaysThere) {
   EXPECT_TRUE(HasCrc32Way(Crc32Way::Portable));
+  EXPECT_FALSE(HasCrc32Way(static_cast<Crc32Way>(3)));
   if (HasCrc32Way(Crc32Way::Fold512)) {
     EXPECT_TRUE(HasCrc32Way(Crc32Way::Fold128));
   }
 }
+
+#if defined(__x86_64__) && defined(__GNUC__)
+TEST(CRCChecksum, TheFoldingWaysAreThereOnProcessorsThatHaveTheirInstructions) {
+  __builtin_cpu_init();
+  const bool has128 = __builtin_cpu_supports("pclmul") != 0 && __builtin_cpu_supports("sse4.1") != 0;
+  const bool has512 = has128 && __builtin_cpu_supports("vpclmulqdq") != 0 && __builtin_cpu_supports("avx512f") != 0 &&
+                      __builtin_cpu_supports("avx512vl") != 0;
+  EXPECT_EQ(HasCrc32Way(Crc32Way::Fold128), has128);
+  EXPECT_EQ(HasCrc32Way(Crc32Way::Fold512), has512);
+}
+#endif
 
 // A way that the processor does not have falls back on the tables, so each of these holds on every machine.
 class EachWay : public testing::TestWithParam<Crc32Way> {};

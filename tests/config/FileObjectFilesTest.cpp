@@ -89,6 +89,15 @@ TEST_F(FileObjectFiles, AFailedOpenHasEmptiedTheObjectAndItsName) {
   EXPECT_EQ(OnlyError(), "Store: Error opening \"" + missing + "\". " + missing);
 }
 
+TEST_F(FileObjectFiles, ACopyReportsUnderTheContextOfItsSource) {
+  FileObject settings;
+  settings.SetErrorContext("Store");
+  FileObject copy(settings);
+  const std::string missing = folder.File("none.ini");
+  EXPECT_FALSE(copy.FileOpen(missing, kRead));
+  EXPECT_EQ(OnlyError(), "Store: Error opening \"" + missing + "\". " + missing);
+}
+
 TEST_F(FileObjectFiles, AnEmptyNameIsStatus8AndNotReported) {
   FileObject settings = Sample();
   EXPECT_FALSE(settings.FileOpen("", kRead));

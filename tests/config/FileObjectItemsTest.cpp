@@ -78,6 +78,19 @@ TEST(FileObjectItems, OnlyTheFrontHasToParse) {
   EXPECT_EQ(Read<double>("inf", -9), -9);
 }
 
+TEST(FileObjectItems, OneDigitIsANumberOfEveryType) {
+  FileObject settings;
+  settings.SetItem("A", "k", "7", true);
+  const auto reads = [&settings](auto value) { return settings.GetItem("A", "k", value) && value == 7; };
+  EXPECT_TRUE(reads(0));
+  EXPECT_TRUE(reads(0u));
+  EXPECT_TRUE(reads(0L));
+  EXPECT_TRUE(reads(0LL));
+  EXPECT_TRUE(reads(0ULL));
+  EXPECT_TRUE(reads(0.0f));
+  EXPECT_TRUE(reads(0.0));
+}
+
 TEST(FileObjectItems, WholeNumbersBeyondTheirTypeWrap) {
   EXPECT_EQ(Read<int>("4294967297", -9), 1);
   EXPECT_EQ(Read<unsigned int>("-1", 9U), 4294967295U);

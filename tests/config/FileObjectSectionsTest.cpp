@@ -183,6 +183,16 @@ TEST(FileObjectSections, ACopyHasAllButTheChecksum) {
   EXPECT_EQ(settings.GetNumSections(), 2);
 }
 
+TEST(FileObjectSections, AfterALookForAMissingSectionNoItemIsNext) {
+  const FileObject settings = Read("[A]\nk=1\nl=2\n");
+  FobjSection cursor;
+  std::string key, value;
+  EXPECT_TRUE(settings.GetFirstMapEntry(cursor, "A", key, value));
+  EXPECT_FALSE(settings.GetFirstMapEntry(cursor, "none", key, value));
+  EXPECT_FALSE(settings.GetNextMapEntry(cursor, key, value));
+  EXPECT_EQ(key, "");
+}
+
 TEST(FileObjectSections, ACopyIsIndependent) {
   FileObject settings = Read("[A]\nk=1\n");
   FileObject copy;

@@ -11,6 +11,24 @@ namespace {
 
 using zelbase::detail::ItemMap;
 
+// How far the value of the last key stands behind that of "a", which was written first: all that lies between is in the buffer, too.
+std::ptrdiff_t DistanceOf(const ItemMap& items, const std::string& last = "b") {
+  std::string_view a;
+  std::string_view b;
+  EXPECT_TRUE(items.Find("a", a));
+  EXPECT_TRUE(items.Find(last, b));
+  return b.data() - a.data();
+}
+
+// Values that outgrow their room again and again.
+void ExpectRoomIsBounded(ItemMap& items) {
+  items.Set("a", "1");
+  for (std::ptrdiff_t size = 1; size <= 1000; ++size) {
+    items.Set("b", std::string(static_cast<std::size_t>(size), 'x'));
+    ASSERT_LE(DistanceOf(items), 2 * size + 8192) << size;
+  }
+}
+
 // The size is looked at before the text: nothing reads beyond the one byte that there is.
 TEST(SettingsMap, AValueOfFourGibibytesIsRefusedAndChangesNothing) {
   ItemMap items;
@@ -24,6 +42,32 @@ TEST(SettingsMap, AValueOfFourGibibytesIsRefusedAndChangesNothing) {
   EXPECT_EQ(value, "former");
   EXPECT_TRUE(items.Find("k", value));
   EXPECT_EQ(value, "v");
+}
+
+// Of the buffer at most half, or a few pages, is text that nobody refers to.
+TEST(SettingsMap, OutgrownValuesAreDropped) {
+  ItemMap items;
+  ExpectRoomIsBounded(items);
+}
+
+TEST(SettingsMap, RemovedItemsAreDropped) {
+  ItemMap items;
+  items.Set("a", "1");
+  const std::string key(500, 'b'), value(500, 'x');
+  for (int i = 0; i < 1000; ++i) {
+    items.Set(key, value);
+    ASSERT_LE(DistanceOf(items, key), 2 * 1000 + 8192) << i;
+    items.Remove(key);
+  }
+}
+
+TEST(SettingsMap, WhatWasUnusedBeforeAClearCountsNoMore) {
+  ItemMap items;
+  items.Set("a", std::string(1100000, 'x'));
+  items.Set("b", std::string(1000000, 'x'));
+  EXPECT_TRUE(items.Remove("b"));
+  items.Clear();
+  ExpectRoomIsBounded(items);
 }
 
 }  // namespace

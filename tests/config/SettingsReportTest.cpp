@@ -105,6 +105,15 @@ TEST(SettingsReport, Utf16IsALoss) {
 }
 
 // Sequences of two, three and four bytes; then a front that no sequence has, one that is cut short and one without its end.
+TEST(SettingsReport, AByteOrderMarkStandsOutWhole) {
+  const SettingsReport report = Report("\xEF\xBB\xBF; about\n[A]\nk=1\n");
+  std::string text;
+  for (const SettingsFinding& finding : report.Findings()) {
+    if (finding.kind == Kind::ByteOrderMark) text = finding.text;
+  }
+  EXPECT_EQ(text, "\xEF\xBB\xBF");
+}
+
 TEST(SettingsReport, Utf8IsToldFromWindows1252ByWholeSequences) {
   for (const std::string text : {"\xC2\xB0", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBD", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF",
                                  "\xC2\xB0\xC2\xB0", "\xC2 \xC2\xB0"}) {

@@ -270,6 +270,22 @@ TEST_F(SettingsTextEditorFiles, AFailedOpenIsQuietAndChangesNothing) {
   EXPECT_EQ(editor.Reason(), "there is no file name");
 }
 
+TEST_F(SettingsTextEditorFiles, AfterASuccessNothingIsSaidOfTheFailureBefore) {
+  const std::string name = folder.Write("a.ini", "[A]\n");
+  SettingsTextEditor editor;
+  EXPECT_FALSE(editor.FileOpen(folder.File("none")));
+  EXPECT_NE(editor.Reason(), "");
+  EXPECT_TRUE(editor.FileOpen(name));
+  EXPECT_EQ(editor.Reason(), "");
+  EXPECT_FALSE(editor.FileOpen(folder.File("none")));
+  EXPECT_NE(editor.Reason(), "");
+  EXPECT_TRUE(editor.FileSaveReplacing(name));
+  EXPECT_EQ(editor.Reason(), "");
+  EXPECT_FALSE(editor.FileOpen(folder.File("none")));
+  editor.SetText("[B]\n");
+  EXPECT_EQ(editor.Reason(), "");
+}
+
 TEST_F(SettingsTextEditorFiles, EveryFileOperationMayFail) {
   FaultInjectionFiles files;
   const PlatformOverride<PlatformFiles> guard(files);
