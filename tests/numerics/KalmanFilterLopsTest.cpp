@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -222,6 +223,33 @@ TEST(ReduceLops, AnEstimateOnTheStationOfABearingIsHeldToItsX) {
   EXPECT_EQ(fix.varY, 4);
 }
 
+TEST(ReduceLops, AnEstimateWithinRoundingOfTheStationCountsAsOnIt) {
+  // 1e-17 east of the station: seen from there the range would lie along x.
+  Lops range;
+  range.Add(kRange, 0, 0, 0.0625);
+  range.Add(kRange, 1000, 0, 1000);
+  const Fix moved = range.Reduce(1e-17, 0);
+  EXPECT_EQ(moved.status, 0);
+  EXPECT_NEAR(moved.y, 0.0625, 1e-9);
+  // And the bearing along y; on the station it goes to x, where its misclosure is that of the distance.
+  Lops bearing;
+  bearing.Add(kBearing, 0, 0, 100);
+  bearing.Add(kRange, 0, -1000, 1000);
+  const Fix held = bearing.Reduce(1e-17, 0);
+  EXPECT_EQ(held.status, 0);
+  EXPECT_NEAR(held.x, 1e-17 * (1 + 100 * 3.14159265358979 / 180), 1e-27);
+}
+
+TEST(ReduceLops, ACorrectionOfExactlyTheLimitIsTheLast) {
+  Lops lops;
+  lops.Add(kRange, 0, 0, 0.1);  // on the station: 0.1 north
+  lops.Add(kRange, 1000, 0, 1000);
+  const Fix north = lops.Reduce(0, 0);
+  EXPECT_EQ(north.status, 0);
+  EXPECT_EQ(north.y, 0.1);
+  EXPECT_EQ(north.x, 0);  // another pass would follow the bend of the second circle
+}
+
 TEST(ReduceLops, TwoEqualRangesAlongAnAxisSaySoOnceAPass) {
   Lops lops;
   lops.Add(kRange, 1000, 0, 1000);
@@ -270,13 +298,13 @@ TEST(ReduceLops, TouchesNoStateAndNoWordOfTheCallers) {
   EXPECT_EQ(lops.lops[0].variance, 1);
 }
 
-TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
-  EdgeValues values(8230);
-  Tally tally({"status 0", "status 1", "status 2", "status 3", "message", "not finite", "related stations"});
-  std::string printed;
+namespace {
+
+void ExpectAnyEntriesAsTheSecond(unsigned int seed, int rounds, const std::function<void(const std::string&)>& tally) {
+  EdgeValues values(seed);
   testing::internal::CaptureStdout();
   SecondKalmanFilter second;
-  for (int round = 0; round < kHeavyRounds; ++round) {
+  for (int round = 0; round < rounds; ++round) {
     Lops ours;
     const bool wild = values.Index(4) == 0;
     const bool related = values.Flag();
@@ -290,7 +318,7 @@ TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
         const double factor = std::array{1.0, -1.0, 2.0}[static_cast<std::size_t>(values.Index(3))];
         x = values.Near(factor * before.x);
         y = values.Near(factor * before.y);
-        tally.Count("related stations");
+        tally("related stations");
       }
       const int type = values.Index(10) == 0 ? values.Index(5) - 2 : values.Index(2);
       const double truth = type == kRange ? std::hypot(x, y) : std::fmod(std::atan2(-x, -y) * 57.29578 + 360, 360);
@@ -314,12 +342,50 @@ TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
       EXPECT_TRUE(::Same(ours.lops[i].residual, lops[i].residual)) << "round " << round;
       EXPECT_TRUE(::Same(ours.lops[i].azimuth, lops[i].azimuth)) << "round " << round;
     }
-    tally.Count("status " + std::to_string(fix.status));
-    if (second.printed.size() > before) tally.Count("message");
-    if (fix.status == 0 && !std::isfinite(fix.x)) tally.Count("not finite");
+    tally("status " + std::to_string(fix.status));
+    if (second.printed.size() > before) tally("message");
+    if (fix.status == 0 && !std::isfinite(fix.x)) tally("not finite");
     if (testing::Test::HasFailure()) break;
   }
   EXPECT_TRUE(testing::internal::GetCapturedStdout() == second.printed);
+}
+
+}  // namespace
+
+// Weights so small that a variance of the fix is beyond all numbers.
+TEST(ReduceLops, VariancesNearTheLargestGiveWhatTheSecondTranscriptionGives) {
+  EdgeValues values(8232);
+  testing::internal::CaptureStdout();
+  SecondKalmanFilter second;
+  const std::array places = {0.0, 1.0, -1.0, 1000.0, -1000.0, 2500.0};
+  const std::array variances = {1.0, 1e300, 1e308, 1.7e308};
+  int infinite = 0;
+  for (int round = 0; round < 3000; ++round) {
+    Lops ours;
+    for (int i = 2 + values.Index(3); i > 0; --i) {
+      const double x = places[static_cast<std::size_t>(values.Index(6))];
+      const double y = places[static_cast<std::size_t>(values.Index(6))];
+      ours.Add(kRange, x, y, std::hypot(x, y) + values.Between(-0.5, 0.5), variances[static_cast<std::size_t>(values.Index(4))]);
+    }
+    std::vector<LopStruct> lops = ours.lops;
+    Fix expected = kUntouchedFix;
+    expected.x = expected.y = 0;
+    second.Reduce(lops, expected);
+    const Fix fix = ours.Reduce(0, 0);
+    EXPECT_TRUE(Same(fix, expected)) << "round " << round << ": " << fix.x << ' ' << expected.x << ", status " << fix.status;
+    infinite += std::isfinite(expected.varX) ? 0 : 1;
+  }
+  EXPECT_GT(infinite, 100);
+  EXPECT_TRUE(testing::internal::GetCapturedStdout() == second.printed);
+}
+
+TEST(ReduceLops, SomeEntriesGiveWhatTheSecondTranscriptionGives) {
+  ExpectAnyEntriesAsTheSecond(8231, 2000, [](const std::string&) {});
+}
+
+TEST(ReduceLopsLong, AnyEntriesGiveWhatTheSecondTranscriptionGives) {
+  Tally tally({"status 0", "status 1", "status 2", "status 3", "message", "not finite", "related stations"});
+  ExpectAnyEntriesAsTheSecond(8230, kHeavyRounds, [&tally](const std::string& branch) { tally.Count(branch); });
 }
 
 // --- Ellipse ---------------------------------------------------------------------------------------------------------

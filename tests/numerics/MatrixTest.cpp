@@ -561,6 +561,19 @@ void ExpectInversesAsTheSecond(std::size_t n, Kind kind, std::uint32_t seed, std
   }
 }
 
+TEST(MatrixInverse, HasTheBitsOfThePlainOneAtSomeSizes) {
+  std::size_t regular = 0;
+  std::uint32_t seed = 3500;
+  for (const std::size_t n : {2u, 3u, 4u, 5u, 9u, 17u}) {
+    for (const Kind kind : kKinds) {
+      for (int round = 0; round < 6; ++round) ExpectInversesAsTheSecond(n, kind, ++seed, regular);
+    }
+  }
+  for (const std::size_t n : {48u, 65u, 130u}) ExpectInversesAsTheSecond(n, Kind::Everyday, ++seed, regular);
+  ExpectInversesAsTheSecond(50, Kind::WithNaN, ++seed, regular);
+  EXPECT_GT(regular, 100u);
+}
+
 TEST(MatrixInverseLong, HasTheBitsOfThePlainOneAtAllSmallSizes) {
   std::size_t regular = 0;
   std::uint32_t seed = 3000;
@@ -860,6 +873,16 @@ TEST(MatrixWays, ThePortableOneIsAlwaysThereAndTheFastestIsUsed) {
   EXPECT_EQ(ways.front(), KernelsOf(MatrixWay::Portable));
   EXPECT_EQ(&zelbase::detail::Kernels(), ways.back());
 }
+
+#if defined(__x86_64__) && defined(__GNUC__)
+TEST(MatrixWays, TheWideOnesAreThereOnProcessorsThatHaveTheirInstructions) {
+  __builtin_cpu_init();
+  const bool has512 =
+      __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0 && __builtin_cpu_supports("avx512dq") != 0;
+  EXPECT_EQ(KernelsOf(MatrixWay::Avx2) != nullptr, __builtin_cpu_supports("avx2") != 0);
+  EXPECT_EQ(KernelsOf(MatrixWay::Avx512) != nullptr, has512);
+}
+#endif
 
 TEST(MatrixWays, AnUnknownOneIsNotThere) { EXPECT_EQ(KernelsOf(static_cast<MatrixWay>(17)), nullptr); }
 
