@@ -131,6 +131,19 @@ TEST(TaskQueueInterleavingsLong, WhoWaitsForATaskGetsItOrHearsOfTheEnd) {
   EXPECT_GT(TryBoth([](Tasks&) {}, both, pushAndClose, 2), 500u);
 }
 
+// Both wake at once, and one finds that the other has been there first.
+TEST(TaskQueueInterleavingsLong, TwoWhoWaitBothHearOfTheEnd) {
+  const unsigned long long count = TryAllSchedules(
+      [](Scheduler& scheduler) {
+        Tasks tasks(scheduler);
+        const auto hears = [&] { scheduler.Expect(!tasks.Pop(), "there is none"); };
+        scheduler.Run({hears, hears, [&] { tasks.queue.Close(); }});
+        tasks.ExpectAllDone();
+      },
+      Grain::Operations, 1);
+  EXPECT_GT(count, 100u);
+}
+
 }  // namespace
 
 }  // namespace zelbase::detail
