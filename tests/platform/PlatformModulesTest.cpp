@@ -191,7 +191,9 @@ void ExpectPathFromCopy(const char* name, bool removes) {
 TEST(PlatformModules, AProgramThatWasRemovedKeepsItsName) {
   if (const char* const copy = std::getenv("ZELBASE_TEST_COPY")) {
     const std::string path = OwnPath();
-    if (copy == std::string("removed")) ASSERT_TRUE(std::filesystem::remove(path));
+    if (copy == std::string("removed")) {
+      ASSERT_TRUE(std::filesystem::remove(path));
+    }
     EXPECT_EQ(PlatformModules::System().ProgramPath(), InterfaceForm(path) + ".exe");
     return;
   }
