@@ -744,25 +744,9 @@ TEST(SimulatedClock, ARunToNowWaitsForWhoIsAwake) {
   worker.join();
 }
 
-TEST(SimulatedClock, ARunToNowWaitsForAnActionOfAnother) {
-  SimulatedClock clock;
-  const int runner = ThisThread();
-  std::atomic<bool> begun{false};
-  std::atomic<bool> done{false};
-  clock.At(10.0, [&] {
-    begun = true;
-    AwaitWaiting(runner);
-    done = true;
-  });
-  std::thread other([&] { clock.RunUntil(10.0); });
-  while (!begun) std::this_thread::yield();
-  clock.RunUntil(10.0);
-  EXPECT_TRUE(done);
-  other.join();
-}
-
-TEST(SimulatedClock, AMovementWaitsForAnActionOfAnother) {
-  SimulatedClock clock;
+// While another thread moves the clock on to an action at 10 ms, `move` on this thread comes back behind the action.
+template <class Move>
+void ExpectBehindAnActionOfAnother(SimulatedClock& clock, Move move) {
   const int mover = ThisThread();
   std::atomic<bool> begun{false};
   std::atomic<bool> done{false};
@@ -771,11 +755,21 @@ TEST(SimulatedClock, AMovementWaitsForAnActionOfAnother) {
     AwaitWaiting(mover);
     done = true;
   });
-  std::thread other([&] { clock.Advance(10.0); });
+  std::thread other([&] { clock.RunUntil(10.0); });
   while (!begun) std::this_thread::yield();
-  clock.Advance(5.0);
+  move();
   EXPECT_TRUE(done);
   other.join();
+}
+
+TEST(SimulatedClock, ARunToNowWaitsForAnActionOfAnother) {
+  SimulatedClock clock;
+  ExpectBehindAnActionOfAnother(clock, [&] { clock.RunUntil(10.0); });
+}
+
+TEST(SimulatedClock, AMovementWaitsForAnActionOfAnother) {
+  SimulatedClock clock;
+  ExpectBehindAnActionOfAnother(clock, [&] { clock.Advance(5.0); });
   EXPECT_EQ(clock.Elapsed(), 15.0);
 }
 
