@@ -509,6 +509,8 @@ TEST(PageClipCircle, StartOnAnEdgeIsJudgedByWhereTheArcGoes) {
   // On the left edge, above the centre: in.
   const double left = TrimAngle(std::atan2(-4.0, 3.0) / D_TO_R);
   ExpectPieces(ClipCircle(kMiddle, Point(), 5, left, 315), {{270 + kThreeFour, 315}});
+  // At the leftmost point of the circle, which touches the left edge: up and into the page.
+  ExpectPieces(ClipCircle(Page(0, -20, 20, 2000), Point(5, 1005, 0), 5, 270, 90), {{270, 90}});
 }
 
 TEST(PageClipCircle, FullCircleThatBeginsOnACrossingGivesAnEmptyPieceAndThenThoseOutside) {

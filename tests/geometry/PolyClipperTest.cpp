@@ -379,6 +379,14 @@ TEST(PolyClipper, AreaOfTwoEdgesCountsBeforeAnotherRingOnly) {
   EXPECT_EQ(before.Area(), 51.0);
 }
 
+TEST(PolyClipper, AreaOfASingleEdgeBetweenRingsIsNothing) {
+  PolyClipper clipper;
+  Feed(clipper, Square(0, 0, 1), true);
+  Feed(clipper, Flat({{10, 0}, {10, 10}}), false);
+  Feed(clipper, Square(20, 20, 1), true);
+  EXPECT_EQ(clipper.Area(), 2.0);
+}
+
 // --- Against a literal transcription ---
 
 enum class Kind { kGrid, kAnywhere, kNearSides, kThereAndBack, kWild, kEnd };
@@ -444,6 +452,20 @@ const std::vector<std::string> kBranches = {"sorted",
                                             "stopped at the next polygon",
                                             "edge that is nowhere",
                                             "polygon begins with a crossing"};
+
+TEST(PolyClipper, SomePolygonsAreClippedAsALiteralBubbleSortDoes) {
+  EdgeValues values(7410);
+  PolyClipper clipper;
+  for (int round = 0; round < 3000; ++round) {
+    const Kind kind = static_cast<Kind>(values.Index(static_cast<int>(Kind::kEnd)));
+    const Points polygon = RandomPolygon(values, kind, 16);
+    const Page page = RandomPage(values);
+    LiteralPolyClipper literal(page);
+    clipper.SetPage(page);
+    ASSERT_EQ(clipper.FillPolygon(polygon), literal.FillPolygon(polygon));
+    ASSERT_TRUE(SameRings(clipper, literal)) << "round " << round;
+  }
+}
 
 TEST(PolyClipperLong, OnePolygonIsClippedAsALiteralBubbleSortDoes) {
   EdgeValues values(7401);

@@ -247,6 +247,20 @@ void ExpectAllReached(const OffsetTally& tally) {
   EXPECT_GT(tally.flagsLost, 100);
 }
 
+TEST(ProfileFoldsAgainstAllPairs, OnSomeLinesOfEveryKind) {
+  OffsetTally tally;
+  for (unsigned int seed = 200001; seed <= 201000; ++seed) {
+    ExpectSameCuts(Generator(seed).Grid(), tally, seed);
+    ExpectSameCuts(Generator(seed).NearlyTouching(), tally, seed);
+    ExpectSameCuts(Generator(seed).Hostile(), tally, seed);
+    if (seed % 100 == 0) ExpectSameCuts(Generator(seed).Plain(200), tally, seed);
+    if (seed % 200 == 0) ExpectSameCuts(Generator(seed).Wide(), tally, seed);
+    if (HasFatalFailure()) return;
+  }
+  EXPECT_GT(tally.cuts, 100);
+  EXPECT_GT(tally.foldsKept, 100);
+}
+
 TEST(ProfileFoldsAgainstAllPairsLong, OnAGrid) {
   constexpr unsigned int kSeeds = 100000;
   OffsetTally tally;
