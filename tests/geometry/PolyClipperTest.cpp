@@ -453,34 +453,29 @@ const std::vector<std::string> kBranches = {"sorted",
                                             "edge that is nowhere",
                                             "polygon begins with a crossing"};
 
+// One random polygon on a random page. Gives what the transcription came by.
+LiteralPolyClipper::Reached ExpectClippedAsLiteral(PolyClipper& clipper, EdgeValues& values) {
+  const Kind kind = static_cast<Kind>(values.Index(static_cast<int>(Kind::kEnd)));
+  const Points polygon = RandomPolygon(values, kind, 16);
+  const Page page = RandomPage(values);
+  LiteralPolyClipper literal(page);
+  clipper.SetPage(page);
+  EXPECT_EQ(clipper.FillPolygon(polygon), literal.FillPolygon(polygon));
+  EXPECT_TRUE(SameRings(clipper, literal));
+  return literal.reached;
+}
+
 TEST(PolyClipper, SomePolygonsAreClippedAsALiteralBubbleSortDoes) {
   EdgeValues values(7410);
   PolyClipper clipper;
-  for (int round = 0; round < 3000; ++round) {
-    const Kind kind = static_cast<Kind>(values.Index(static_cast<int>(Kind::kEnd)));
-    const Points polygon = RandomPolygon(values, kind, 16);
-    const Page page = RandomPage(values);
-    LiteralPolyClipper literal(page);
-    clipper.SetPage(page);
-    ASSERT_EQ(clipper.FillPolygon(polygon), literal.FillPolygon(polygon));
-    ASSERT_TRUE(SameRings(clipper, literal)) << "round " << round;
-  }
+  for (int round = 0; round < 3000 && !HasFailure(); ++round) ExpectClippedAsLiteral(clipper, values);
 }
 
 TEST(PolyClipperLong, OnePolygonIsClippedAsALiteralBubbleSortDoes) {
   EdgeValues values(7401);
   Tally tally(kBranches);
   PolyClipper clipper;
-  for (int round = 0; round < kRandomRounds; ++round) {
-    const Kind kind = static_cast<Kind>(values.Index(static_cast<int>(Kind::kEnd)));
-    const Points polygon = RandomPolygon(values, kind, 16);
-    const Page page = RandomPage(values);
-    LiteralPolyClipper literal(page);
-    clipper.SetPage(page);
-    ASSERT_EQ(clipper.FillPolygon(polygon), literal.FillPolygon(polygon));
-    ASSERT_TRUE(SameRings(clipper, literal)) << "round " << round;
-    CountReached(tally, literal.reached);
-  }
+  for (int round = 0; round < kRandomRounds && !HasFailure(); ++round) CountReached(tally, ExpectClippedAsLiteral(clipper, values));
 }
 
 TEST(PolyClipperLong, SeveralPolygonsAreClippedAsALiteralBubbleSortDoes) {
