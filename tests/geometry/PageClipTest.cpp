@@ -511,6 +511,21 @@ TEST(PageClipCircle, StartOnAnEdgeIsJudgedByWhereTheArcGoes) {
   ExpectPieces(ClipCircle(kMiddle, Point(), 5, left, 315), {{270 + kThreeFour, 315}});
   // At the leftmost point of the circle, which touches the left edge: up and into the page.
   ExpectPieces(ClipCircle(Page(0, -20, 20, 2000), Point(5, 1005, 0), 5, 270, 90), {{270, 90}});
+  // The same point where the bottom edge goes through the centre, and so crosses the circle in the page's corner; so far up that the
+  // start lies at the very height of the centre.
+  const double far = 1e12;
+  const double leftmost = TrimAngle(std::atan2(-5.0, 0.0) / D_TO_R);
+  ExpectPieces(ClipCircle(Page(0, far, 20, far + 2000), Point(5, far, 0), 5, leftmost, 80), {{leftmost, 80}});
+}
+
+// A corner of the page lies on the circle, and rounding leaves one of its two edges beside it. One crossing is enough for the end to
+// be turned into the circle: it is then in front of the crossing, and nothing is left.
+TEST(PageClipCircle, AnEndBeyondTheCircleIsTurnedIntoItFromOneCrossingOn) {
+  const double x = 2.0 / 7.0;
+  const double y = std::sqrt(1.0 - x * x);
+  ASSERT_LT(std::sqrt(1.0 - y * y), x);
+  ASSERT_GE(std::sqrt(1.0 - x * x), y);
+  ExpectPieces(ClipCircle(Page(x, y, 10, 10), Point(), 1, 0, 360 + 10), {});
 }
 
 TEST(PageClipCircle, FullCircleThatBeginsOnACrossingGivesAnEmptyPieceAndThenThoseOutside) {
