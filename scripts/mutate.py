@@ -749,7 +749,7 @@ def main():
   parser.add_argument("--one", type=int, help="this mutant only, all tests that are not long, with their output")
   parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count() or 1, help="compilers, and test programs, at a time")
   parser.add_argument("--build", action="store_true", help="compiles only")
-  parser.add_argument("--patient", action="store_true", help="with the tests that take more than a second, too")
+  parser.add_argument("--patient", action="store_true", help="with the tests that take longer than SLOW_SECONDS, too")
   options = parser.parse_args()
   folder = Folder(options.folder, options.count)
   folder.jobs = options.jobs
