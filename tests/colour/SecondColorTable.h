@@ -375,13 +375,13 @@ inline bool SameDouble(double a, double b) {
 
 // Values that lie on entries, next to them, between them, outside, and such that are no place at all.
 inline std::vector<double> ProbesOf(const ColorTable& table) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  std::vector<double> probes = {-kInfinity, -1e308, -1, -0.0, 0.0, 1e-310, 1, 1e308, kInfinity, std::numeric_limits<double>::quiet_NaN()};
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  std::vector<double> probes = {-infinity, -1e308, -1, -0.0, 0.0, 1e-310, 1, 1e308, infinity, std::numeric_limits<double>::quiet_NaN()};
   for (int i = 0; i < table.NumEntries(); ++i) {
     const double value = table.EntryValue(i);
     probes.push_back(value);
-    probes.push_back(std::nextafter(value, -kInfinity));
-    probes.push_back(std::nextafter(value, kInfinity));
+    probes.push_back(std::nextafter(value, -infinity));
+    probes.push_back(std::nextafter(value, infinity));
     probes.push_back(value / 2 + table.EntryValue(i + 1) / 2);
   }
   return probes;

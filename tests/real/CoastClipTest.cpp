@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Printed.h"
 #include "tests/support/SourceFolder.h"
 #include "zelbase/geometry/PolyClipper.h"
 
@@ -34,6 +35,7 @@ std::vector<Polygon> Coast() {
     if (got == 0) break;
   }
   if (pipe != nullptr) pclose(pipe);
+  const CLocale locale;  // the commands write points, whatever the host's locale has
   std::vector<Polygon> polygons;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) {
