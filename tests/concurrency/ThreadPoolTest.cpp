@@ -567,9 +567,9 @@ TEST_P(ThreadPoolThreads, AnyMixOfCallsLosesNothingButWhatClearDrops) {
 INSTANTIATE_TEST_SUITE_P(Counts, ThreadPoolThreads, testing::Values(2, 4, 10));
 
 // Dispatchers that go on until they are refused, against a Close that comes at any moment, 10,000 times.
-class ThreadPoolCloses : public testing::TestWithParam<int> {};
+class ThreadPoolClosesLong : public testing::TestWithParam<int> {};
 
-TEST_P(ThreadPoolCloses, EveryTaskDispatchedAsThePoolClosesRunsOnceOrIsRefused) {
+TEST_P(ThreadPoolClosesLong, EveryTaskDispatchedAsThePoolClosesRunsOnceOrIsRefused) {
   const int dispatchers = GetParam();
   const int rounds = dispatchers == 2 ? 10000 : 2500;
   std::unique_ptr<ThreadPool> pool;
@@ -602,6 +602,6 @@ TEST_P(ThreadPoolCloses, EveryTaskDispatchedAsThePoolClosesRunsOnceOrIsRefused) 
   for (std::thread& thread : threads) thread.join();
 }
 
-INSTANTIATE_TEST_SUITE_P(Dispatchers, ThreadPoolCloses, testing::Values(1, 2, 4, 10));
+INSTANTIATE_TEST_SUITE_P(Dispatchers, ThreadPoolClosesLong, testing::Values(1, 2, 4, 10));
 
 }  // namespace
