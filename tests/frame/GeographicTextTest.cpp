@@ -436,6 +436,7 @@ bool ReadByScanf(std::string text, double& value) {
   double degrees = 0;
   double minutes = 0;
   double seconds = 0;
+  const CLocale locale;
   if (std::sscanf(text.c_str(), "%lf %lf %lf", &degrees, &minutes, &seconds) < 1) return false;
   value = minutes / 60 + degrees + seconds / 3600;
   if (hemisphere == 's' || hemisphere == 'S' || hemisphere == 'w' || hemisphere == 'W') value = -value;

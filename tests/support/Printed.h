@@ -11,17 +11,19 @@
 // Puts the calling thread into the "C" locale for a scope, whatever locale the process is in.
 class CLocale {
  public:
-  CLocale() : m_locale(newlocale(LC_ALL_MASK, "C", nullptr)), m_before(uselocale(m_locale)) {}
-  ~CLocale() {
-    uselocale(m_before);
-    freelocale(m_locale);
-  }
+  CLocale() : m_before(uselocale(Shared())) {}
+  ~CLocale() { uselocale(m_before); }
   CLocale(const CLocale&) = delete;
   CLocale& operator=(const CLocale&) = delete;
 
  private:
-  locale_t m_locale;
-  locale_t m_before;
+  // Made once: a witness may be asked a million times.
+  static locale_t Shared() {
+    static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+  }
+
+  const locale_t m_before;
 };
 
 // The C library's reading of a number in the "C" locale, whatever locale the process is in.
