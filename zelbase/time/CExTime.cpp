@@ -99,6 +99,14 @@ SYSTEMTIME ToSystemTime(const CalendarTime& calendar) {
   return result;
 }
 
+// Whether a date has read back equal. A day that its month does not have, by a clock with a calendar of its own, comes back in another.
+bool SameSecond(const SYSTEMTIME& a, const SYSTEMTIME& b) {
+  // Unreached: another year or day in the same month
+  return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay &&
+         // Unreached: another time of the same day
+         a.wHour == b.wHour && a.wMinute == b.wMinute && a.wSecond == b.wSecond;
+}
+
 // What both ways back from a Julian day begin with.
 struct JulianParts {
   long long dayInCentury;  // 0 = 1 March of the first year
@@ -380,11 +388,10 @@ void CExTime::ConvertToOleTime(double time, COleDateTime* date) const {
   CalendarTime calendar;
   if (!CurrentClock().LocalTime(WholeSeconds(time), calendar)) return;
   const SYSTEMTIME local = ToSystemTime(calendar);  // Kept: without milliseconds, so that the date reads back equal
-  if (!SystemTimeToVariantTime(local, date->m_dt)) return;
-  // A day that its month does not have, by a clock with a calendar of its own, reads back in the month beside; all else the same.
   SYSTEMTIME back;
-  VariantTimeToSystemTime(date->m_dt, back);
-  if (local.wMonth == back.wMonth) date->m_status = COleDateTime::valid;
+  // Unreached: a date that does not read back at all, since it was just made
+  if (!SystemTimeToVariantTime(local, date->m_dt) || !VariantTimeToSystemTime(date->m_dt, back)) return;
+  if (SameSecond(local, back)) date->m_status = COleDateTime::valid;
 }
 
 double CExTime::ConvertOleTime(const COleDateTime& date) const {
