@@ -11,7 +11,7 @@
 #include <new>
 #include <vector>
 
-#include "tests/sonar/AllocationFaults.h"
+#include "tests/faults/AllocationFaults.h"
 #include "tests/sonar/PingData.h"
 #include "zelbase/sonar/PingStruct.h"
 
