@@ -61,12 +61,12 @@ TEST(SettingsMap, RemovedItemsAreDropped) {
   }
 }
 
-TEST(SettingsMap, WhatWasUnusedBeforeAClearCountsNoMore) {
+TEST(SettingsMap, WhatWasUnusedBeforeAReplacementCountsNoMore) {
   ItemMap items;
   items.Set("a", std::string(1100000, 'x'));
   items.Set("b", std::string(1000000, 'x'));
   EXPECT_TRUE(items.Remove("b"));
-  items.Clear();
+  items.Replace(ItemMap());
   ExpectRoomIsBounded(items);
 }
 

@@ -151,8 +151,62 @@ TEST_F(SettingsFaultsLong, CopyingAndAssigning) {
     return pair.copy == *pair.source;
   };
   what.picture = [](Pair& pair) { return Shown(*pair.source) + Shown(pair.copy); };
-  what.afterFailure = [&](Pair& pair, RunEnd, const std::string&) { EXPECT_EQ(Shown(*pair.source), Shown(*Sample())); };
+  what.strong = true;
   FaultRuns<Pair> runs(m_folder, what);
+  runs.MemoryOnly();
+  EXPECT_GE(runs.Faults(), 4u);
+}
+
+TEST_F(SettingsFaultsLong, CopyingASection) {
+  for (const char* const present : {"[A]\nk=1\n", "[Ship]\nname=Zuiderkruis\nlength=40\n"}) {
+    for (const bool emptied : {false, true}) {
+      FaultCase<FileObject> what;
+      what.make = [&] {
+        auto settings = std::make_unique<FileObject>();
+        ReadFrom(*settings, present);
+        return settings;
+      };
+      const std::unique_ptr<FileObject> source = Sample();
+      what.run = [&](FileObject& settings) {
+        return emptied ? settings.CopySection("Ship", *source, "Ship") : settings.CopySection("Ship", *source);
+      };
+      what.picture = Shown;
+      what.strong = true;
+      FaultRuns<FileObject> runs(m_folder, what);
+      runs.MemoryOnly();
+      EXPECT_GE(runs.Faults(), 4u) << present << emptied;
+    }
+  }
+}
+
+// Enough of them for the tables to be tidied on the way, which needs memory that they can do without.
+TEST_F(SettingsFaultsLong, DeletingAndRenaming) {
+  FaultCase<FileObject> what;
+  what.make = [] {
+    auto settings = std::make_unique<FileObject>();
+    for (int i = 0; i < 60; ++i) {
+      settings->SetItem("Items", "key " + std::to_string(i), std::string(200, 'x'), true);
+      settings->SetItem("Section " + std::to_string(i), "k", i, true);
+    }
+    return settings;
+  };
+  what.run = [](FileObject& settings) {
+    for (int i = 0; i < 50; ++i) {
+      if (settings.HasSection("Section " + std::to_string(i))) settings.DeleteSection("Section " + std::to_string(i));
+      if (settings.HasKey("Items", "key " + std::to_string(i))) settings.DeleteItem("Items", "key " + std::to_string(i), false);
+    }
+    if (settings.HasSection("Section 50")) settings.RenameSection("Section 50", "Section 51");
+    std::string value;
+    return settings.GetNumSections() == 10 && settings.GetItem("Items", "key 59", value) && value == std::string(200, 'x') &&
+           settings.GetItem("Section 51", "k", value) && value == "50";
+  };
+  what.picture = Shown;
+  what.afterFailure = [](FileObject& settings, RunEnd, const std::string&) {
+    EXPECT_EQ(PictureOf(settings).size(), static_cast<std::size_t>(settings.GetNumSections()));
+    EXPECT_TRUE(settings.HasKey("Items", "key 59"));
+    EXPECT_TRUE(settings.HasSection("Section 51"));
+  };
+  FaultRuns<FileObject> runs(m_folder, what);
   runs.MemoryOnly();
   EXPECT_GE(runs.Faults(), 4u);
 }

@@ -46,9 +46,10 @@ class ZELBASE_API ZelActionList {
   // loaded. Other destructors at exit may still ask for the list.
   static ZelActionList& GetActionList();
 
-  // Both store what they are given and own it from now on. The first one of a name wins: a later one is refused without a
-  // word, is not destroyed and stays the caller's. Null is ignored. One object may have several names; one file of many
-  // actions is the normal case.
+  // Both store what they are given and own it from now on, also when memory runs out (std::bad_alloc): it is destroyed then,
+  // unless it has another name already. The first one of a name wins: a later one is refused without a word, is not
+  // destroyed and stays the caller's. Null is ignored. One object may have several names; one file of many actions is the
+  // normal case.
   void RegisterActionGroup(const std::string& group, ZelActionICreator* creator);
   void RegisterAction(const std::string& id, FileObject* file);
 

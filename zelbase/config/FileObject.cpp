@@ -27,21 +27,31 @@ FileObject::~FileObject() = default;
 
 FileObject::FileObject(const FileObject& other) : m_sections(std::make_unique<SectionMap>()) { *this = other; }
 
-// Kept: no test for self-assignment, so that assigning an object to itself empties it; callers use that.
+// All that may run out of memory comes first, so that the target is assigned whole or stays as it was.
 FileObject& FileObject::operator=(const FileObject& other) {
-  MakeEmpty();
-  m_throwExceptions = other.m_throwExceptions;
-  m_read = other.m_read;
-  m_fileName = other.m_fileName;
-  m_extraInfo = other.m_extraInfo;
-  m_errorStatus = other.m_errorStatus;
-  m_errorContext = other.m_errorContext;
-  m_sectionGeneration = other.m_sectionGeneration;
+  // Kept: an object assigned to itself ends empty; callers use that.
+  if (this == &other) {
+    MakeEmpty();
+    return *this;
+  }
+  auto sections = std::make_unique<SectionMap>();
   TableWalk walk = other.m_sections->Begin();
   while (const SectionMap::Section* const section = other.m_sections->Next(walk)) {
     // Kept: the copy has no checksum, since it belongs to the file and not to what is copied from it.
-    if (section->name != kChecksumSection) m_sections->Add(section->name).items->Merge(*section->items);
+    if (section->name != kChecksumSection) sections->Add(section->name).items->Merge(*section->items);
   }
+  std::string fileName = other.m_fileName;
+  std::string errorContext = other.m_errorContext;
+  std::vector<std::string> extraInfo = other.m_extraInfo;
+  MakeEmpty();
+  m_throwExceptions = other.m_throwExceptions;
+  m_read = other.m_read;
+  m_fileName.swap(fileName);
+  m_extraInfo.swap(extraInfo);
+  m_errorStatus = other.m_errorStatus;
+  m_errorContext.swap(errorContext);
+  m_sectionGeneration = other.m_sectionGeneration;
+  m_sections.swap(sections);
   return *this;
 }
 
@@ -170,25 +180,30 @@ bool FileObject::RenameSection(std::string oldName, std::string newName) {
   if (oldName == newName) return true;
   // Kept: the section that had the new name is replaced, not merged, and open walks are not told to start again.
   if (SectionMap::Section* const replaced = m_sections->Find(newName)) m_sections->Remove(*replaced);
-  m_sections->Rename(*m_sections->Find(oldName), newName);
+  m_sections->Rename(*m_sections->Find(oldName), std::move(newName));
   return true;
 }
 
 bool FileObject::CopySection(const std::string& section, const FileObject& source) {
-  if (!source.HasSection(section)) return false;
+  const ItemMap* const items = source.m_sections->FindItems(section);
+  if (items == nullptr) return false;
+  const ItemMap* const present = m_sections->FindItems(section);
+  ItemMap merged;
+  if (present != nullptr) merged = *present;
+  if (items != present) merged.Merge(*items);
   CreateSection(section, false);
-  if (&source != this) m_sections->FindItems(section)->Merge(*source.m_sections->FindItems(section));
+  *m_sections->FindItems(section) = std::move(merged);
   return true;
 }
 
 bool FileObject::CopySection(const std::string& section, const FileObject& source, const std::string& sourceSection) {
-  if (!source.HasSection(sourceSection)) return false;
+  const ItemMap* const items = source.m_sections->FindItems(sourceSection);
+  if (items == nullptr) return false;
+  ItemMap copy;
+  // Kept: a section copied onto itself ends empty.
+  if (items != m_sections->FindItems(section)) copy.Merge(*items);
   CreateSection(section, false);
-  // Kept: emptied before it is filled, so that a section copied onto itself ends empty.
-  ItemMap& target = *m_sections->FindItems(section);
-  target.Clear();
-  const ItemMap& items = *source.m_sections->FindItems(sourceSection);
-  if (&items != &target) target.Merge(items);
+  m_sections->FindItems(section)->Replace(std::move(copy));
   return true;
 }
 

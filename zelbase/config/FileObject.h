@@ -75,7 +75,7 @@ class ZELBASE_API FileObject {
   virtual ~FileObject();
 
   // A copy has all but the section "Checksum": the items, lines, file name, flags, status and context. Open walks over the
-  // target end. Assigning an object to itself empties it.
+  // target end. Assigning an object to itself empties it. Without memory (std::bad_alloc) the target stays as it was.
   FileObject(const FileObject& other);
   FileObject& operator=(const FileObject& other);
 
@@ -169,7 +169,7 @@ class ZELBASE_API FileObject {
   bool RenameSection(std::string oldName, std::string newName);
 
   // Writes the items of the section of that name in `source` over those here; others stay. False when `source` has no such
-  // section: then nothing is touched.
+  // section: then nothing is touched. Without memory (std::bad_alloc), neither in this form nor in the next.
   bool CopySection(const std::string& section, const FileObject& source);
 
   // The section here is emptied first, so that it ends with exactly the items of `sourceSection`. Copying a section of one

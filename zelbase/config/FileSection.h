@@ -20,6 +20,7 @@
 //
 // Copies have name and items, in a section that is made even when the source has none; the file name, extra lines, flags and
 // further sections stay behind, and the copy's walk begins anew. Assigning to itself keeps the name and leaves an empty section.
+// Without memory (std::bad_alloc) what is assigned to may be left empty.
 class ZELBASE_API FileSection : public FileObject {
  public:
   FileSection();

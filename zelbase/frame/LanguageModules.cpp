@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -77,7 +78,7 @@ std::vector<HINSTANCE> ResourceHandles() {
 }
 
 // Puts in force what the resource handles stand for, `loaded` among it. Tables whose handle is no longer anybody's go.
-void Install(LanguageTable loaded) {
+void PutInForce(LanguageTable loaded) {
   std::vector<LanguageTable> known = Installed()->Tables();
   known.push_back(std::move(loaded));
   std::vector<LanguageTable> inForce;
@@ -85,8 +86,20 @@ void Install(LanguageTable loaded) {
     const auto found = std::find_if(known.begin(), known.end(), [handle](const LanguageTable& each) { return each.handle == handle; });
     if (found != known.end()) inForce.push_back(*found);
   }
-  Installed() = std::make_shared<LanguageTableChain>(std::move(inForce));
-  InstallNumberedTexts(Installed());
+  const Chain chain = std::make_shared<LanguageTableChain>(std::move(inForce));
+  InstallNumberedTexts(chain);
+  Installed() = chain;
+}
+
+// `resource` is the handle that looks texts up, which becomes that of `loaded`. Without memory nothing is changed.
+void Install(LanguageTable loaded, HINSTANCE& resource) {
+  const HINSTANCE before = std::exchange(resource, loaded.handle);
+  try {
+    PutInForce(std::move(loaded));
+  } catch (const std::bad_alloc&) {
+    resource = before;
+    throw;
+  }
 }
 
 }  // namespace
@@ -96,8 +109,7 @@ namespace ZELCORE {
 bool LoadAPPResourceDLL(HINSTANCE module) {
   LanguageTable loaded = Load(FindAPPResourceDLL(module));
   if (loaded.table == nullptr) return false;
-  AfxGetModuleState()->m_hCurrentResourceHandle = loaded.handle;
-  Install(std::move(loaded));
+  Install(std::move(loaded), AfxGetModuleState()->m_hCurrentResourceHandle);
   return true;
 }
 
@@ -107,8 +119,7 @@ bool LoadDLLResourceDLL(HINSTANCE module, HINSTANCE /*unused*/) {
   CDynLinkLibrary* const record = FindRecord(module);
   // Kept: a library that nobody has a place for stays loaded; hosts that chain themselves in later count on it.
   if (record == nullptr) return false;
-  record->m_hResource = loaded.handle;
-  Install(std::move(loaded));
+  Install(std::move(loaded), record->m_hResource);
   return true;
 }
 

@@ -47,7 +47,7 @@ namespace ZELCORE {
 // NumberedText then asks, in this order: the application's language module, those of the extension modules in the order of
 // the application's list, the built-in texts. An installation puts this order in force as the module state and the list are
 // then; it takes the place of any table that was installed before, by whomever. A module that ends later keeps its texts
-// until the next one.
+// until the next one. Without memory (std::bad_alloc) nothing is installed; a shared library that was loaded may stay loaded.
 //
 // `module` is a handle of PlatformModules or an address in the module; null is the program. `unused` is not read.
 //

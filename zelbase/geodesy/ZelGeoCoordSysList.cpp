@@ -1,16 +1,12 @@
 #include "zelbase/geodesy/ZelGeoCoordSysList.h"
 
-#include <utility>
-
 ZelGeoCoordSysList::~ZelGeoCoordSysList() { m_creators.Clear(); }
 
 ZelGeoCoordSysList& ZelGeoCoordSysList::GetCoordSysList() {
   return zelbase::detail::OneRegistry<ZelGeoCoordSysList>([](ZelGeoCoordSysList& list) { list.m_creators.Clear(); });
 }
 
-void ZelGeoCoordSysList::RegisterGeoCoordSys(std::string type, ZelCoordSysICreator* creator) {
-  m_creators.Register(std::move(type), creator);
-}
+void ZelGeoCoordSysList::RegisterGeoCoordSys(std::string type, ZelCoordSysICreator* creator) { m_creators.Register(type, creator); }
 
 bool ZelGeoCoordSysList::UnRegisterGeoCoordSys(std::string type) { return m_creators.UnRegister(type); }
 

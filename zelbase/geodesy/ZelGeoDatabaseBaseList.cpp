@@ -1,7 +1,6 @@
 #include "zelbase/geodesy/ZelGeoDatabaseBaseList.h"
 
 #include <memory>
-#include <utility>
 
 ZelGeoDatabaseBaseList::~ZelGeoDatabaseBaseList() { m_creators.Clear(); }
 
@@ -9,9 +8,7 @@ ZelGeoDatabaseBaseList& ZelGeoDatabaseBaseList::GetGeoDatabaseList() {
   return zelbase::detail::OneRegistry<ZelGeoDatabaseBaseList>([](ZelGeoDatabaseBaseList& list) { list.m_creators.Clear(); });
 }
 
-void ZelGeoDatabaseBaseList::RegisterGeoDatabase(std::string type, GeoDatabaseICreator* creator) {
-  m_creators.Register(std::move(type), creator);
-}
+void ZelGeoDatabaseBaseList::RegisterGeoDatabase(std::string type, GeoDatabaseICreator* creator) { m_creators.Register(type, creator); }
 
 bool ZelGeoDatabaseBaseList::UnRegisterGeoDatabase(std::string type) { return m_creators.UnRegister(type); }
 

@@ -1,7 +1,5 @@
 #include "zelbase/geodesy/ZelGeoStaticDatabaseList.h"
 
-#include <utility>
-
 ZelGeoStaticDatabaseList::~ZelGeoStaticDatabaseList() { m_creators.Clear(); }
 
 ZelGeoStaticDatabaseList& ZelGeoStaticDatabaseList::GetGeoStaticDataList() {
@@ -9,7 +7,7 @@ ZelGeoStaticDatabaseList& ZelGeoStaticDatabaseList::GetGeoStaticDataList() {
 }
 
 void ZelGeoStaticDatabaseList::RegisterGeoStaicDatabase(std::string type, GeoStaticICreator* creator) {
-  m_creators.Register(std::move(type), creator);
+  m_creators.Register(type, creator);
 }
 
 bool ZelGeoStaticDatabaseList::UnRegisterGeoStaicDatabase(std::string type) { return m_creators.UnRegister(type); }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -156,8 +157,8 @@ class OrderedTable {
     if (m_entries.size() - m_live > m_live + 16) Compact();
   }
 
-  // Gives the entry another hash; its place in the order stays.
-  void Rehash(Entry& entry, std::uint32_t hash) {
+  // Gives the entry another hash; its place in the order stays. The index has room for what has just been taken out of it.
+  void Rehash(Entry& entry, std::uint32_t hash) noexcept {
     const auto position = static_cast<std::uint32_t>(PositionOf(entry));
     m_index.Erase(entry.hash, position);
     m_index.Insert(hash, position);
@@ -169,6 +170,14 @@ class OrderedTable {
     m_index.Clear();
     m_live = 0;
     m_firstLive = 0;
+  }
+
+  // Takes the entries of `other` in place of its own, under numbers of its own: open walks are at their end.
+  void Replace(OrderedTable other) noexcept {
+    const std::uint64_t before = m_nextNumber - 1;
+    for (Entry& entry : other.m_entries) entry.number = (entry.number + before) & kNumberMask;
+    other.m_nextNumber += before;
+    *this = std::move(other);
   }
 
   std::size_t Size() const noexcept { return m_live; }
@@ -218,13 +227,18 @@ class OrderedTable {
     return good ? hint : PositionBehind(walk.after);
   }
 
+  // Without memory for the smaller index the removed ones stay until another removal.
   void Compact() {
+    PositionIndex index;
+    try {
+      std::uint32_t position = 0;
+      ForEach([&](const Entry& entry) { index.Insert(entry.hash, position++); });
+    } catch (const std::bad_alloc&) {
+      return;
+    }
     m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(), [](const Entry& entry) { return entry.removed; }), m_entries.end());
     m_firstLive = 0;
-    m_index.Clear();
-    for (std::size_t i = 0; i < m_entries.size(); ++i) {
-      m_index.Insert(m_entries[i].hash, static_cast<std::uint32_t>(i));
-    }
+    m_index = std::move(index);
   }
 
   std::vector<Entry> m_entries;

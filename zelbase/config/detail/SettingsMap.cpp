@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -81,12 +82,6 @@ bool ItemMap::Remove(std::string_view key) {
   return true;
 }
 
-void ItemMap::Clear() {
-  m_table.Clear();
-  m_text.clear();
-  m_unused = 0;
-}
-
 void ItemMap::Merge(const ItemMap& source) {
   // Only where no open walk can take the numbers of the source's entries for those of its own.
   if (m_table.IsNew()) {
@@ -100,6 +95,12 @@ void ItemMap::Merge(const ItemMap& source) {
   while (source.Next(walk, key, value)) Set(key, value);
 }
 
+void ItemMap::Replace(ItemMap source) noexcept {
+  m_table.Replace(std::move(source.m_table));
+  m_text.swap(source.m_text);
+  m_unused = source.m_unused;
+}
+
 bool ItemMap::Next(TableWalk& walk, std::string_view& key, std::string_view& value) const {
   const Item* const item = m_table.Next(walk);
   if (item == nullptr) return false;
@@ -108,11 +109,15 @@ bool ItemMap::Next(TableWalk& walk, std::string_view& key, std::string_view& val
   return true;
 }
 
-// The work is paid for by the writes that left at least half of the buffer unused.
+// The work is paid for by the writes that left at least half of the buffer unused. Without memory for it, it waits for another.
 void ItemMap::DropUnusedText() {
   if (m_unused < kToleratedUnused || m_unused < m_text.size() - m_unused) return;
   std::string tidy;
-  tidy.reserve(m_text.size() - m_unused);
+  try {
+    tidy.reserve(m_text.size() - m_unused);
+  } catch (const std::bad_alloc&) {
+    return;
+  }
   m_table.ForEach([&](Item& item) {
     const std::size_t offset = tidy.size();
     tidy.append(KeyOf(item)).append(ValueOf(item));
@@ -153,9 +158,9 @@ void SectionMap::ReplaceItems(Section& section) {
 
 void SectionMap::Remove(Section& section) { m_table.Remove(section); }
 
-void SectionMap::Rename(Section& section, std::string_view name) {
-  section.name = name;
+void SectionMap::Rename(Section& section, std::string name) noexcept {
   m_table.Rehash(section, HashText(name));
+  section.name = std::move(name);
 }
 
 void SectionMap::Clear() {

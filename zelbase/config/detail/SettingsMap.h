@@ -28,10 +28,11 @@ class ItemMap {
   // False when the key is not there.
   bool Remove(std::string_view key);
 
-  void Clear();
-
-  // Writes all items of `source`, another map, over those here.
+  // Writes all items of `source`, another map, over those here. Without memory, some of them.
   void Merge(const ItemMap& source);
+
+  // Takes all that `source` has in place of what is here; open walks are at their end.
+  void Replace(ItemMap source) noexcept;
 
   TableWalk Begin() const noexcept { return m_table.Begin(); }
   bool Next(TableWalk& walk, std::string_view& key, std::string_view& value) const;
@@ -94,7 +95,7 @@ class SectionMap {
   void Remove(Section& section);
 
   // `name` must not be there yet. The section keeps its place in the order, and cursors keep it.
-  void Rename(Section& section, std::string_view name);
+  void Rename(Section& section, std::string name) noexcept;
 
   void Clear();
 

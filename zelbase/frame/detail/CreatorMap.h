@@ -30,8 +30,8 @@ class CreatorMap {
   }
   ~CreatorMap() { Clear(); }
 
-  // Owns the creator from now on, unless it is null or the key is taken.
-  void Register(Key key, Creator* creator) {
+  // Owns the creator from now on, also without memory (std::bad_alloc), unless it is null or the key is taken.
+  void Register(const Key& key, Creator* creator) {
     if (creator == nullptr) return;
     // Kept: no replacement, and a refused creator stays its caller's.
     if (m_creators.contains(key)) return;
@@ -39,7 +39,7 @@ class CreatorMap {
     if (held.get() != creator) held = Held(creator);
     if (held == nullptr) held.reset(creator);
     m_latest = held;
-    m_creators.emplace(std::move(key), std::move(held));
+    m_creators.emplace(key, std::move(held));
   }
 
   // The same for a creator whose ownership is settled elsewhere.

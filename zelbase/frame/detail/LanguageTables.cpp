@@ -1,6 +1,7 @@
 #include "zelbase/frame/detail/LanguageTables.h"
 
 #include <limits>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -44,8 +45,13 @@ LanguageTable LoadModuleTable(const std::string& path) {
   PlatformModules& modules = PlatformService<PlatformModules>::Current();
   const ModuleHandle module = modules.Load(path + modules.LibraryEnding());
   if (module == nullptr) return {};
-  const auto texts = reinterpret_cast<ZelNumberedTextFunction>(modules.FindExport(module, NUMBERED_TEXT_EXPORT));
-  if (texts != nullptr) return {module, std::make_shared<ModuleTextTable>(texts)};
+  try {
+    const auto texts = reinterpret_cast<ZelNumberedTextFunction>(modules.FindExport(module, NUMBERED_TEXT_EXPORT));
+    if (texts != nullptr) return {module, std::make_shared<ModuleTextTable>(texts)};
+  } catch (const std::bad_alloc&) {
+    modules.Unload(module);
+    throw;
+  }
   modules.Unload(module);
   return {};
 }
