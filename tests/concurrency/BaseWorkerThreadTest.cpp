@@ -424,7 +424,7 @@ TEST(BaseWorkerThread, AThreadStillHeldWhenTheWorkerGoesIsLetGo) {
   }  // not stopped: neither waits nor leaks, nor ends the process
 }
 
-TEST(BaseWorkerThread, StartsAndStopsTenThousandTimesWithATimeOutAndASecondStop) {
+TEST(BaseWorkerThreadLong, StartsAndStopsTenThousandTimesWithATimeOutAndASecondStop) {
   HeldWorker worker;
   for (int round = 0; round < 10000; ++round) {
     worker.inside.Reset();
