@@ -275,3 +275,25 @@ class FaultRuns {
   bool m_keepsMemory = false;
   unsigned long long m_faults = 0;
 };
+
+// What the fixtures of this folder share: a folder, and the ways to run a case in it. `least` faults must have been met.
+class FaultFixture : public testing::Test {
+ protected:
+  // With everything failing that can.
+  template <class Subject>
+  void Run(FaultCase<Subject> what, unsigned long long least) {
+    FaultRuns<Subject> runs(m_folder, std::move(what));
+    runs.All();
+    EXPECT_GE(runs.Faults(), least);
+  }
+
+  // For what touches no file.
+  template <class Subject>
+  void RunMemory(FaultCase<Subject> what, unsigned long long least) {
+    FaultRuns<Subject> runs(m_folder, std::move(what));
+    runs.MemoryOnly();
+    EXPECT_GE(runs.Faults(), least);
+  }
+
+  TemporaryFolder m_folder;
+};

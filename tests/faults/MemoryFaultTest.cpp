@@ -26,16 +26,8 @@
 
 namespace {
 
-class MemoryFaults : public testing::Test {
+class MemoryFaults : public FaultFixture {
  protected:
-  template <class Subject>
-  void Run(FaultCase<Subject> what, unsigned long long least) {
-    FaultRuns<Subject> runs(m_folder, std::move(what));
-    runs.MemoryOnly();
-    EXPECT_GE(runs.Faults(), least);
-  }
-
-  TemporaryFolder m_folder;
   const std::string m_long = std::string(100, 'x');
 };
 
@@ -55,7 +47,7 @@ TEST_F(MemoryFaults, ArchivesOfTexts) {
   };
   what.picture = [](CCF_DispInfo& info) { return info.GetGroup() + info.GetType() + info.GetName(); };
   what.strong = true;
-  Run(std::move(what), 20);
+  RunMemory(std::move(what), 20);
 }
 
 TEST_F(MemoryFaults, ArchivesOfIdentifiers) {
@@ -72,7 +64,7 @@ TEST_F(MemoryFaults, ArchivesOfIdentifiers) {
   };
   what.picture = [](CCF_DataInfo& payload) { return payload.GetDataInfo().GetDataId().GetKey(); };
   what.strong = true;
-  Run(std::move(what), 5);
+  RunMemory(std::move(what), 5);
 }
 
 TEST_F(MemoryFaults, Trees) {
@@ -95,7 +87,7 @@ TEST_F(MemoryFaults, Trees) {
   };
   what.picture = [](Pair& pair) { return pair.source.Name() + (pair.copy == pair.source ? "=" : pair.copy.Name()); };
   what.afterFailure = [](Pair& pair, RunEnd, const std::string&) { EXPECT_EQ(pair.copy.Name(), "former"); };
-  Run(std::move(what), 10);
+  RunMemory(std::move(what), 10);
 }
 
 TEST_F(MemoryFaults, ReadingATreeLeavesItEmpty) {
@@ -119,7 +111,7 @@ TEST_F(MemoryFaults, ReadingATreeLeavesItEmpty) {
     // Before the reading has begun, where the text is put together, or after.
     EXPECT_TRUE(document.root == XmlElement() || before == document.root.Name() + "0");
   };
-  Run(std::move(what), 15);
+  RunMemory(std::move(what), 15);
 }
 
 TEST_F(MemoryFaults, ColourTables) {
@@ -149,7 +141,7 @@ TEST_F(MemoryFaults, ColourTables) {
     return text;
   };
   what.strong = true;
-  Run(std::move(what), 5);
+  RunMemory(std::move(what), 5);
 }
 
 // An entry is in all its lists or in none.
@@ -170,7 +162,7 @@ TEST_F(MemoryFaults, EntriesOfColourTables) {
     }
     return text;
   };
-  Run(std::move(what), 5);
+  RunMemory(std::move(what), 5);
 }
 
 TEST_F(MemoryFaults, TideSeries) {
@@ -206,7 +198,7 @@ TEST_F(MemoryFaults, TideSeries) {
     EXPECT_EQ(count, pair.source.GetNumValues());
     return text + "," + std::to_string(count);
   };
-  Run(std::move(what), 2);
+  RunMemory(std::move(what), 2);
 }
 
 TEST_F(MemoryFaults, Lines) {
@@ -219,7 +211,7 @@ TEST_F(MemoryFaults, Lines) {
   what.run = [&](FixedPacker& packer) { return packer.SetItem(150, 100, m_long) && packer.SetLabeledItem(300, 80, m_long, m_long); };
   what.picture = [](FixedPacker& packer) { return packer.GetString(); };
   what.afterFailure = [&](FixedPacker& packer, RunEnd, const std::string&) { EXPECT_EQ(packer.GetString().substr(0, 100), m_long); };
-  Run(std::move(what), 2);
+  RunMemory(std::move(what), 2);
 }
 
 TEST_F(MemoryFaults, ReportedErrors) {

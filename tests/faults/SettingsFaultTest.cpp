@@ -34,15 +34,8 @@ std::string Shown(const FileObject& settings) {
   return text;
 }
 
-class SettingsFaultsLong : public testing::Test {
+class SettingsFaultsLong : public FaultFixture {
  protected:
-  template <class Subject>
-  void Run(FaultCase<Subject> what, unsigned long long least) {
-    FaultRuns<Subject> runs(m_folder, std::move(what));
-    runs.All();
-    EXPECT_GE(runs.Faults(), least);
-  }
-
   std::unique_ptr<FileObject> Sample() const {
     auto settings = std::make_unique<FileObject>();
     ReadFrom(*settings, SampleText());
@@ -50,7 +43,6 @@ class SettingsFaultsLong : public testing::Test {
     return settings;
   }
 
-  TemporaryFolder m_folder;
   const std::string m_name = m_folder.File("a.ini");
 };
 
@@ -152,9 +144,7 @@ TEST_F(SettingsFaultsLong, CopyingAndAssigning) {
   };
   what.picture = [](Pair& pair) { return Shown(*pair.source) + Shown(pair.copy); };
   what.strong = true;
-  FaultRuns<Pair> runs(m_folder, what);
-  runs.MemoryOnly();
-  EXPECT_GE(runs.Faults(), 4u);
+  RunMemory(std::move(what), 4);
 }
 
 TEST_F(SettingsFaultsLong, CopyingASection) {
@@ -172,9 +162,7 @@ TEST_F(SettingsFaultsLong, CopyingASection) {
       };
       what.picture = Shown;
       what.strong = true;
-      FaultRuns<FileObject> runs(m_folder, what);
-      runs.MemoryOnly();
-      EXPECT_GE(runs.Faults(), 4u) << present << emptied;
+      RunMemory(std::move(what), 4);
     }
   }
 }
@@ -206,9 +194,7 @@ TEST_F(SettingsFaultsLong, DeletingAndRenaming) {
     EXPECT_TRUE(settings.HasKey("Items", "key 59"));
     EXPECT_TRUE(settings.HasSection("Section 51"));
   };
-  FaultRuns<FileObject> runs(m_folder, what);
-  runs.MemoryOnly();
-  EXPECT_GE(runs.Faults(), 4u);
+  RunMemory(std::move(what), 4);
 }
 
 TEST_F(SettingsFaultsLong, Difference) {
@@ -236,9 +222,7 @@ TEST_F(SettingsFaultsLong, Difference) {
     return Shown(*three.newer) + Shown(three.older) + Shown(three.difference) + std::to_string(three.changes.size());
   };
   what.afterFailure = [&](Three& three, RunEnd, const std::string&) { EXPECT_EQ(Shown(*three.newer), Shown(*Sample())); };
-  FaultRuns<Three> runs(m_folder, what);
-  runs.MemoryOnly();
-  EXPECT_GE(runs.Faults(), 4u);
+  RunMemory(std::move(what), 4);
 }
 
 TEST_F(SettingsFaultsLong, TextEditorOpens) {

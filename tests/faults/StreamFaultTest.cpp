@@ -19,16 +19,8 @@
 
 namespace {
 
-class StreamFaultsLong : public testing::Test {
+class StreamFaultsLong : public FaultFixture {
  protected:
-  template <class Subject>
-  void Run(FaultCase<Subject> what, unsigned long long least) {
-    FaultRuns<Subject> runs(m_folder, std::move(what));
-    runs.All();
-    EXPECT_GE(runs.Faults(), least);
-  }
-
-  TemporaryFolder m_folder;
   const std::string m_name = m_folder.File("a file name that is too long for a short string");
   const std::string m_short = "a file name that is too long for a short string";
   const std::string m_block = std::string(10000, 'x');

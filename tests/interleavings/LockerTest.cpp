@@ -67,17 +67,6 @@ class Room {
   int m_inside = 0;
 };
 
-template <class First, class Second>
-unsigned long long TryBoth(First first, Second second, Grain grain, int interruptions = AllSchedules::kNoBound) {
-  return TryAllSchedules(
-      [&](Scheduler& scheduler) {
-        Room room(scheduler);
-        scheduler.Run({[&] { first(room); }, [&] { second(room); }});
-        room.ExpectEmpty();
-      },
-      grain, interruptions);
-}
-
 // Six steps when the other is away: three to lock and three to unlock. Between any two the other may come.
 void LockOnce(Room& room) {
   room.Enter();
@@ -110,11 +99,11 @@ void UnlockTooOften(Room& room) {
 
 TEST(LockerInterleavingsLong, OneAtATimeIsInsideInAllOfTwoThreadsByEightSteps) {
   for (const auto& second : {LockOnce, LockTwice, TryTwice, UnlockTooOften}) {
-    EXPECT_GT(TryBoth(LockOnce, second, Grain::Operations, kAllOrFew), 100u);
+    EXPECT_GT(TryBothIn<Room>(LockOnce, second, Grain::Operations, kAllOrFew), 100u);
   }
-  EXPECT_GT(TryBoth(LockTwice, LockTwice, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(LockTwice, UnlockTooOften, Grain::Operations, kAllOrFew), 100u);
-  EXPECT_GT(TryBoth(TryTwice, TryTwice, Grain::Operations, kAllOrFew), 100u);
+  EXPECT_GT(TryBothIn<Room>(LockTwice, LockTwice, Grain::Operations, kAllOrFew), 100u);
+  EXPECT_GT(TryBothIn<Room>(LockTwice, UnlockTooOften, Grain::Operations, kAllOrFew), 100u);
+  EXPECT_GT(TryBothIn<Room>(TryTwice, TryTwice, Grain::Operations, kAllOrFew), 100u);
 }
 
 // Eight calls that never wait.
@@ -131,7 +120,7 @@ TEST(LockerInterleavingsLong, CallsThatDoNotWaitComeInAllOrders) {
       }
     }
   };
-  EXPECT_EQ(TryBoth(calls, calls, Grain::Calls), Interleavings(kSteps, kSteps));
+  EXPECT_EQ(TryBothIn<Room>(calls, calls, Grain::Calls), Interleavings(kSteps, kSteps));
 }
 
 // The schedules of two threads that lock and unlock in turn, counted by the words of the header alone: whoever finds the lock
@@ -189,37 +178,29 @@ TEST(LockerInterleavingsLong, CallsThatWaitComeInAsManyOrdersAsCountedWithoutThe
       room.Leave();
     }
   };
-  EXPECT_EQ(TryBoth(calls, calls, Grain::Calls), LockCount(kSteps).Ways());
+  EXPECT_EQ(TryBothIn<Room>(calls, calls, Grain::Calls), LockCount(kSteps).Ways());
 }
 
 TEST(LockerInterleavingsLong, OneAtATimeIsInsideWithThreeThreadsByTwoHundredSteps) {
-  TrySeeds(kSeeds, [](Scheduler& scheduler, unsigned int seed) {
-    Room room(scheduler);
-    const auto body = [&](unsigned int number) {
-      return [&, number] {
-        std::mt19937 random(seed * 3 + number);
-        int depth = 0;
-        while (scheduler.StepsOfThisThread() < 200) {
-          const unsigned int what = random() % 8;
-          if (what < 3 && depth < 4) {
-            room.Enter();
-            ++depth;
-          } else if (what == 3) {
-            depth += room.TryToEnter() ? 1 : 0;
-          } else if (what == 4 && depth > 0) {
-            room.Stay();
-          } else if (depth > 0) {
-            room.Leave();
-            --depth;
-          } else {
-            room.locker.Unlock();
-          }
-        }
-        for (; depth > 0; --depth) room.Leave();
-      };
-    };
-    scheduler.Run({body(0), body(1), body(2)});
-    room.ExpectEmpty();
+  TryThreeIn<Room>(kSeeds, [](Room& room, Scheduler& scheduler, std::mt19937& random) {
+    int depth = 0;
+    while (scheduler.StepsOfThisThread() < 200) {
+      const unsigned int what = random() % 8;
+      if (what < 3 && depth < 4) {
+        room.Enter();
+        ++depth;
+      } else if (what == 3) {
+        depth += room.TryToEnter() ? 1 : 0;
+      } else if (what == 4 && depth > 0) {
+        room.Stay();
+      } else if (depth > 0) {
+        room.Leave();
+        --depth;
+      } else {
+        room.locker.Unlock();
+      }
+    }
+    for (; depth > 0; --depth) room.Leave();
   });
 }
 

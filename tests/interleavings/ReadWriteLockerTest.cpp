@@ -81,17 +81,6 @@ class Room {
   int m_mine = 0;
 };
 
-template <class First, class Second>
-unsigned long long TryBoth(First first, Second second, Grain grain, int interruptions = AllSchedules::kNoBound) {
-  return TryAllSchedules(
-      [&](Scheduler& scheduler) {
-        Room room(scheduler);
-        scheduler.Run({[&] { first(room); }, [&] { second(room); }});
-        room.ExpectEmpty();
-      },
-      grain, interruptions);
-}
-
 // Some eight steps each: a lock or an unlock is one when the other is away, and up to four when it is not. Between any two
 // the other may come.
 void WriteThenRead(Room& room) {
@@ -133,14 +122,14 @@ void WriteAndUnlockTooOften(Room& room) {
 }
 
 TEST(ReadWriteLockerInterleavingsLong, AWriterIsAloneInAllOfTwoThreadsByEightSteps) {
-  EXPECT_GT(TryBoth(WriteThenRead, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(WriteThenRead, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(WriteThenRead, WriteTwice, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(ReadThenWrite, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteAndUnlockTooOften, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(WriteAndUnlockTooOften, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
-  EXPECT_GT(TryBoth(ReadTwice, ReadTwice, Grain::Operations, 3), 100u);
+  EXPECT_GT(TryBothIn<Room>(WriteThenRead, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(WriteThenRead, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(WriteThenRead, WriteTwice, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(ReadThenWrite, ReadThenWrite, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(WriteTwice, WriteTwice, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(WriteAndUnlockTooOften, WriteAndUnlockTooOften, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(WriteAndUnlockTooOften, WriteThenRead, Grain::Operations, kAllOrFew), kMany);
+  EXPECT_GT(TryBothIn<Room>(ReadTwice, ReadTwice, Grain::Operations, 3), 100u);
 }
 
 // Nobody waits for a reader: the orders of eight calls are all there, also with one reading within another.
@@ -157,7 +146,7 @@ TEST(ReadWriteLockerInterleavingsLong, ReadersNeverWaitForEachOther) {
       }
     }
   };
-  EXPECT_EQ(TryBoth(calls, calls, Grain::Calls), Interleavings(kSteps, kSteps));
+  EXPECT_EQ(TryBothIn<Room>(calls, calls, Grain::Calls), Interleavings(kSteps, kSteps));
 }
 
 TEST(ReadWriteLockerInterleavingsLong, CallsThatWaitEndInAllOrders) {
@@ -179,7 +168,7 @@ TEST(ReadWriteLockerInterleavingsLong, CallsThatWaitEndInAllOrders) {
     Scheduler::Turn("unlock");
     room.LeaveAsReader();
   };
-  const unsigned long long count = TryBoth(calls, calls, Grain::Calls);
+  const unsigned long long count = TryBothIn<Room>(calls, calls, Grain::Calls);
   EXPECT_GT(count, 1000u);
 }
 
@@ -232,34 +221,26 @@ TEST(ReadWriteLockerInterleavings, AReaderThatWritesWaitsForItself) {
 }
 
 TEST(ReadWriteLockerInterleavingsLong, AWriterIsAloneWithThreeThreadsByTwoHundredSteps) {
-  TrySeeds(kSeeds, [](Scheduler& scheduler, unsigned int seed) {
-    Room room(scheduler);
-    const auto body = [&](unsigned int number) {
-      return [&, number] {
-        std::mt19937 random(seed * 3 + number);
-        while (scheduler.StepsOfThisThread() < 200) {
-          const unsigned int stay = random() % 4;
-          if (random() % 2 == 0) {
-            room.Read();
-            for (unsigned int i = 0; i < stay; ++i) room.StayAsReader();
-            room.LeaveAsReader();
-            continue;
-          }
-          room.Write();
-          for (unsigned int i = 0; i < stay; ++i) room.StayAsWriter();
-          if (random() % 2 == 0) {
-            room.LeaveAsWriter();
-            continue;
-          }
-          room.locker.UnlockRead();  // ignored: it writes
-          room.GoOnAsReader();
-          for (unsigned int i = 0; i < stay; ++i) room.StayAsReader();
-          room.LeaveAsReader();
-        }
-      };
-    };
-    scheduler.Run({body(0), body(1), body(2)});
-    room.ExpectEmpty();
+  TryThreeIn<Room>(kSeeds, [](Room& room, Scheduler& scheduler, std::mt19937& random) {
+    while (scheduler.StepsOfThisThread() < 200) {
+      const unsigned int stay = random() % 4;
+      if (random() % 2 == 0) {
+        room.Read();
+        for (unsigned int i = 0; i < stay; ++i) room.StayAsReader();
+        room.LeaveAsReader();
+        continue;
+      }
+      room.Write();
+      for (unsigned int i = 0; i < stay; ++i) room.StayAsWriter();
+      if (random() % 2 == 0) {
+        room.LeaveAsWriter();
+        continue;
+      }
+      room.locker.UnlockRead();  // ignored: it writes
+      room.GoOnAsReader();
+      for (unsigned int i = 0; i < stay; ++i) room.StayAsReader();
+      room.LeaveAsReader();
+    }
   });
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <random>
 #include <string>
 
 #include "tests/support/Effort.h"
@@ -29,6 +30,18 @@ unsigned long long TryAllSchedules(Program program, Scheduler::Grain grain, int 
   return all.Count();
 }
 
+// Two threads in one Room, which is made with the scheduler and must be empty in the end.
+template <class Room, class First, class Second>
+unsigned long long TryBothIn(First first, Second second, Scheduler::Grain grain, int interruptions = AllSchedules::kNoBound) {
+  return TryAllSchedules(
+      [&](Scheduler& scheduler) {
+        Room room(scheduler);
+        scheduler.Run({[&] { first(room); }, [&] { second(room); }});
+        room.ExpectEmpty();
+      },
+      grain, interruptions);
+}
+
 // The same with the seeds from 0 to `count` - 1; `program` takes the seed too. With ZELBASE_TEST_SEED set: that one alone.
 template <class Program>
 void TrySeeds(unsigned int count, Program program, Scheduler::Grain grain = Scheduler::Grain::Operations) {
@@ -44,6 +57,22 @@ void TrySeeds(unsigned int count, Program program, Scheduler::Grain grain = Sche
       return;
     }
   }
+}
+
+// Three threads in one Room by seeds. `body` takes the room, the scheduler and the random numbers of its thread.
+template <class Room, class Body>
+void TryThreeIn(unsigned int count, Body body) {
+  TrySeeds(count, [&](Scheduler& scheduler, unsigned int seed) {
+    Room room(scheduler);
+    const auto thread = [&](unsigned int number) {
+      return [&, number] {
+        std::mt19937 random(seed * 3 + number);
+        body(room, scheduler, random);
+      };
+    };
+    scheduler.Run({thread(0), thread(1), thread(2)});
+    room.ExpectEmpty();
+  });
 }
 
 // Interleavings of two threads of `first` and `second` steps: (first + second)! / (first! second!).

@@ -14,6 +14,7 @@
 
 #include "adapters/xyz/detail/XyzLine.h"
 #include "zelbase/geometry/TimePoint.h"
+#include "zelbase/platform/detail/IntendedWraps.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -53,7 +54,7 @@ inline std::uint64_t FindOtherThanDigits(const char* text) {
 }
 
 // `count` digits at `text`, 1 to 8 of them, as a number. Eight bytes are read.
-inline std::uint64_t ReadShortDigits(const char* text, unsigned int count) {
+ZELBASE_WRAPS inline std::uint64_t ReadShortDigits(const char* text, unsigned int count) {
   std::uint64_t word = 0;
   std::memcpy(&word, text, sizeof word);
   // The first digit is in the lowest byte. Upwards with them: leading zeros in front, and nothing behind.
