@@ -18,7 +18,7 @@ constexpr std::size_t kRecordBytes = 16;
 
 double DoubleAt(const std::string& bytes, std::size_t at) {
   std::uint64_t bits = 0;
-  for (std::size_t i = 8; i-- > 0;) bits = bits << 8 | static_cast<unsigned char>(bytes[at + i]);
+  for (std::size_t i = 8; i > 0; --i) bits = bits << 8 | static_cast<unsigned char>(bytes[at + i - 1]);
   return std::bit_cast<double>(bits);
 }
 
