@@ -4,11 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace {
 
 using zelbase::detail::OrderedTable;
 using zelbase::detail::TableEntry;
+using zelbase::detail::TableWalk;
 
 struct Letter : TableEntry {
   char letter = 0;
@@ -41,6 +43,36 @@ TEST(OrderedTable, ANumberThatIsNotThereIsNullWhateverTheHint) {
       EXPECT_EQ(table.FindNumber(number, place), nullptr) << number << ' ' << hint;
     }
   }
+}
+
+TEST(OrderedTable, AnOpenWalkDoesNotMeetWhatReplacesTheEntries) {
+  const auto add = [](OrderedTable<Letter>& table, const char* letters) {
+    for (; *letters != '\0'; ++letters) table.Append(static_cast<std::uint32_t>(*letters)).letter = *letters;
+  };
+  const auto lettersOf = [](OrderedTable<Letter>& table, TableWalk& walk) {
+    std::string letters;
+    while (const Letter* const entry = table.Next(walk)) letters += entry->letter;
+    return letters;
+  };
+  OrderedTable<Letter> table;
+  OrderedTable<Letter> other;
+  add(table, "abc");
+  add(other, "vwxyz");
+  TableWalk open = table.Begin();
+  EXPECT_EQ(table.Next(open)->letter, 'a');
+  table.Replace(other);
+  EXPECT_EQ(lettersOf(table, open), "");
+  EXPECT_EQ(table.Size(), 5u);
+  TableWalk begun = table.Begin();
+  EXPECT_EQ(table.Next(begun)->letter, 'v');
+  add(table, "!");
+  EXPECT_EQ(lettersOf(table, begun), "wxyz") << "what is added later is not of the walk either";
+  TableWalk whole = table.Begin();
+  EXPECT_EQ(lettersOf(table, whole), "vwxyz!");
+  const Letter* const found = table.Find('x', [](const Letter& entry) { return entry.letter == 'x'; });
+  ASSERT_NE(found, nullptr);
+  std::size_t place = 0;
+  EXPECT_EQ(table.FindNumber(found->number, place), found);
 }
 
 }  // namespace
