@@ -36,6 +36,7 @@ struct Counted {
 };
 
 TEST(ThreadSpare, IsMadeAnewWhenItsThreadEnds) {
+  Counted::made = Counted::gone = 0;
   std::thread([] { ThreadSpare<Counted>(); }).join();
   EXPECT_EQ(Counted::made, 2);
   EXPECT_EQ(Counted::gone, 1);
