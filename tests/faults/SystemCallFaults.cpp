@@ -156,6 +156,8 @@ Verdict Begin(SystemCall kind) {
 
 // True when the call is not to be made; errno is set then.
 bool IsRefused(SystemCall kind) {
+  // At once: the thread sanitizer calls in threads that it does not know yet, where no code that it watches may run.
+  if (t_watch == nullptr) return false;
   const Verdict verdict = Begin(kind);
   if (verdict.dies) Die();
   if (verdict.error != 0) errno = verdict.error;
