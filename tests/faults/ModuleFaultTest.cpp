@@ -1,20 +1,29 @@
 // What modules of the suite read when they start and write when they end, with everything under it failing in turn: their texts in
-// the user's language, and the user's own actions.
+// the user's language, the user's own actions, and the geodesy plug-in.
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "tests/faults/AllocationFaults.h"
 #include "tests/faults/FaultRuns.h"
+#include "tests/faults/SystemCallFaults.h"
+#include "tests/geodesy/GeodesyRegistries.h"
 #include "tests/support/InChild.h"
+#include "tests/support/TestModules.h"
+#include "tests/support/ThisProcess.h"
 #include "zelbase/actions/ZelActionList.h"
 #include "zelbase/config/FileObject.h"
 #include "zelbase/config/FileSection.h"
 #include "zelbase/errors/NumberedTexts.h"
 #include "zelbase/frame/LanguageModules.h"
 #include "zelbase/frame/detail/LanguageTables.h"
+#include "zelbase/geodesy/ZelGeoCoordSysLoader.h"
 #include "zelbase/platform/CDynLinkLibrary.h"
 #include "zelbase/platform/FixedFolders.h"
 #include "zelbase/platform/FixedModules.h"
@@ -207,6 +216,107 @@ TEST_F(ModuleFaultsLong, ASectionOfAFile) {
     return section.Name() + std::to_string(speed);
   };
   RunMemory(std::move(what), 4);
+}
+
+// --- The geodesy plug-in ---------------------------------------------------------------------------------------------------
+
+template <class Registry>
+class GeodesyFaultsLong : public FaultFixture {
+ public:
+  class Creator : public Registry::Creator {
+   public:
+    typename Registry::Product* Create() override { return new typename Registry::Object("made", nullptr); }
+  };
+};
+
+using Registries = testing::Types<CoordSysRegistry, DatabaseRegistry, StaticDataRegistry>;
+TYPED_TEST_SUITE(GeodesyFaultsLong, Registries);
+
+// A creator goes with its registry, or with the registration that finds no memory; the registry takes the next one all the same.
+TYPED_TEST(GeodesyFaultsLong, RegisteringAndCreating) {
+  const std::string type = "type";  // short: its copy is the caller's, and takes no memory
+  FaultCase<typename TypeParam::List> what;
+  what.run = [&](typename TypeParam::List& list) {
+    std::vector<std::string> types;
+    if (TypeParam::Types(list, types) == 0) TypeParam::Register(list, type, new typename TestFixture::Creator);
+    const std::unique_ptr<typename TypeParam::Product> made(list.Create(type));
+    return made != nullptr && TypeParam::Types(list, types) == 1;
+  };
+  what.picture = [](typename TypeParam::List& list) {
+    std::vector<std::string> types;
+    return TypeParam::Types(list, types) == 0 ? std::string() : types.front();
+  };
+  this->RunMemory(std::move(what), 4);
+}
+
+enum class PluginLoad { Loaded, NotLoaded, NoMemory };
+
+PluginLoad LoadPlugin() {
+  try {
+    return ZelGeoCoordSysLoader::Instance().LoadDLL("ZELCoordSys", nullptr) ? PluginLoad::Loaded : PluginLoad::NotLoaded;
+  } catch (const std::bad_alloc&) {
+    return PluginLoad::NoMemory;
+  }
+}
+
+// Loads the real plug-in in a child for each n, since it is tried once a process, until a run meets no fault. `check` is called
+// in the child. Gives the number of runs with a fault.
+template <class Faults>
+int LoadPluginUnderEachFault(const std::function<void(Faults&, int n)>& order, const std::function<void(PluginLoad)>& check) {
+  const TemporaryFolder folder;
+  folder.Write("libZELGeoCoordSysR.so", ModuleContent("GeodesyGood"));
+  for (int n = 1;; ++n) {
+    const testing::ScopedTrace trace(__FILE__, __LINE__, "at " + std::to_string(n));
+    ExpectInChild([&] {
+      std::filesystem::current_path(folder.Path());
+      const int descriptors = CountOpenDescriptors();
+      PluginLoad load = PluginLoad::Loaded;
+      bool met = false;
+      {
+        Faults faults;
+        order(faults, n);
+        load = LoadPlugin();
+        met = faults.FaultsGiven() > 0;
+      }
+      EXPECT_EQ(CountOpenDescriptors(), descriptors);
+      if (met) {
+        check(load);
+        folder.Write("met", "");
+      } else {
+        EXPECT_EQ(load, PluginLoad::Loaded);
+      }
+    });
+    if (testing::Test::HasFailure() || !std::filesystem::remove(folder.File("met"))) return n - 1;
+  }
+}
+
+// A plug-in that cannot be read is none, for good.
+TEST(GeodesyPluginFaultsLong, AFileThatCannotBeRead) {
+  for (const int error : {EIO, EACCES, ESTALE}) {
+    EXPECT_GE(
+        LoadPluginUnderEachFault<SystemCallFaults>(
+            [&](SystemCallFaults& faults, int n) { faults.FailAt(static_cast<unsigned>(n), error, SystemCallFaults::Repeat::ForEver); },
+            [](PluginLoad load) {
+              EXPECT_NE(load, PluginLoad::NoMemory);
+              EXPECT_EQ(LoadPlugin(), load);
+            }),
+        2);
+  }
+}
+
+// Whatever finds no memory, the loader's own texts or the plug-in's creators, the host runs on, and may ask again.
+TEST(GeodesyPluginFaultsLong, NoMemory) {
+  for (const bool forEver : {false, true}) {
+    EXPECT_GE(LoadPluginUnderEachFault<AllocationFaults>(
+                  [&](AllocationFaults& faults, int n) { faults.FailAt(static_cast<unsigned>(n), forEver); },
+                  [](PluginLoad load) {
+                    EXPECT_NE(load, PluginLoad::Loaded);
+                    EXPECT_NE(LoadPlugin(), PluginLoad::NoMemory);
+                    std::vector<std::string> types;
+                    EXPECT_LE(ZelGeoCoordSysList::GetCoordSysList().GetCoordSysTypes(types), 1);
+                  }),
+              8);
+  }
 }
 
 }  // namespace

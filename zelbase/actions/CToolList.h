@@ -30,8 +30,9 @@ class ZELBASE_API CToolList {
   // destructors at exit may still ask for the list.
   static CToolList& GetToolList();
 
-  // Stores the creator under `name` and owns it from now on. The first one of a name wins: a later one is refused without a
-  // word, is not destroyed and stays the caller's. A null creator is ignored. One creator may serve several names.
+  // Stores the creator under `name` and owns it from now on, also when memory runs out (std::bad_alloc): it is destroyed then,
+  // unless it serves another name already. The first one of a name wins: a later one is refused without a word, is not
+  // destroyed and stays the caller's. A null creator is ignored. One creator may serve several names.
   void RegisterTool(const std::string& name, ToolICreator* creator);
 
   // A new tool, which the caller owns. Null when the name is not registered, or when its creator gives none. One look-up, and no

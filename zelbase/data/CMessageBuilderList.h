@@ -29,8 +29,9 @@ class ZELBASE_API CMessageBuilderList {
   // destructors at exit may still ask for the list.
   static CMessageBuilderList& GetMessageBuilderList();
 
-  // Stores the creator under `name` and owns it from now on. The first one of a name wins: a later one is refused without a
-  // word, is not destroyed and stays the caller's. A null creator is ignored. One creator may serve several names.
+  // Stores the creator under `name` and owns it from now on, also when memory runs out (std::bad_alloc): it is destroyed then,
+  // unless it serves another name already. The first one of a name wins: a later one is refused without a word, is not
+  // destroyed and stays the caller's. A null creator is ignored. One creator may serve several names.
   void RegisterMessageBuilder(const std::string& name, MessageBuilderICreator* creator);
 
   // Takes the name out and destroys its creator, unless another name or list still has it. False for an unknown name.

@@ -35,7 +35,8 @@ class ZELBASE_API GeoidModelList {
 
   // Stores the creator under `name` and under `type`. In each map the first one wins, without a word, and a known key in one
   // does not stop the other, so that the two may come to disagree. A creator refused by type stays the caller's, even when
-  // its name was new. A null creator is ignored.
+  // its name was new. A null creator is ignored. When memory runs out (std::bad_alloc), a creator that was new by type is destroyed,
+  // or stands by its type without the name.
   void RegisterGeoidModel(std::string name, unsigned short type, GeoidModelICreator* creator);
 
   // A new model, which the caller owns. Null when the type or the name is not registered, or when its creator gives none.

@@ -38,7 +38,8 @@ class ZELBASE_API ZelGeoCoordSysLoader {
   // Loads the plug-in when `name` is exactly "ZELCoordSys" and it was not tried before, then calls its export. It is tried
   // once: what failed is not retried, even when the file appears later. True when the export was called and came back. False,
   // in silence, as long as no plug-in is loaded, when it has no such export, and when the export throws, whose exception ends
-  // here. Once one is loaded, any name calls the export again. The second argument is not used.
+  // here. Once one is loaded, any name calls the export again. The second argument is not used. Without memory for its own texts
+  // std::bad_alloc passes, and it was a try all the same.
   bool LoadDLL(std::string name, ZelGeoCoordSysBase* unused);
 
  private:

@@ -32,8 +32,9 @@ class ZELBASE_API ZelGeoDatabaseBaseList {
   // Other destructors at exit may still ask for it.
   static ZelGeoDatabaseBaseList& GetGeoDatabaseList();
 
-  // Stores the creator under `type` and owns it from now on. The first one of a type wins: a later one is refused without a
-  // word, is not destroyed and stays the caller's. A null creator is ignored. One creator may serve several types.
+  // Stores the creator under `type` and owns it from now on, also when memory runs out (std::bad_alloc): it is destroyed then,
+  // unless it serves another type already. The first one of a type wins: a later one is refused without a word, is not
+  // destroyed and stays the caller's. A null creator is ignored. One creator may serve several types.
   void RegisterGeoDatabase(std::string type, GeoDatabaseICreator* creator);
 
   // Takes the type out and destroys its creator, unless another type or registry still has it. False for an unknown type.

@@ -29,8 +29,9 @@ class ZELBASE_API LineDataList {
   // destructors at exit may still ask for the list.
   static LineDataList& GetLineDataList();
 
-  // Stores the creator for `type` and owns it from now on. The first one of a type wins: a later one is refused without a
-  // word, is not destroyed and stays the caller's. A null creator is ignored. One creator may serve several types.
+  // Stores the creator for `type` and owns it from now on, also when memory runs out (std::bad_alloc): it is destroyed then,
+  // unless it serves another type already. The first one of a type wins: a later one is refused without a word, is not
+  // destroyed and stays the caller's. A null creator is ignored. One creator may serve several types.
   void RegisterLineData(unsigned int type, LineDataICreator* creator);
 
   // A new line, which the caller owns. Null when the type is not registered, or when its creator gives none.
