@@ -18,9 +18,7 @@
 #include <optional>
 #include <utility>
 
-// There in a build that measures which branches its tests take: what a process took that ends at once, or becomes another
-// program, counts as well.
-extern "C" int __llvm_profile_write_file() __attribute__((weak));
+#include "tests/support/BranchCounts.h"
 
 namespace {
 
@@ -290,10 +288,6 @@ const std::vector<SystemCallFaults::WriteCall>& SystemCallFaults::Writes() const
 
 namespace {
 
-void WriteProfile() {
-  if (&__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
-}
-
 // Whether the call is to be made; otherwise `result` is what it says, errno set, and `argument` has the answer.
 bool IsMade(SystemCall kind, void* argument, int& result) {
   const Verdict verdict = Begin(kind);
@@ -474,12 +468,12 @@ pid_t fork() noexcept {
 }
 
 int execv(const char* program, char* const* arguments) noexcept {
-  WriteProfile();
+  WriteBranchCounts();
   return NEXT(execv)(program, arguments);
 }
 
 void _exit(int code) {
-  WriteProfile();
+  WriteBranchCounts();
   NEXT(_exit)(code);
   for (;;) ::pause();
 }

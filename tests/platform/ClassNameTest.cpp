@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <typeinfo>
+
 #include "zelbase/platform/CWinApp.h"
 #include "zelbase/platform/CWnd.h"
 
@@ -27,5 +29,15 @@ TEST(ClassName, OfAnObjectIsItsOwn) {
   const CWnd& window = derived;
   EXPECT_NE(ClassName(typeid(window)), "CWnd");
 }
+
+#ifdef __GLIBCXX__
+// The name of a type as a compiler of another kind may make it.
+class StrangeType : public std::type_info {
+ public:
+  explicit StrangeType(const char* name) : std::type_info(name) {}
+};
+
+TEST(ClassName, ThatCannotBeReadStaysAsItIs) { EXPECT_EQ(ClassName(StrangeType("no type at all")), "no type at all"); }
+#endif
 
 }  // namespace

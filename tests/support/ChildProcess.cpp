@@ -14,8 +14,7 @@
 #include <exception>
 #include <stdexcept>
 
-// There in a build that measures which branches its tests take: what a child took counts as well.
-extern "C" int __llvm_profile_write_file() __attribute__((weak));
+#include "tests/support/BranchCounts.h"
 
 namespace {
 
@@ -81,7 +80,7 @@ int RunBody(const std::function<int(ChildProcess::Turns&)>& body, ChildProcess::
 [[noreturn]] void End(int code, ChildProcess::Ending ending) {
   if (ending == ChildProcess::Ending::Full) std::exit(code);
   std::fflush(nullptr);
-  if (&__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
+  WriteBranchCounts();
   ::_exit(code);
 }
 
@@ -117,7 +116,7 @@ void ChildProcess::Start(const std::function<int(Turns&)>& body, Ending ending) 
       ::close(descriptor);
     }
     Turns turns(line.second);
-    if (&__llvm_profile_write_file != nullptr) ::signal(SIGABRT, [](int) { __llvm_profile_write_file(); });
+    BeginBranchCountsOfChild();
     End(RunBody(body, turns), ending);
   }
   for (const int descriptor : {line.second, output.second, error.second}) ::close(descriptor);
