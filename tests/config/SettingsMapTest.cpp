@@ -70,4 +70,21 @@ TEST(SettingsMap, WhatWasUnusedBeforeAReplacementCountsNoMore) {
   ExpectRoomIsBounded(items);
 }
 
+// The buffer is not copied for every value that goes: that would make a thousand removals a thousand copies.
+TEST(SettingsMap, WhatIsHardlyUnusedIsNotTidied) {
+  for (const std::size_t kept : {std::size_t{100}, std::size_t{100000}}) {
+    ItemMap items;
+    items.Set("a", std::string(kept, 'x'));
+    for (int i = 0; i < 20; ++i) items.Set("b" + std::to_string(i), std::string(kept / 100, 'y'));
+    std::string_view before;
+    ASSERT_TRUE(items.Find("a", before));
+    for (int i = 0; i < 20; ++i) {
+      ASSERT_TRUE(items.Remove("b" + std::to_string(i)));
+      std::string_view after;
+      ASSERT_TRUE(items.Find("a", after));
+      ASSERT_EQ(after.data(), before.data()) << kept << ", removal " << i;
+    }
+  }
+}
+
 }  // namespace
