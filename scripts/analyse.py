@@ -5,7 +5,7 @@ what the compiler sees of it changed, or a check has come to the rules. Called b
     scripts/analyse.py tidy|clang COMPILE_COMMANDS FOLDER...
 
 Most of the time goes into the standard library's headers. So sources of one folder are looked at together, as many as go into one
-translation unit: names of their own that meet there part them again.
+translation unit: names of their own that meet there, or hide one another, part them again.
 """
 import concurrent.futures
 import hashlib
@@ -79,25 +79,32 @@ class Analysis:
         todo = [(entry, path) for entry, path in todo if not self.is_clean(path)]
         return self.check_together(todo) if todo else ([], [])
 
+    def apart(self, todo):
+        half = len(todo) // 2
+        first, second = self.check_together(todo[:half]), self.check_together(todo[half:])
+        return first[0] + second[0], first[1] + second[1]
+
+    def look_at(self, entries, source, arguments):
+        if self.kind == "clang":
+            return run([CLANG, "-fsyntax-only", *WARNINGS, *arguments, source])
+        # What follows every path through the headers of the command line's parser takes minutes a file, and tells of those.
+        without = ["--checks=-clang-analyzer-*"] if "/apps/" in entries[0]["file"] else []
+        return run(["clang-tidy-14", "--quiet", *without, source, "--", *arguments])
+
     def check_together(self, todo):
         entries = [entry for entry, _ in todo]
         arguments = arguments_of(entries[0])
         source = self.unit_of(entries)
-        if len(todo) > 1 and run([CLANG, "-fsyntax-only", "-w", *arguments, source]).returncode:
-            half = len(todo) // 2
-            first, second = self.check_together(todo[:half]), self.check_together(todo[half:])
-            return first[0] + second[0], first[1] + second[1]
-        if self.kind == "tidy":
-            # What follows every path through the headers of the command line's parser takes minutes a file, and tells of those.
-            apart = ["--checks=-clang-analyzer-*"] if "/apps/" in entries[0]["file"] else []
-            done = run(["clang-tidy-14", "--quiet", *apart, source, "--", *arguments])
-        else:
-            done = run([CLANG, "-fsyntax-only", *WARNINGS, *arguments, source])
+        if self.kind == "tidy" and len(todo) > 1 and run([CLANG, "-fsyntax-only", "-w", *arguments, source]).returncode:
+            return self.apart(todo)
+        done = self.look_at(entries, source, arguments)
         if done.returncode == 0:
             for entry, path in todo:
                 with open(path, "w", encoding="utf-8") as file:
                     file.write("\n".join([entry["file"], *sorted(self.checks)]) + "\n")
             return [], []
+        if self.kind == "clang" and len(todo) > 1:
+            return self.apart(todo)
         text = (done.stdout if self.kind == "tidy" else done.stderr).strip()
         return [entry["file"] for entry in entries], [text or f"{source}: {self.kind} ended with {done.returncode}"]
 

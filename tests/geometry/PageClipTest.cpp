@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -123,6 +124,15 @@ TEST(PageClipLine, FalseMayLeaveAHalfClippedLine) {
   Line line = Segment(-6, 8, 4, 18);
   EXPECT_FALSE(kPage.ClipLine(line));
   EXPECT_TRUE(SameLine(line, Segment(0, 14, 4, 18)));
+}
+
+// To an end at infinity: the start is moved to x = 0 with its y; the end's y is then 0 times infinity.
+TEST(PageClipLine, WhereTheSecondEndFailsTheFirstStaysClipped) {
+  Line out;
+  EXPECT_FALSE(kPage.ClipLine(Segment(-5, 5, std::numeric_limits<double>::infinity(), 5), &out));
+  EXPECT_EQ(out.start, Point(0, 5, 0));
+  EXPECT_EQ(out.end.x, 10.0);
+  EXPECT_TRUE(std::isnan(out.end.y));
 }
 
 TEST(PageClipLine, EdgesAreTriedUpperYFirst) {
@@ -487,6 +497,12 @@ TEST(PageClipCircle, EndAtNorthIsThreeHundredAndSixty) {
   const double b = kThreeFour;
   ExpectPieces(ClipCircle(kMiddle, Point(), 5, 315, 0), {{315, 360 - b}});
   ExpectPieces(ClipCircle(kMiddle, Point(), 5, 315, 360), {{315, 360 - b}});
+}
+
+TEST(PageClipCircle, AWholeCircleFromNorthOnTheEdgeIsTheHalfWithin) {
+  const Page east(0, -20, 20, 20);
+  ExpectPieces(ClipCircle(east, Point(), 10, 0, 360), {{0, 180}});
+  ExpectPieces(ClipCircle(east, Point(), 10, 0, 0), {{0, 180}});
 }
 
 TEST(PageClipCircle, TangentEdgeIsNoCrossing) {
