@@ -164,6 +164,32 @@ TEST(FileSection, TheFormsOfTheBaseAreReachedThroughTheBase) {
   EXPECT_EQ(base.GetErrorStatus(), 5);
 }
 
+// Writes down what comes by the one form that all others end in.
+class NotedSection : public FileSection {
+ public:
+  using FileSection::SetItem;
+  bool SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) override {
+    noted += section + "." + key + "=" + value + (createSection ? " made;" : ";");
+    return FileSection::SetItem(section, key, value, createSection);
+  }
+  std::string noted;
+};
+
+TEST(FileSection, AnOverriddenSetItemSeesEveryItemThatIsWritten) {
+  NotedSection section;
+  FileSection& written = section;
+  EXPECT_TRUE(written.SetItem("a", std::string("text")));
+  EXPECT_TRUE(written.SetItem("b", "literal"));
+  EXPECT_TRUE(written.SetItem("c", 1));
+  EXPECT_TRUE(written.SetItem("d", 2U));
+  EXPECT_TRUE(written.SetItem("e", 3L));
+  EXPECT_TRUE(written.SetItem("f", true));
+  EXPECT_TRUE(written.SetItem("g", 2.5));
+  EXPECT_EQ(section.noted, ".a=text made;.b=literal made;.c=1 made;.d=2 made;.e=3 made;.f=1 made;.g=2.5 made;");
+  EXPECT_FALSE(written.SetItem("Other", "h", std::string("v"), false));
+  EXPECT_EQ(written.GetErrorStatus(), 4);
+}
+
 TEST(FileSection, WalkingAndDeleting) {
   FileSection section = Taken("A");
   EXPECT_EQ(Walked(section), (Items{{"x", "1"}, {"y", "2"}}));

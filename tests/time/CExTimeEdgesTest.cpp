@@ -17,6 +17,11 @@ TEST_F(CExTimeEdges, ReadingOfLessThanAMillisecondMovesTheReference) {
   EXPECT_EQ(Reference(), 1000000.5);
 }
 
+TEST_F(CExTimeEdges, TheUnusedMemberStaysInTheShapeAndFalse) {
+  static_cast<void>(time.GetExTime(0.5));
+  EXPECT_FALSE(CExTime::m_firstTimeInit);
+}
+
 TEST_F(CExTimeEdges, FirstUseByReadingZeroLeavesTheReferenceAtTheWallClock) {
   clock.counter = 25000000;  // 2500 ms
   clock.wall = {5000, 0, false};

@@ -35,17 +35,13 @@ bool FileSection::GetItem(std::string key, bool& value) const { return FileObjec
 bool FileSection::GetItem(std::string key, double& value) const { return FileObject::GetItem(m_name, key, value); }
 bool FileSection::GetItem(std::string key, float& value) const { return FileObject::GetItem(m_name, key, value); }
 
-bool FileSection::SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) {
-  return FileObject::SetItem(section, key, value, createSection);
-}
-
-bool FileSection::SetItem(std::string key, std::string value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, const char* value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, long value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, int value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, unsigned int value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, bool value) { return FileObject::SetItem(m_name, key, value, true); }
-bool FileSection::SetItem(std::string key, double value) { return FileObject::SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, std::string value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, const char* value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, long value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, int value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, unsigned int value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, bool value) { return SetItem(m_name, key, value, true); }
+bool FileSection::SetItem(std::string key, double value) { return SetItem(m_name, key, value, true); }
 
 bool FileSection::DeleteItem(std::string key, bool deleteEmptySection) { return FileObject::DeleteItem(m_name, key, deleteEmptySection); }
 

@@ -15,8 +15,9 @@
 //   port.SetToFileObject(settings);
 //
 // Until GetFromFileObject or an assignment gives it a name, it is empty and the name is the empty text; SetItem then makes the
-// section with the empty name. GetItem, SetItem, DeleteItem and GetFirstMapEntry hide the forms of FileObject, which are
-// reached through a reference to the base. Statuses and exceptions are those of FileObject.
+// section with the empty name. GetItem, DeleteItem, HasKey and the walk hide the forms of FileObject, which are reached through a
+// reference to the base; those of SetItem stand beside its own, so that a class derived from this one may override the one that
+// all end in. Statuses and exceptions are those of FileObject.
 //
 // Copies have name and items, in a section that is made even when the source has none; the file name, extra lines, flags and
 // further sections stay behind, and the copy's walk begins anew. Assigning to itself keeps the name and leaves an empty section.
@@ -44,7 +45,9 @@ class ZELBASE_API FileSection : public FileObject {
   bool GetItem(std::string key, double& value) const;
   bool GetItem(std::string key, float& value) const;
 
-  // As FileObject::SetItem; the section is made when it is missing. A null text is an empty one.
+  // As FileObject::SetItem, by way of its virtual form, with this section, which is made when it is missing. A null text is an
+  // empty one.
+  using FileObject::SetItem;
   bool SetItem(std::string key, std::string value);
   bool SetItem(std::string key, const char* value);
   bool SetItem(std::string key, long value);
@@ -74,9 +77,6 @@ class ZELBASE_API FileSection : public FileObject {
   bool SetToFileObject(const std::string& section, FileObject& target) const;
 
  private:
-  // Stays what it is, and hidden: reached through a reference to the base.
-  bool SetItem(const std::string& section, const std::string& key, const std::string& value, bool createSection) override;
-
   std::string m_name;
   FobjSection m_cursor;
 };

@@ -183,6 +183,9 @@ class ZELBASE_API CExTime {
   // calendar's range or when a locale needs more than 127 bytes.
   std::string TimeToString(double time, bool showMilliseconds, bool showDate, bool showSeconds) const;
 
+  // Kept: false, in nobody's use; a part of the declared shape.
+  static bool m_firstTimeInit;
+
  private:
   friend class CExTimeSync;
 
@@ -209,7 +212,6 @@ class ZELBASE_API CExTime {
   static std::atomic<double> m_lastUtcUpdate;            // counter reading at the last SetUtcCoeffs; 0.0: none ever
   static bool m_masterClock ZELBASE_GUARDED_BY(m_lock);  // false once SetBaseTime was called
   static std::atomic<bool> m_bTimeSyncDone;              // the base is established
-  static bool m_firstTimeInit;                           // in nobody's use; part of the declared shape
   static Locker m_lock;
 
   // Last raw time seen by GetExTime, against which wraps are told. It has a cache line of its own, since every call writes it.
